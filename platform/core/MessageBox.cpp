@@ -1,0 +1,23 @@
+#include "platform/core/MessageBox.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+MessageBoxHandler& Handler() {
+    static MessageBoxHandler handler;
+    return handler;
+}
+
+}  // namespace
+
+MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
+    return std::exchange(Handler(), std::move(handler));
+}
+
+int AfxMessageBox(const char* text, UINT type) {
+    if (Handler()) return Handler()(text ? text : "", type);
+    std::fprintf(stderr, "%s\n", text ? text : "");
+    return IDOK;
+}

@@ -1,0 +1,74 @@
+#!/usr/bin/env python3
+"""Holds every #include against the one-way arrows between the folders. Prints each edge that is not in the table."""
+import pathlib
+import re
+import sys
+
+PLATFORM = {"platform/core", "platform/registry", "platform/undo", "platform/gdi", "platform/window",
+            "platform/dialog", "platform/opengl"}
+
+# folder -> the folders it may include besides itself
+ARROWS = {
+    "platform/core": set(),
+    "platform/registry": {"platform/core"},
+    "platform/undo": {"platform/core"},
+    "platform/gdi": {"platform/core"},
+    "platform/window": {"platform/core", "platform/registry", "platform/gdi"},
+    "platform/dialog": {"platform/core", "platform/registry", "platform/gdi", "platform/window"},
+    "platform/opengl": {"platform/core", "platform/gdi", "platform/window"},
+    "sources": {"platform/core"},
+    "settings": {"platform/core", "platform/registry"},
+    "editing": {"sources", "platform/core", "platform/undo", "platform/gdi"},
+    "pages": {"editing", "settings", "sources"} | PLATFORM,
+    "views": {"pages", "editing", "settings", "sources"} | PLATFORM,
+    "tavin": {"views", "pages", "editing", "settings", "sources"} | PLATFORM,
+    "app": {"tavin"},
+}
+# Libraries that only some folders may show: the rest of the house goes through these.
+LIBRARIES = {
+    r"Q[A-Z]\w*|Qt\w*/.*": {"platform/gdi", "platform/window", "platform/dialog", "platform/opengl"},
+    r"sqlite3\.h|utf8proc\.h": {"platform/registry"},
+}
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]')
+
+
+def folder_of(path: str) -> str:
+    parts = path.split("/")
+    return "/".join(parts[:2]) if parts[0] == "platform" else parts[0]
+
+
+def faults_of(root: pathlib.Path, source: pathlib.Path):
+    name = source.relative_to(root).as_posix()
+    home = folder_of(name)
+    if home not in ARROWS:
+        return
+    for number, line in enumerate(source.read_text(encoding="utf-8").splitlines(), 1):
+        match = INCLUDE.match(line)
+        if not match:
+            continue
+        target = match.group(2)
+        if match.group(1) == '"':
+            room = folder_of(target)
+            if room != home and room not in ARROWS[home]:
+                yield f"{name}:{number}: {home} may not include {target}"
+            continue
+        for pattern, homes in LIBRARIES.items():
+            if not re.fullmatch(pattern, target):
+                continue
+            if home not in homes:
+                yield f"{name}:{number}: {home} may not include <{target}>"
+            elif name.endswith(".h"):
+                yield f"{name}:{number}: a header may not show <{target}>; keep it in the source"
+
+
+def main() -> int:
+    root = pathlib.Path(__file__).resolve().parent.parent
+    sources = sorted(p for folder in {a.split("/")[0] for a in ARROWS} for p in (root / folder).rglob("*")
+                     if p.suffix in {".h", ".cpp"})
+    faults = [fault for source in sources for fault in faults_of(root, source)]
+    print("\n".join(faults) if faults else f"includes: {len(sources)} files follow the arrows")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,98 @@
+#include "sources/SnapshotStream.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+// One block serves the put and the get area. Zeroed fresh memory comes from the system page by page as it is
+// written.
+class SnapshotStream::Buffer : public std::streambuf {
+  public:
+    ~Buffer() override { std::free(block_); }
+
+    bool Reserve(std::size_t capacity) {
+        if (capacity <= capacity_) return true;
+        char* grown =
+            static_cast<char*>(written_ ? std::realloc(block_, capacity) : std::calloc(capacity, 1));
+        if (!grown) return false;
+        if (!written_) std::free(block_);
+        block_ = grown;
+        capacity_ = capacity;
+        return true;
+    }
+    void Rewrite() {
+        written_ = 0;
+        read_ = 0;
+        setg(block_, block_, block_);
+    }
+    void SetReadPosition(std::size_t position) {
+        read_ = std::min(position, written_);
+        setg(block_, block_ + read_, block_ + written_);
+    }
+    std::size_t Written() const { return written_; }
+
+  protected:
+    std::streamsize xsputn(const char* bytes, std::streamsize count) override {
+        const auto size = static_cast<std::size_t>(std::max<std::streamsize>(count, 0));
+        const std::size_t needed = written_ + size;
+        if (needed > capacity_ && !Reserve(std::max(needed, capacity_ + capacity_ / 2))) return 0;
+        if (size > 0) std::memcpy(block_ + written_, bytes, size);
+        const auto readPosition = static_cast<std::size_t>(gptr() - eback());
+        written_ = needed;
+        SetReadPosition(readPosition);
+        return count;
+    }
+    int_type overflow(int_type ch) override {
+        if (traits_type::eq_int_type(ch, traits_type::eof())) return traits_type::not_eof(ch);
+        const char byte = traits_type::to_char_type(ch);
+        return xsputn(&byte, 1) == 1 ? ch : traits_type::eof();
+    }
+    // Tells the positions; seeks only to where reading may go on.
+    pos_type seekoff(off_type offset, std::ios_base::seekdir from, std::ios_base::openmode which) override {
+        if (which & std::ios_base::out) {
+            const bool tells = from == std::ios_base::cur && offset == 0;
+            return tells ? pos_type(static_cast<off_type>(written_)) : pos_type(off_type(-1));
+        }
+        const off_type base = from == std::ios_base::beg   ? 0
+                              : from == std::ios_base::cur ? gptr() - eback()
+                                                           : static_cast<off_type>(written_);
+        const off_type target = base + offset;
+        if (target < 0 || target > static_cast<off_type>(written_)) return pos_type(off_type(-1));
+        SetReadPosition(static_cast<std::size_t>(target));
+        return pos_type(target);
+    }
+    pos_type seekpos(pos_type position, std::ios_base::openmode which) override {
+        return seekoff(off_type(position), std::ios_base::beg, which);
+    }
+
+  private:
+    char* block_ = nullptr;
+    std::size_t capacity_ = 0;
+    std::size_t written_ = 0;
+    std::size_t read_ = 0;
+};
+
+SnapshotStream::SnapshotStream(std::size_t capacity)
+    : std::iostream(nullptr), buffer_(std::make_unique<Buffer>()) {
+    rdbuf(buffer_.get());
+    Rewrite(capacity);
+}
+
+SnapshotStream::~SnapshotStream() { rdbuf(nullptr); }
+
+void SnapshotStream::Rewrite(std::size_t capacity) {
+    clear();
+    snapshotSize_ = 0;
+    buffer_->Rewrite();
+    if (!buffer_->Reserve(capacity)) setstate(std::ios_base::badbit);
+    buffer_->Rewrite();
+}
+
+void SnapshotStream::Reread() {
+    clear();
+    buffer_->SetReadPosition(0);
+}
+
+void SnapshotStream::EndSnapshot() { snapshotSize_ = buffer_->Written(); }
+
+void SnapshotStream::SkipSnapshot() { buffer_->SetReadPosition(snapshotSize_); }

@@ -1,0 +1,128 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "platform/core/CObject.h"
+#include "platform/core/CPointEx.h"
+#include "platform/core/CString.h"
+#include "platform/core/MessageBox.h"
+#include "platform/core/StringTable.h"
+
+namespace {
+
+constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(Rounding, HalvesGoAwayFromZeroAndWildValuesSaturate) {
+    const struct {
+        double value;
+        std::int32_t rounded;
+    } cases[] = {{0.0, 0},
+                 {-0.0, 0},
+                 {0.5, 1},
+                 {-0.5, -1},
+                 {2.5, 3},
+                 {-2.5, -3},
+                 {0.4999, 0},
+                 {-1.4999, -1},
+                 {2147483646.5, kMax},
+                 {2147483647.4, kMax},
+                 {3e9, kMax},
+                 {-3e9, kMin},
+                 {kInfinity, kMax},
+                 {-kInfinity, kMin},
+                 {-2147483648.4, kMin},
+                 {std::numeric_limits<double>::quiet_NaN(), 0},
+                 {0.49999999999999994, 1}};
+    for (const auto& one : cases) EXPECT_EQ(RoundHalfAway(one.value), one.rounded) << one.value;
+}
+
+TEST(Geometry, SumsSaturateAndRealUnitsRound) {
+    EXPECT_EQ(CPoint(kMax, kMin) + CPoint(1, -1), CPoint(kMax, kMin));
+    EXPECT_EQ(CPoint(kMin, kMax) - CPoint(1, -1), CPoint(kMin, kMax));
+    EXPECT_EQ(AddSaturated(std::numeric_limits<std::int64_t>::max(), 5), kMax);
+    EXPECT_EQ(CRect(kMin, 0, kMax, 1).Width(), kMax);
+    const CPoint rounded = CPointEx(2.5, -2.5);
+    EXPECT_EQ(rounded, CPoint(3, -3));
+    const CSize size = CSizeEx(0.4, 1e300);
+    EXPECT_EQ(size, CSize(0, kMax));
+}
+
+TEST(CString, ConvertsBothWaysAndToleratesNull) {
+    const char* none = nullptr;
+    CString text = none;
+    EXPECT_TRUE(text.IsEmpty());
+    text = "Ær";
+    text += text;
+    EXPECT_STREQ(text, "ÆrÆr");
+    EXPECT_EQ("a" + CString("b") + "c", "abc");
+    EXPECT_EQ(text.GetLength(), 6);
+    EXPECT_EQ(text.Mid(4, 99), "");
+    EXPECT_EQ(CString("section\\key").Mid(8), "key");
+    EXPECT_EQ(CString("abc").Right(2), "bc");
+    EXPECT_EQ(CString("abc").Left(-1), "");
+    EXPECT_EQ(CString("a.b.c").Find(".", 2), 3);
+    EXPECT_EQ(CString("abc").Find("c", 4), -1);
+    EXPECT_EQ(CString("NO").CompareNoCase("no"), 0);
+}
+
+TEST(CString, FormatTakesItsOwnTextAndAnyLength) {
+    CString text = "abc";
+    text.Format("%s-%s", text.GetString(), text.GetString());
+    EXPECT_EQ(text, "abc-abc");
+    const std::string longText(100000, 'x');
+    text.Format("%s!", longText.c_str());
+    EXPECT_EQ(text.GetLength(), 100001);
+}
+
+TEST(StringTable, TheTableRegisteredLastWinsUntilItIsUnloaded) {
+    static constexpr StringResource kOwn[] = {{65001, "library"}, {65002, "other"}};
+    static constexpr StringResource kHost[] = {{65001, "host"}};
+    const StringTable own(kOwn);
+    CString text;
+    {
+        const StringTable host(kHost);
+        EXPECT_TRUE(text.LoadString(65001));
+        EXPECT_EQ(text, "host");
+        EXPECT_STREQ(FindStringResource(65002), "other");
+    }
+    EXPECT_STREQ(FindStringResource(65001), "library");
+    EXPECT_FALSE(text.LoadString(65003));
+    EXPECT_EQ(text, "host");
+}
+
+class CBase : public CObject {
+    DECLARE_DYNAMIC(CBase)
+};
+class CMade : public CBase {
+    DECLARE_DYNCREATE(CMade)
+};
+IMPLEMENT_DYNAMIC(CBase, CObject)
+IMPLEMENT_DYNCREATE(CMade, CBase)
+
+TEST(CObject, KnowsItsKindAndIsCreatedByName) {
+    const CRuntimeClass* record = CRuntimeClass::FromName("CMade");
+    ASSERT_NE(record, nullptr);
+    const std::unique_ptr<CObject> made(record->CreateObject());
+    ASSERT_NE(made, nullptr);
+    EXPECT_TRUE(made->IsKindOf(RUNTIME_CLASS(CBase)));
+    EXPECT_TRUE(made->IsKindOf(RUNTIME_CLASS(CObject)));
+    EXPECT_FALSE(CBase().IsKindOf(RUNTIME_CLASS(CMade)));
+    EXPECT_EQ(RUNTIME_CLASS(CBase)->CreateObject(), nullptr);
+    EXPECT_EQ(CRuntimeClass::FromName("CNone"), nullptr);
+}
+
+TEST(MessageBox, TheHandlerAnswers) {
+    std::string shown;
+    const auto previous = SetMessageBoxHandler([&](const char* text, UINT) {
+        shown = text;
+        return IDNO;
+    });
+    EXPECT_EQ(AfxMessageBox("Really?", MB_YESNO), IDNO);
+    EXPECT_EQ(shown, "Really?");
+    SetMessageBoxHandler(previous);
+}
+
+}  // namespace
