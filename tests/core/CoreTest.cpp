@@ -59,7 +59,7 @@ TEST(CString, ConvertsBothWaysAndToleratesNull) {
     EXPECT_STREQ(text, "ÆrÆr");
     EXPECT_EQ("a" + CString("b") + "c", "abc");
     EXPECT_EQ(text.GetLength(), 6);
-    EXPECT_EQ(text.Mid(4, 99), "");
+    EXPECT_EQ(text.Mid(6, 99), "");
     EXPECT_EQ(CString("section\\key").Mid(8), "key");
     EXPECT_EQ(CString("abc").Right(2), "bc");
     EXPECT_EQ(CString("abc").Left(-1), "");
