@@ -33,11 +33,11 @@ TAVIN_AVX2_INLINE void Exchange(Lanes& lower, Lanes& upper) {
 // Brings the least of the Count values to the front and the greatest to the back.
 template <int Count>
 TAVIN_AVX2_INLINE void MoveExtremesOut(Lanes* values) {
-#pragma GCC unroll 16
+#pragma GCC unroll 64
     for (int i = 0; i < Count / 2; ++i) Exchange(values[i], values[Count - 1 - i]);
-#pragma GCC unroll 16
+#pragma GCC unroll 64
     for (int i = 1; i < (Count + 1) / 2; ++i) Exchange(values[0], values[i]);
-#pragma GCC unroll 16
+#pragma GCC unroll 64
     for (int i = Count / 2; i < Count - 1; ++i) Exchange(values[i], values[Count - 1]);
 }
 
@@ -55,14 +55,14 @@ template <int Half>
 TAVIN_AVX2_INLINE Lanes EightMedians(const int* window) {
     constexpr int size = 2 * Half + 1;
     Lanes values[Half + 3];
-#pragma GCC unroll 16
+#pragma GCC unroll 64
     for (int i = 0; i < Half + 3; ++i) values[i] = Load(window + i);
     Narrow<Half + 3>(values, window + size);
     const Lanes low = _mm256_min_epi32(_mm256_min_epi32(values[1], values[2]), values[3]);
     const Lanes high = _mm256_max_epi32(_mm256_max_epi32(values[1], values[2]), values[3]);
     // From the last sample to the first, so that the earliest one in the range stays.
     Lanes median = low;
-#pragma GCC unroll 32
+#pragma GCC unroll 64
     for (int i = size - 1; i >= 0; --i) {
         const Lanes sample = Load(window + i);
         const Lanes outside =

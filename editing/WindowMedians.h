@@ -7,7 +7,7 @@
 #pragma once
 
 // The widest half window that SmallWindowMedians takes.
-constexpr int kLargestSmallHalf = 12;
+constexpr int kLargestSmallHalf = 20;
 
 // Fills medians[half] ... medians[n - half - 1], those of the windows that are not clipped. False, and
 // nothing written, when half is not in 2 ... kLargestSmallHalf, when there are fewer than eight such windows,

@@ -34,6 +34,15 @@ int CountedMedian(const Samples& window) {
     return window[n / 2];
 }
 
+// The same for long windows: the first sample between the (n / 2)-th smallest and the (n / 2)-th largest.
+int SortedMedian(const Samples& window) {
+    Samples sorted = window;
+    std::sort(sorted.begin(), sorted.end());
+    const int low = sorted[sorted.size() / 2 - 1];
+    const int high = sorted[sorted.size() - sorted.size() / 2];
+    return *std::find_if(window.begin(), window.end(), [=](int y) { return low <= y && y <= high; });
+}
+
 Samples CountedMedians(const Samples& samples, std::int64_t half) {
     const auto n = static_cast<std::int64_t>(samples.size());
     Samples medians;
@@ -164,14 +173,40 @@ TEST(MedianFilter, LongSeriesOfManySeeds) {
 }
 
 // Where the vector instructions are, the sliding window must still be right for the windows they take over.
-TEST(MedianFilter, BothWaysAgreeOnSmallWindows) {
+TEST(MedianFilter, BothWaysAreRightForSmallWindows) {
     for (int half = 2; half <= kLargestSmallHalf; ++half) {
         for (int family = 0; family < kFamilies; ++family) {
-            const Samples samples = MakeSamples(static_cast<Family>(family), 1500 + half, 77);
-            const Samples expected = CountedMedians(samples, half);
+            SCOPED_TRACE(testing::Message() << "family " << family << " half " << half);
+            const int n = 1500 + half;
+            const Samples samples = MakeSamples(static_cast<Family>(family), n, 77);
+            Samples expected = CountedMedians(samples, half);
             Samples medians(samples.size());
-            ASSERT_TRUE(LargeWindowMedians(samples.data(), medians.data(), 1500 + half, half));
-            EXPECT_EQ(medians, expected) << "family " << family << " half " << half;
+            ASSERT_TRUE(LargeWindowMedians(samples.data(), medians.data(), n, half));
+            EXPECT_EQ(medians, expected);
+            std::fill_n(expected.begin(), half, 12345);
+            std::fill_n(expected.rbegin(), half, 12345);
+            medians.assign(samples.size(), 12345);
+            if (SmallWindowMedians(samples.data(), medians.data(), n, half)) {
+                EXPECT_EQ(medians, expected);
+            }
+        }
+    }
+}
+
+// Windows of thousands of samples, in which the middle jumps over long gaps, against single windows.
+TEST(MedianFilter, LargeWindows) {
+    constexpr int n = 60000;
+    for (int family = 0; family < kFamilies; ++family) {
+        const Samples samples = MakeSamples(static_cast<Family>(family), n, 5);
+        for (const int half : {1000, 4999, 25000, n}) {
+            Samples medians(samples.size());
+            ASSERT_TRUE(LargeWindowMedians(samples.data(), medians.data(), n, std::min(half, n - 1)));
+            for (int i = 0; i < n; i += 2011) {
+                const auto first = samples.begin() + std::max(0, i - half);
+                const auto last = samples.begin() + std::min(n, i + half + 1);
+                EXPECT_EQ(medians[static_cast<std::size_t>(i)], SortedMedian(Samples(first, last)))
+                    << "family " << family << " half " << half << " at " << i;
+            }
         }
     }
 }
