@@ -31,8 +31,8 @@ class SlidingMedian {
         window_.Insert(rank);
         below_ += rank < cursor_;
     }
-    // Lets the first sample of the window go. Since the last Median() of three samples or more, no other may
-    // have gone.
+    // Lets the first sample of the window go: one at most after each Median(), and that of three samples or
+    // more.
     void Drop();
     // The WindowMedian of the window, which holds two samples or more.
     int Median();
