@@ -238,6 +238,13 @@ TEST(SmoothingSpline, WaveLengthsBeyondTheRangeAreRescaled) {
     EXPECT_DOUBLE_EQ(tScale, 0.1);
     ExpectClose({work.fitted, work.fitted + 40}, FitOf(points, 5000, 0.1), 1e-9);
 
+    // A work area used before is as good as new.
+    Points close = points;
+    for (CPoint& p : close) p.x /= 20;
+    waveLength = 50, tScale = 10000;
+    ASSERT_TRUE(SplineSmooth(close.data(), nullptr, 40, work, waveLength, tScale, yScale, nullptr));
+    ExpectClose({work.fitted, work.fitted + 40}, FitOf(close, 50, 10000), 0);
+
     // Steps of 0.002 to 0.08 remain uneven though the unit grows beyond them.
     std::vector<double> t, y;
     for (const CPoint& p : points) {
