@@ -3,8 +3,6 @@
 // undulations much shorter are removed, longer ones kept, and at the wave length itself about half is left.
 #pragma once
 
-#include <cstddef>
-
 #include "platform/core/Geometry.h"
 
 constexpr double kMinimumSpacing = 0.001;

@@ -14,6 +14,10 @@
 //   right one sees time reversed.
 // - Noise variances are w = lambda / (lambda + 1) per observation and v = 1 / (lambda + 1) per unit of time,
 //   so that lambda may be anything from zero (f = y) to infinity (the least-squares line).
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -28,6 +32,17 @@ using Pair = double __attribute__((vector_size(16)));  // lane 0 walks from the 
 constexpr double kTwoPi = 6.283185307179586;
 constexpr double kExtremeStep = 1e50;  // steps are held within [1 / this, this] mean steps
 
+// Where a is not a number the answer is b.
+double Larger(double a, double b) { return a > b ? a : b; }
+double Smaller(double a, double b) { return a < b ? a : b; }
+#ifdef __SSE2__
+Pair Larger(Pair a, Pair b) { return _mm_max_pd(a, b); }
+Pair Smaller(Pair a, Pair b) { return _mm_min_pd(a, b); }
+#else
+Pair Larger(Pair a, Pair b) { return a > b ? a : b; }
+Pair Smaller(Pair a, Pair b) { return a < b ? a : b; }
+#endif
+
 // Time is counted in mean spacings, which keeps all magnitudes near one.
 struct Problem {
     const double* t;
@@ -37,18 +52,12 @@ struct Problem {
     double process;      // v
     double observation;  // w
 
-    // The distance between two abscissas, in mean spacings. Comparisons are written so that not-a-number
-    // gives the smallest spacing.
+    // The distance between two abscissas, in mean spacings; not-a-number counts as the smallest spacing.
     template <class V>
     V Step(V a, V b) const {
-        V d = b - a;
-        d = d > -d ? d : -d;
-        const V least = V{} + minimumSpacing;
-        d = (d > least ? d : least) * perUnit;
-        const V low = V{} + 1 / kExtremeStep;
-        const V high = V{} + kExtremeStep;
-        d = d > low ? d : low;
-        return d < high ? d : high;
+        const V distance = Larger(b - a, a - b);
+        const V steps = Larger(distance, V{} + minimumSpacing) * perUnit;
+        return Smaller(Larger(steps, V{} + 1 / kExtremeStep), V{} + kExtremeStep);
     }
     double Step(int i) const { return Step(t[i], t[i + 1]); }
 };
