@@ -31,9 +31,17 @@ class Supports {
 
   private:
     bool IsDeleted(long i) const { return status_ && (status_[i] & PS_DELETED); }
+    // Over a run of consecutive entries in one step.
+    void PassOverListedBelow(long i) {
+        while (listed_ != listEnd_ && *listed_ < i) {
+            const long step =
+                *listed_ < 0 ? 1 : std::min(i - *listed_, static_cast<long>(listEnd_ - listed_));
+            listed_ += listed_[step - 1] == *listed_ + step - 1 ? step : 1;
+        }
+    }
     long FirstFrom(long i) {
         for (; i < count_; ++i) {
-            while (listed_ != listEnd_ && *listed_ < i) ++listed_;
+            PassOverListedBelow(i);
             const bool isListed = listed_ != listEnd_ && *listed_ == i;
             if (!isListed && !IsDeleted(i)) break;
         }
@@ -49,6 +57,10 @@ class Supports {
     long above_ = -1;
 };
 
+void SetLevel(CPoint* points, long n, LONG level) {
+    for (long i = 0; i < n; ++i) points[i].y = level;
+}
+
 void SetLine(CPoint* points, long n, const CPoint& from, const CPoint& to, double yScale) {
     const double x0 = from.x;
     const double x1 = to.x;
@@ -56,15 +68,11 @@ void SetLine(CPoint* points, long n, const CPoint& from, const CPoint& to, doubl
     const double y1 = to.y / yScale;
     const double length = x1 - x0;
     if (length == 0.0)
-        ApplyRule(points, n, [](double, double) TAVIN_INLINE { return 0.0; });
+        SetLevel(points, n, 0);
     else
-        ApplyRule(points, n, [=](double x, double) TAVIN_INLINE {
-            return yScale * (y0 * (x1 - x) / length + y1 * (x - x0) / length);
+        ApplyRule(points, n, [=](const auto& x, auto& y) TAVIN_INLINE {
+            y = yScale * (y0 * (x1 - x) / length + y1 * (x - x0) / length);
         });
-}
-
-void SetLevel(CPoint* points, long n, LONG level) {
-    for (long i = 0; i < n; ++i) points[i].y = level;
 }
 
 }  // namespace

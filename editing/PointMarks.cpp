@@ -3,7 +3,7 @@
 #include "editing/PointRuns.h"
 #include "sources/PointStatus.h"
 
-void MarkRun(unsigned short* status, int* rejection, long begin, long end, int flags, int code) {
+void MarkLongRun(unsigned short* status, int* rejection, long begin, long end, int flags, int code) {
     const auto word = static_cast<unsigned short>(flags);
     if (status) {
         for (long i = begin; i < end; ++i) status[i] |= word;

@@ -61,12 +61,13 @@ TAVIN_INLINE inline LONG AddWithoutBranches(LONG a, LONG b) {
 }
 
 void AddToRun(CPoint* points, long n, LONG dx, LONG dy) {
+    if (n == 1) return points->Offset(dx, dy);
     for (long i = 0; i < n; ++i)
         points[i] = CPoint(AddWithoutBranches(points[i].x, dx), AddWithoutBranches(points[i].y, dy));
 }
 
 // Amounts beyond 32 bits are added in steps; a sum that has saturated stays where it is.
-void TranslateRun(CPoint* points, long n, long dx, long dy) {
+void TranslateFar(CPoint* points, long n, long dx, long dy) {
     constexpr long kBeyondEverySum = 1L << 33;
     dx = std::clamp(dx, -kBeyondEverySum, kBeyondEverySum);
     dy = std::clamp(dy, -kBeyondEverySum, kBeyondEverySum);
@@ -119,14 +120,18 @@ constexpr Method kMethods[] = {
 
 int TranslatePoints(CPoint* data, int count, const long* indices, int indexCount, long dx, long dy, int mode,
                     unsigned short* status, int* rejection, int code) {
-    return ChangeCovered({data, count, indices, indexCount, mode, status, rejection, code},
-                         [dx, dy](CPoint* points, long n) { TranslateRun(points, n, dx, dy); });
+    const Target to{data, count, indices, indexCount, mode, status, rejection, code};
+    const LONG nearX = SaturateToInt32(dx);
+    const LONG nearY = SaturateToInt32(dy);
+    if (nearX == dx && nearY == dy)
+        return ChangeCovered(to, [=](CPoint* points, long n) { AddToRun(points, n, nearX, nearY); });
+    return ChangeCovered(to, [=](CPoint* points, long n) { TranslateFar(points, n, dx, dy); });
 }
 
 int ScaleWithOffset(CPoint* data, int count, const long* indices, int indexCount, double factor,
                     double origin, int mode, unsigned short* status, int* rejection, int code) {
     return ScaleCovered({data, count, indices, indexCount, mode, status, rejection, code},
-                        [=](double, double y) TAVIN_INLINE { return origin + (y - origin) * factor; });
+                        [=](const auto&, auto& y) TAVIN_INLINE { y = origin + (y - origin) * factor; });
 }
 
 int RampScale(CPoint* data, int count, const long* indices, int indexCount, double K, unsigned short* status,
@@ -135,7 +140,7 @@ int RampScale(CPoint* data, int count, const long* indices, int indexCount, doub
     const Span span = SpanOf(to);
     if (span.length == 0.0) return MarkCovered(to);
     return ScaleCovered(
-        to, [=](double x, double y) TAVIN_INLINE { return y + K * (x - span.first) / span.length; });
+        to, [=](const auto& x, auto& y) TAVIN_INLINE { y = y + K * (x - span.first) / span.length; });
 }
 
 int DriftScale(CPoint* data, int count, const long* indices, int indexCount, double P, unsigned short* status,
@@ -145,13 +150,13 @@ int DriftScale(CPoint* data, int count, const long* indices, int indexCount, dou
     if (span.length == 0.0) return MarkCovered(to);
     const double share = P / 100.0;
     return ScaleCovered(
-        to, [=](double x, double y) TAVIN_INLINE { return y + y * share * (x - span.first) / span.length; });
+        to, [=](const auto& x, auto& y) TAVIN_INLINE { y = y + y * share * (x - span.first) / span.length; });
 }
 
 int CustomScale(CPoint* data, int count, const long* indices, int indexCount, double P, double origin,
                 unsigned short* status, int* rejection, int code) {
     return ScaleCovered({data, count, indices, indexCount, kListed, status, rejection, code},
-                        [=](double, double y) TAVIN_INLINE { return y + (y - origin) * P / 100.0; });
+                        [=](const auto&, auto& y) TAVIN_INLINE { y = y + (y - origin) * P / 100.0; });
 }
 
 const char* GetMethodName(short index, int group) {

@@ -16,6 +16,11 @@ void ForListedRuns(long count, const long* indices, long indexCount, Visit visit
         }
         const long most = std::min(indexCount - i, count - begin);
         long length = 1;
+        for (; length + 8 <= most; length += 8) {
+            long differs = 0;
+            for (long k = length; k < length + 8; ++k) differs |= indices[i + k] ^ (begin + k);
+            if (differs != 0) break;
+        }
         while (length < most && indices[i + length] == begin + length) ++length;
         visit(begin, begin + length);
         i += length;

@@ -125,8 +125,9 @@ bool IPointSource::WriteSnapshot(SnapshotStream& stream) {
         if (status) {
             Write(stream, status, n);
         } else {
-            constexpr unsigned short kNone = 0;
-            for (std::size_t i = 0; i < n; ++i) Write(stream, &kNone, 1);
+            constexpr std::size_t kBlock = 4096;
+            static constexpr unsigned short kNone[kBlock] = {};
+            for (std::size_t i = 0; i < n; i += kBlock) Write(stream, kNone, std::min(kBlock, n - i));
         }
         if (rejection) Write(stream, rejection, n);
     }

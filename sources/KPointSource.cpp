@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
+#include <new>
+#include <utility>
 #include <vector>
 
 #include "platform/core/CCriticalSection.h"
+#include "sources/StoredBox.h"
 
 IMPLEMENT_DYNAMIC(KPointSource, IPointSource)
 
@@ -40,34 +42,6 @@ T* Enlarge(T* array, long from, long to) {
 }
 
 constexpr double kNoMinimum = 1.7e308;
-
-struct StoredBox {
-    std::int32_t minX = std::numeric_limits<std::int32_t>::max();
-    std::int32_t minY = minX;
-    std::int32_t maxX = std::numeric_limits<std::int32_t>::min();
-    std::int32_t maxY = maxX;
-    bool any = false;
-};
-
-// A skipped point takes part as the neutral element, so that the loop has no branches and vectorises.
-StoredBox FindBox(const CPoint* data, const unsigned short* status, long count, bool skipDeleted) {
-    constexpr std::int32_t kLow = std::numeric_limits<std::int32_t>::min();
-    constexpr std::int32_t kHigh = std::numeric_limits<std::int32_t>::max();
-    std::int32_t x0 = kHigh;
-    std::int32_t y0 = kHigh;
-    std::int32_t x1 = kLow;
-    std::int32_t y1 = kLow;
-    bool any = false;
-    for (long i = 0; i < count; ++i) {
-        const bool skip = skipDeleted && status && (status[i] & PS_DELETED);
-        x0 = std::min(x0, skip ? kHigh : data[i].x);
-        y0 = std::min(y0, skip ? kHigh : data[i].y);
-        x1 = std::max(x1, skip ? kLow : data[i].x);
-        y1 = std::max(y1, skip ? kLow : data[i].y);
-        any |= !skip;
-    }
-    return {x0, y0, x1, y1, any};
-}
 
 // Lowers `low` and raises `high` by the real value of a stored one. Not-a-number (a scale of 0) changes
 // neither.
@@ -121,14 +95,17 @@ bool KPointSource::UpdateStats() {
         return false;
     }
     const Locked locked;
-    StoredBox box = FindBox(data, status, count, true);
-    if (!box.any) box = FindBox(data, status, count, false);
     minX = minY = kNoMinimum;
     maxX = maxY = -kNoMinimum;
-    // The real value rises or falls with the stored one throughout, so the stored extremes give the real
-    // ones.
-    for (const std::int32_t x : {box.minX, box.maxX}) Widen(minX, maxX, x, offset.x, GetXScale());
-    for (const std::int32_t y : {box.minY, box.maxY}) Widen(minY, maxY, y, offset.y, GetYScale());
+    for (const unsigned short skipped : {PS_DELETED, static_cast<unsigned short>(0)}) {
+        const StoredBox box = FindStoredBox(data, status, count, skipped);
+        if (!box.any) continue;
+        // The real value rises or falls with the stored one throughout, so the stored extremes give the real
+        // ones.
+        for (const std::int32_t x : {box.minX, box.maxX}) Widen(minX, maxX, x, offset.x, GetXScale());
+        for (const std::int32_t y : {box.minY, box.maxY}) Widen(minY, maxY, y, offset.y, GetYScale());
+        if (minX != kNoMinimum) break;
+    }
     return true;
 }
 
@@ -146,6 +123,11 @@ bool KPointSource::Grow(long needed) {
     }
     capacity = enlarged;
     return true;
+}
+
+long KPointSource::IndexOf(const iterator& position) const {
+    return position.current ? std::clamp(static_cast<long>(position.current - position.first), 0L, count)
+                            : count;
 }
 
 bool KPointSource::MakeRoom(long at, long added) {
@@ -171,24 +153,27 @@ void KPointSource::push_back(const CPoint& point) {
 
 void KPointSource::insert(iterator position, const CPoint& point) {
     const Locked locked;
-    if (position == end_data()) return push_back(point);
     const CPoint copied = point;
-    const long at = position.current - position.first;
+    const long at = IndexOf(position);
     if (MakeRoom(at, 1)) data[at] = copied;
 }
 
 void KPointSource::insert(iterator position, iterator first, iterator last) {
     const Locked locked;
-    std::vector<CPoint> copied;
-    for (; first.current && !(first == last); ++first) copied.push_back(*first);
-    const long at = position == end_data() ? count : position.current - position.first;
-    if (!copied.empty() && MakeRoom(at, static_cast<long>(copied.size())))
-        std::copy(copied.begin(), copied.end(), data + at);
+    try {
+        std::vector<CPoint> copied;
+        for (; first.current && !(first == last); ++first) copied.push_back(*first);
+        const long at = IndexOf(position);
+        if (!copied.empty() && MakeRoom(at, static_cast<long>(copied.size())))
+            std::copy(copied.begin(), copied.end(), data + at);
+    } catch (const std::bad_alloc&) {
+    }
 }
 
 void KPointSource::SetOffset(long x, long y) { offset = CPoint(SaturateToInt32(x), SaturateToInt32(y)); }
 
 void KPointSource::SetStatus(unsigned short* newStatus) {
+    if (newStatus == status) return;
     if (ownsStatus) std::free(status);
     status = newStatus;
     ownsStatus = false;

@@ -45,7 +45,8 @@ class KPointSource : public IPointSource {
     CPoint& operator[](int i) { return data[i]; }
     // Appends a sample with status 0. Without memory the series stays as it is.
     void push_back(const CPoint& point);
-    // Inserts a sample with status 0 before `position`, an iterator over this series' data.
+    // Inserts a sample with status 0 before `position`, an iterator over this series' data. Without memory
+    // the series stays as it is, here and below.
     void insert(iterator position, const CPoint& point);
     // Inserts the samples from `first` up to `last`, iterators over a series' data, before `position`. They
     // may come from this series itself.
@@ -62,6 +63,8 @@ class KPointSource : public IPointSource {
 
   private:
     bool Grow(long needed);
+    // Where an iterator points, also one from before the array grew; the end for any end iterator.
+    long IndexOf(const iterator& position) const;
     // Opens a gap of `added` samples at index `at`; false without memory.
     bool MakeRoom(long at, long added);
 

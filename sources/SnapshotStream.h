@@ -10,12 +10,12 @@
 
 class SnapshotStream : public std::iostream {
   public:
-    // Reserves `capacity` zero bytes; memory is taken only as it is written.
+    // Reserves `capacity` bytes; memory is taken only as it is written.
     explicit SnapshotStream(std::size_t capacity);
     ~SnapshotStream() override;
 
     // Clears the error state and starts writing at position 0; nothing is left to read. `capacity` is
-    // reserved.
+    // reserved, and a block more than four times as large (and larger than 8 MB) is given back.
     void Rewrite(std::size_t capacity);
     // Clears the error state and starts reading at position 0.
     void Reread();
