@@ -4,6 +4,22 @@
 
 #include <algorithm>
 
+// How many of the first `most` entries (at least one) count up by one from the first.
+inline long ConsecutiveEntries(const long* entries, long most) {
+    constexpr long kBlock = 8;
+    const long first = entries[0];
+    const auto fits = [=](long i) { return i < most && entries[i] == first + i; };
+    long length = 1;
+    while (length < kBlock && fits(length)) ++length;
+    for (; length >= kBlock && length + kBlock <= most; length += kBlock) {
+        long differs = 0;
+        for (long i = length; i < length + kBlock; ++i) differs |= entries[i] ^ (first + i);
+        if (differs != 0) break;
+    }
+    while (fits(length)) ++length;
+    return length;
+}
+
 // visit(begin, end) for the listed points, in the order of the list; entries outside the arrays are passed
 // over and an entry listed twice is visited twice.
 template <class Visit>
@@ -14,14 +30,7 @@ void ForListedRuns(long count, const long* indices, long indexCount, Visit visit
             ++i;
             continue;
         }
-        const long most = std::min(indexCount - i, count - begin);
-        long length = 1;
-        for (; length + 8 <= most; length += 8) {
-            long differs = 0;
-            for (long k = length; k < length + 8; ++k) differs |= indices[i + k] ^ (begin + k);
-            if (differs != 0) break;
-        }
-        while (length < most && indices[i + length] == begin + length) ++length;
+        const long length = ConsecutiveEntries(indices + i, std::min(indexCount - i, count - begin));
         visit(begin, begin + length);
         i += length;
     }

@@ -11,7 +11,7 @@
 #define TAVIN_INLINE __attribute__((always_inline))
 
 template <class Rule>
-TAVIN_INLINE inline void ApplyRuleToEach(CPoint* points, long n, const Rule& rule) {
+TAVIN_INLINE inline void ApplyRuleToEach(CPoint* points, long n, Rule rule) {
     for (long i = 0; i < n; ++i) {
         double value = points[i].y;
         rule(static_cast<double>(points[i].x), value);
@@ -22,7 +22,7 @@ TAVIN_INLINE inline void ApplyRuleToEach(CPoint* points, long n, const Rule& rul
 // Four points at a time. Adding half with the value's own sign is RoundHalfAway's sum: the two differ only at
 // 0, where both truncate to 0.
 template <class Rule>
-__attribute__((target("avx2"))) void ApplyRuleToFours(CPoint* points, long n, const Rule& rule) {
+__attribute__((target("avx2"))) void ApplyRuleToFours(CPoint* points, long n, Rule rule) {
     const __m256i xFirst = _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7);
     const __m256d sign = _mm256_set1_pd(-0.0);
     const __m256d half = _mm256_set1_pd(0.5);

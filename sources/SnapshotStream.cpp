@@ -10,14 +10,16 @@
 namespace {
 
 constexpr std::size_t kHugePage = std::size_t{2} << 20;
+constexpr std::size_t kLargeBlock = 8 * kHugePage;
 
 // Large blocks are asked for in huge pages, where the system grants them: a snapshot then costs hundreds of
-// page faults instead of tens of thousands. Memory is taken only as it is written. Freed with std::free.
+// page faults instead of tens of thousands. Memory is taken only as it is written; the part of a huge page
+// that stays unwritten is small beside such a block. Freed with std::free.
 char* AllocateBlock(std::size_t size) {
-    if (size < kHugePage) return static_cast<char*>(std::malloc(size));
-    const std::size_t whole = (size + kHugePage - 1) / kHugePage * kHugePage;
-    if (whole < size) return nullptr;
-    void* block = std::aligned_alloc(kHugePage, whole);
+    if (size < kLargeBlock) return static_cast<char*>(std::malloc(size));
+    const std::size_t whole = size / kHugePage * kHugePage;
+    if (size > static_cast<std::size_t>(-1) / 2) return nullptr;
+    void* block = std::aligned_alloc(kHugePage, whole + kHugePage);
 #ifdef MADV_HUGEPAGE
     if (block) madvise(block, whole, MADV_HUGEPAGE);
 #endif

@@ -300,7 +300,7 @@ TEST(KPointSource, TheExtentOfRandomSeriesIsThatOfAWalkOverThem) {
 
 TEST(KPointSource, AnotherThreadMayAppendWhileALockedReaderWalks) {
     KPointSource series("name", 1, 1, "", "", 0, 100);
-    constexpr int kAppended = 20000;
+    constexpr int kAppended = 3000;
     std::atomic<bool> done = false;
     std::thread host([&] {
         for (int i = 0; i < kAppended; ++i) series.push_back(CPoint(i, i));
