@@ -21,8 +21,8 @@ class CBigRegion {
     std::int64_t Y(int i) const { return ys_[static_cast<std::size_t>(i)]; }
     bool PtInRegion(POINT point) const;
     // inside[i] becomes 1 for every one of the n points that lies in the region, else 0; the same answers as
-    // PtInRegion, in a time that hardly depends on the number of vertices. It takes a few bytes a vertex and
-    // up to a few bytes a point for the time of the call; without that memory it is only slower.
+    // PtInRegion, in a time that hardly depends on the number of vertices. Work memory grows with points and
+    // vertices and is freed again; where there is none, the answers only take longer.
     void PtsInRegion(const CPoint* points, long n, unsigned char* inside) const;
 
   private:

@@ -8,7 +8,10 @@ namespace {
 // Cells per axis: enough that most of them are free of edges, and no more than the points are worth.
 constexpr std::int64_t kFewestCells = 64;
 constexpr std::int64_t kMostCells = 1024;
+// What listing the edges may cost: so much for each point and edge, and never more entries than 32 bits
+// count.
 constexpr std::int64_t kTouchesPerItem = 16;
+constexpr std::int64_t kMostTouches = std::int64_t{1} << 28;
 
 int ShiftFor(std::int64_t extent, std::int64_t cells) {
     int shift = 0;
@@ -33,7 +36,7 @@ void RegionGrid<Wide>::ChooseCells(long points) {
     const auto edgeCount = static_cast<std::int64_t>(edges_.size());
     std::int64_t cells = std::clamp(2 * edgeCount, kFewestCells, kMostCells);
     while (cells > 1 && cells * cells > points) cells /= 2;
-    const std::int64_t most = kTouchesPerItem * (points + edgeCount);
+    const std::int64_t most = std::min(kTouchesPerItem * (points + edgeCount), kMostTouches);
     for (;; cells /= 2) {
         shiftX_ = ShiftFor(box_.highX - box_.lowX, cells);
         shiftY_ = ShiftFor(box_.highY - box_.lowY, cells);
