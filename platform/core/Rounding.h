@@ -27,7 +27,8 @@ constexpr std::int32_t SaturateToInt32(std::int64_t value) {
 // a + b and a - b of stored values, saturated at the 32-bit limits.
 constexpr std::int32_t AddSaturated(std::int64_t a, std::int64_t b) {
     std::int64_t sum = 0;
-    if (__builtin_add_overflow(a, b, &sum)) return SaturateToInt32(a);
+    if (__builtin_add_overflow(a, b, &sum))
+        sum = a < 0 ? std::numeric_limits<std::int64_t>::min() : std::numeric_limits<std::int64_t>::max();
     return SaturateToInt32(sum);
 }
 constexpr std::int32_t SubtractSaturated(std::int32_t a, std::int32_t b) {

@@ -42,7 +42,8 @@ TEST(Rounding, HalvesGoAwayFromZeroAndWildValuesSaturate) {
 TEST(Geometry, SumsSaturateAndRealUnitsRound) {
     EXPECT_EQ(CPoint(kMax, kMin) + CPoint(1, -1), CPoint(kMax, kMin));
     EXPECT_EQ(CPoint(kMin, kMax) - CPoint(1, -1), CPoint(kMin, kMax));
-    EXPECT_EQ(AddSaturated(std::numeric_limits<std::int64_t>::max(), 5), kMax);
+    EXPECT_EQ(AddSaturated(1, std::numeric_limits<std::int64_t>::max()), kMax);
+    EXPECT_EQ(AddSaturated(-1, std::numeric_limits<std::int64_t>::min()), kMin);
     EXPECT_EQ(CRect(kMin, 0, kMax, 1).Width(), kMax);
     const CPoint rounded = CPointEx(2.5, -2.5);
     EXPECT_EQ(rounded, CPoint(3, -3));
