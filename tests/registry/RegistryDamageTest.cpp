@@ -100,9 +100,9 @@ TEST_F(RegistryDamage, OnlyOneOfTwoProcessesSetsTheFileAside) {
 TEST_F(RegistryDamage, FilesOfNewerVersionsAndOtherProgramsStayAsTheyAre) {
     const std::string healthy = HealthyFile();
     const std::pair<const char*, std::string> cases[] = {
-        {"newer version", Patched(healthy, 60, 2)},  // where SQLite's header keeps the user's version
-        {"another program", Patched(healthy, 68, 7)},
-    };  // and the application's number
+        // where SQLite's header keeps the user's version and the application's number
+        {"newer version", Patched(healthy, 60, 2)},
+        {"another program", Patched(healthy, 68, 7)}};
     for (const auto& [what, bytes] : cases) {
         messages_.clear();
         WriteFile(bytes);

@@ -41,12 +41,14 @@ class RegistryFixture : public testing::Test {
         std::ifstream stream(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
     }
-    // The files that were set aside.
+    // The files that were set aside, without their journals.
     std::vector<std::filesystem::path> SetAside() const {
         std::vector<std::filesystem::path> found;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_))
-            if (entry.path().filename().string().find(".damaged-") != std::string::npos)
-                found.push_back(entry.path());
+        for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+            const std::string name = entry.path().filename().string();
+            const bool journal = name.ends_with("-wal") || name.ends_with("-shm");
+            if (!journal && name.find(".damaged-") != std::string::npos) found.push_back(entry.path());
+        }
         return found;
     }
 
