@@ -167,13 +167,14 @@ bool SetAside(const std::string& path, const std::string& newName) {
     return true;
 }
 
-// Of several processes that find the same damaged file only one may rename it; the others would rename the
-// new file. The lock lies on the folder, so that it leaves no file behind.
+// Of several processes that find the same damaged file only one may rename it, while none is opening it: the
+// others would rename the new file, or lose its journal to the rename. The lock lies on the folder, so that
+// it leaves no file behind; where there is no locking we do without.
 class FolderLock {
   public:
-    explicit FolderLock(const std::string& path)
+    FolderLock(const std::string& path, int operation)
         : folder_(open(fs::path(path).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        if (folder_ >= 0) flock(folder_, LOCK_EX);
+        if (folder_ >= 0) flock(folder_, operation);
     }
     ~FolderLock() {
         if (folder_ >= 0) close(folder_);
@@ -205,7 +206,7 @@ OpenedRegistry Accept(const std::string& path, Attempt attempt) {
 }
 
 OpenedRegistry ReplaceDamaged(const std::string& path) {
-    const FolderLock lock(path);
+    const FolderLock alone(path, LOCK_EX);
     Attempt damaged = TryOpen(path);
     if (damaged.state != State::Damaged) return Accept(path, std::move(damaged));
     damaged.database.reset();
@@ -252,8 +253,10 @@ OpenedRegistry OpenRegistryFile(const std::string& path) {
     std::error_code ignored;
     const std::string file = fs::absolute(path, ignored).string();
     CreateFolder(fs::path(file).parent_path());
-    Attempt attempt = TryOpen(file);
-    if (attempt.state != State::Damaged) return Accept(file, std::move(attempt));
-    attempt.database.reset();
+    {
+        const FolderLock shared(file, LOCK_SH);
+        Attempt attempt = TryOpen(file);
+        if (attempt.state != State::Damaged) return Accept(file, std::move(attempt));
+    }
     return ReplaceDamaged(file);
 }

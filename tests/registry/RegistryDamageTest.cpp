@@ -1,25 +1,35 @@
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <functional>
 
+#include "platform/registry/RegistryTransaction.h"
 #include "tests/registry/RegistryFixture.h"
 
 namespace {
 
-// Runs `act` in a process without the administrator's rights, which no file mode stops.
-int AsOrdinaryUser(const std::function<int()>& act) {
+// Runs `act` in a process of its own; its result.
+int InChild(const std::function<int()>& act) {
     const pid_t child = fork();
     if (child == 0) {
-        const bool ordinary = geteuid() != 0 || (setgid(65534) == 0 && setuid(65534) == 0);
-        const int result = ordinary ? act() : 99;
+        const int result = act();
         SetRegistryFile(nullptr);
         _exit(result);
     }
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// The same without the administrator's rights, which no file mode stops.
+int AsOrdinaryUser(const std::function<int()>& act) {
+    return InChild([&] {
+        const bool ordinary = geteuid() != 0 || (setgid(65534) == 0 && setuid(65534) == 0);
+        return ordinary ? act() : 99;
+    });
 }
 
 class RegistryDamage : public RegistryFixture {
@@ -156,6 +166,40 @@ TEST_F(RegistryDamage, AWriteProtectedFileIsReadAndAnUnreadableOneSetAside) {
               0);
     Reopen();
     EXPECT_EQ(GetNumber(HKEY_CURRENT_USER, "n"), 4);
+}
+
+TEST_F(RegistryDamage, AFullDiskUndoesTheWholeTransactionAndIsReportedOnce) {
+    // A long value reaches the disk before the end of its transaction, a shorter one with it.
+    for (const std::size_t size : {200000, 20000000}) {
+        EXPECT_EQ(InChild([&] {
+                      Reopen();
+                      PutNumber(HKEY_CURRENT_USER, "n", 1);
+                      signal(SIGXFSZ, SIG_IGN);
+                      rlimit before{};
+                      getrlimit(RLIMIT_FSIZE, &before);
+                      const rlimit small{100000, before.rlim_max};
+                      CRegKey key;
+                      for (int i = 0; i < 2; ++i) {
+                          setrlimit(RLIMIT_FSIZE, &small);
+                          RegistryTransaction transaction;
+                          PutNumber(HKEY_CURRENT_USER, "n", 2);
+                          key.Create(HKEY_CURRENT_USER, "K");
+                          Put(HKEY_CURRENT_USER, "long", REG_BINARY, std::string(size, 'x'));
+                          PutNumber(HKEY_CURRENT_USER, "n", 3);
+                          if (transaction.Commit() == ERROR_SUCCESS) return 1;
+                      }
+                      setrlimit(RLIMIT_FSIZE, &before);
+                      if (GetNumber(HKEY_CURRENT_USER, "n") != 1) return 2;
+                      if (NamesOf(HKEY_CURRENT_USER).size() != 1) return 3;
+                      if (PutNumber(key, "n", 1) != ERROR_INVALID_HANDLE) return 4;
+                      if (messages_.size() != 1) return 5;
+                      if (messages_[0].find("not be written to " + file_.string()) == std::string::npos)
+                          return 6;
+                      return PutNumber(HKEY_CURRENT_USER, "n", 1) == ERROR_SUCCESS ? 0 : 7;
+                  }),
+                  0)
+            << size;
+    }
 }
 
 TEST_F(RegistryDamage, AFileRemovedWhileOpenIsBegunAnew) {

@@ -12,7 +12,7 @@ using RegistryProcess = RegistryFixture;
 
 constexpr int kValues = 20;
 
-std::string ValueName(int i) { return "v" + std::to_string(i); }
+std::string ValueName(int i) { return std::string("v").append(std::to_string(i)); }
 
 // Writes generation after generation of twenty equal values, each in one transaction, and acknowledges each
 // after its end. Never returns.
