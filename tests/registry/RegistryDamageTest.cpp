@@ -52,6 +52,8 @@ TEST_F(RegistryDamage, ADamagedFileIsSetAsideUntouchedAndReportedOnce) {
     ASSERT_GT(healthy.size(), 20000u);
     std::string overwritten = healthy;
     overwritten.replace(overwritten.size() / 2, 6000, 6000, '\xA5');
+    std::string lastPage = healthy;
+    lastPage.replace(lastPage.size() - 4096, 4096, 4096, '\x5A');
     std::string withoutTables = healthy;
     const std::size_t table = withoutTables.find("CREATE TABLE rvalue");
     ASSERT_NE(table, std::string::npos);
@@ -60,6 +62,7 @@ TEST_F(RegistryDamage, ADamagedFileIsSetAsideUntouchedAndReportedOnce) {
         {"not a database", "[settings]\ncolor=red\n" + std::string(2000, '#')},
         {"cut short", healthy.substr(0, healthy.size() / 2)},
         {"overwritten in the middle", overwritten},
+        {"last page overwritten", lastPage},
         {"a table renamed", withoutTables}};
     for (const auto& [what, bytes] : cases) {
         messages_.clear();

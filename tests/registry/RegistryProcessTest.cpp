@@ -65,11 +65,16 @@ TEST_F(RegistryProcess, AKilledWriterLosesNothingAcknowledgedAndTearsNoTransacti
 }
 
 TEST_F(RegistryProcess, TwoWritersLoseNoStepOfEachOther) {
-    constexpr int kSteps = 150;
+    constexpr int kSteps = 300;
+    int gate[2];
+    ASSERT_EQ(pipe(gate), 0);
     pid_t children[2];
     for (pid_t& child : children) {
         child = fork();
         if (child != 0) continue;
+        char none = 0;
+        close(gate[1]);
+        if (read(gate[0], &none, 1) != 0) _exit(1);  // until the parent opens the gate for both
         for (int step = 0; step < kSteps; ++step) {
             const RegistryTransaction transaction;
             CRegKey key;
@@ -80,6 +85,8 @@ TEST_F(RegistryProcess, TwoWritersLoseNoStepOfEachOther) {
         SetRegistryFile(nullptr);
         _exit(0);
     }
+    close(gate[0]);
+    close(gate[1]);
     for (const pid_t child : children) waitpid(child, nullptr, 0);
     CRegKey key;
     ASSERT_EQ(key.Open(HKEY_CURRENT_USER, "Software\\Shared"), ERROR_SUCCESS);

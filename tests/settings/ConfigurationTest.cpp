@@ -181,6 +181,11 @@ TEST_F(ConfigurationTest, OtherKindsUnterminatedAndOverlongTextsLeaveTheFieldAlo
     EXPECT_STREQ(record.label, "1234567");
 }
 
+struct Essay : Configuration {
+    char text[5000] = "";
+    void readwrite() override { readwriteValue("text", text); }
+};
+
 TEST_F(ConfigurationTest, RefusesToStoreWhatItCouldNotLoad) {
     Record record;
     record.name = std::string(4095, 'x');
@@ -193,6 +198,13 @@ TEST_F(ConfigurationTest, RefusesToStoreWhatItCouldNotLoad) {
     EXPECT_EQ(GetBytes(key_, "name"), Terminated(std::string(4095, 'x')));
     EXPECT_EQ(GetBytes(key_, "label"), Terminated("label"));
     EXPECT_EQ(GetBytes(key_, "count"), Terminated("8"));
+
+    Essay essay;
+    for (const std::size_t length : {4095, 4096, 4999}) {
+        std::memset(essay.text, 'e', length);
+        essay.exchange(HKEY_CURRENT_USER, "Record", true);
+        EXPECT_EQ(GetBytes(key_, "text"), Terminated(std::string(4095, 'e'))) << length;
+    }
 }
 
 TEST_F(ConfigurationTest, BlocksOfAnotherSizeOrKindAreLeftAlone) {
