@@ -11,20 +11,7 @@
 
 namespace {
 
-// Runs `act` in a process of its own; its result.
-int InChild(const std::function<int()>& act) {
-    const pid_t child = fork();
-    if (child == 0) {
-        const int result = act();
-        SetRegistryFile(nullptr);
-        _exit(result);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-// The same without the administrator's rights, which no file mode stops.
+// Runs `act` in a process without the administrator's rights, which no file mode stops.
 int AsOrdinaryUser(const std::function<int()>& act) {
     return InChild([&] {
         const bool ordinary = geteuid() != 0 || (setgid(65534) == 0 && setuid(65534) == 0);

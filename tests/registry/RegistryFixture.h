@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -57,6 +60,19 @@ class RegistryFixture : public testing::Test {
     std::vector<std::string> messages_;
     MessageBoxHandler previous_;
 };
+
+// Runs `act` in a process of its own; its result. The store must be closed.
+inline int InChild(const std::function<int()>& act) {
+    const pid_t child = fork();
+    if (child == 0) {
+        const int result = act();
+        SetRegistryFile(nullptr);
+        _exit(result);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
 
 // Shorthands on values of one key.
 inline LONG Put(HKEY key, const char* name, DWORD kind, const std::string& bytes) {

@@ -65,7 +65,7 @@ TEST_F(RegistryProcess, AKilledWriterLosesNothingAcknowledgedAndTearsNoTransacti
 }
 
 TEST_F(RegistryProcess, TwoWritersLoseNoStepOfEachOther) {
-    constexpr int kSteps = 300;
+    constexpr int kSteps = 2000;
     int gate[2];
     ASSERT_EQ(pipe(gate), 0);
     pid_t children[2];

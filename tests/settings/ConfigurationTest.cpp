@@ -1,5 +1,9 @@
 #include "settings/Configuration.h"
 
+#include <locale.h>
+#include <signal.h>
+#include <sys/resource.h>
+
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -218,6 +222,33 @@ TEST_F(ConfigurationTest, BlocksOfAnotherSizeOrKindAreLeftAlone) {
     EXPECT_EQ(record.block[0], 1);
     LoadWith("block", REG_BINARY, "wxyz", record);
     EXPECT_EQ(record.block[3], 'z');
+}
+
+struct Bulky : Configuration {
+    int first = 1;
+    std::vector<char> block = std::vector<char>(200000, 'x');
+    void readwrite() override {
+        readwriteValue("first", first);
+        readwriteValue("block", block.data(), static_cast<DWORD>(block.size()));
+    }
+};
+
+TEST_F(ConfigurationTest, ARecordTheDiskHasNoRoomForIsNotStoredInPart) {
+    SetRegistryFile(nullptr);
+    EXPECT_EQ(InChild([&] {
+                  Reopen();
+                  Bulky record;
+                  if (!record.exchange(HKEY_CURRENT_USER, "Bulky", true)) return 1;
+                  signal(SIGXFSZ, SIG_IGN);
+                  const rlimit small{100000, RLIM_INFINITY};
+                  setrlimit(RLIMIT_FSIZE, &small);
+                  record.first = 2;
+                  if (record.exchange(HKEY_CURRENT_USER, "Bulky", true) || record.error <= 0) return 2;
+                  CRegKey key;
+                  key.Open(HKEY_CURRENT_USER, "Bulky", KEY_READ);
+                  return GetBytes(key, "first") == Terminated("1") ? 0 : 3;
+              }),
+              0);
 }
 
 struct Nest : Configuration {
