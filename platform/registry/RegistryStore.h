@@ -9,6 +9,7 @@
 #include "platform/registry/RegistryTypes.h"
 
 class Database;
+class StatementRun;
 
 class RegistryStore {
   public:
@@ -56,7 +57,7 @@ class RegistryStore {
     LONG DeleteTree(KeyId key);
     LONG HasSubKeys(KeyId key, bool& answer);
     // Steps a statement that changes the store.
-    LONG Change(class StatementRun& run);
+    LONG Change(StatementRun& run);
     // ERROR_SUCCESS for a row or the end, else the registry's code; remembers the reason.
     LONG Check(int result);
     void Abandon(LONG status);
