@@ -76,25 +76,29 @@ State HasTables(Database& database, std::string& reason) {
     return incomplete ? State::Damaged : StateOf(result);
 }
 
+State CheckPages(Database& database, std::string& reason) {
+    std::string health;
+    const int result = database.Query("PRAGMA quick_check(1)", health);
+    reason = result == SQLITE_OK ? health : database.Reason();
+    if (result != SQLITE_OK) return StateOf(result);
+    return health == "ok" ? State::Usable : State::Damaged;
+}
+
 // Looks at what the file holds; `reason` is filled for every state but Usable and ReadOnly.
 State Inspect(Database& database, std::string& reason) {
     std::string id;
     std::string version;
     std::string tables;
-    int result = database.Query("PRAGMA application_id", id);
+    // The tables first: another process may be creating them, and they come together with the marks.
+    int result = database.Query("SELECT count(*) FROM sqlite_master", tables);
+    if (result == SQLITE_OK) result = database.Query("PRAGMA application_id", id);
     if (result == SQLITE_OK) result = database.Query("PRAGMA user_version", version);
-    if (result == SQLITE_OK) result = database.Query("SELECT count(*) FROM sqlite_master", tables);
     reason = database.Reason();
     if (result != SQLITE_OK) return StateOf(result);
     const bool fresh = tables == "0" && id == "0";
     if (!fresh && id != kApplicationId) return State::Foreign;
     if (std::atoi(version.c_str()) > kVersion) return State::Newer;
-
-    std::string health;
-    result = database.Query("PRAGMA quick_check(1)", health);
-    reason = result == SQLITE_OK ? health : database.Reason();
-    if (result != SQLITE_OK) return StateOf(result);
-    if (health != "ok") return State::Damaged;
+    if (const State state = CheckPages(database, reason); state != State::Usable) return state;
     if (database.IsReadOnly()) return State::ReadOnly;
     ChooseJournal(database);
     if (fresh && !CreateTables(database)) {
@@ -137,8 +141,9 @@ OpenedRegistry InMemory(const std::string& path, const std::string& problem, con
 
 OpenedRegistry CopyToMemory(const std::string& path, Database& file) {
     auto database = std::make_unique<Database>();
-    if (database->Open(":memory:") != SQLITE_OK || database->CopyFrom(file) != SQLITE_OK)
-        database = OpenInMemory();
+    const bool copied = database->Open(":memory:") == SQLITE_OK && database->CopyFrom(file) == SQLITE_OK &&
+                        CreateTables(*database);
+    if (!copied) database = OpenInMemory();
     return {std::move(database), "The settings file " + path +
                                      " is write-protected.\nSettings are read from it, but changes are lost "
                                      "when the program ends.\nTo keep them, allow writing to the file and "

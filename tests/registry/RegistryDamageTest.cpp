@@ -147,6 +147,14 @@ TEST_F(RegistryDamage, AWriteProtectedFileIsReadAndAnUnreadableOneSetAside) {
               }),
               0);
     EXPECT_EQ(BytesOf(file_), healthy);
+    // An empty one, too, leaves a store to work with.
+    WriteFile("");
+    EXPECT_EQ(AsOrdinaryUser([&] {
+                  Reopen();
+                  return PutNumber(HKEY_CURRENT_USER, "n", 4) == ERROR_SUCCESS && messages_.size() == 1 ? 0
+                                                                                                        : 1;
+              }),
+              0);
     ASSERT_EQ(chmod(file_.c_str(), 0), 0);
     EXPECT_EQ(AsOrdinaryUser([&] {
                   Reopen();
