@@ -4,18 +4,25 @@
 
 #include <filesystem>
 
+#include "platform/registry/Registry.h"
+
 namespace {
 
 class IsolatedSettings : public testing::Environment {
   public:
     void SetUp() override {
-        ASSERT_NE(mkdtemp(folder_), nullptr);
-        setenv("TAVIN_REGISTRY", (std::string(folder_) + "/registry.sqlite").c_str(), 1);
+        char folder[] = "/tmp/tavin-settings-XXXXXX";
+        ASSERT_NE(mkdtemp(folder), nullptr);
+        folder_ = folder;
+        setenv("TAVIN_REGISTRY", (folder_ / "registry.sqlite").c_str(), 1);
     }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
+    void TearDown() override {
+        SetRegistryFile(nullptr);
+        std::filesystem::remove_all(folder_);
+    }
 
   private:
-    char folder_[32] = "/tmp/tavin-settings-XXXXXX";
+    std::filesystem::path folder_;
 };
 
 const auto* const isolated = testing::AddGlobalTestEnvironment(new IsolatedSettings);
