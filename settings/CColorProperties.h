@@ -1,0 +1,21 @@
+// The colours of a graph view, 0x00BBGGRR.
+#pragma once
+
+#include "platform/core/Types.h"
+#include "settings/TavinProp.h"
+
+class CColorProperties final : public TavinProp {
+  public:
+    CColorProperties() { CColorProperties::SetDefaultValues(); }
+
+    void SaveToRegistry(CString section) override;
+    void LoadFromRegistry(CString section) override;
+    void SetDefaultValues() override;
+
+    COLORREF background;
+    COLORREF grid;
+    COLORREF dots;      // of every series drawn with dots
+    COLORREF axis;      // axes, ticks and labels
+    COLORREF modified;  // dots of edited points
+    COLORREF region;    // hatching of the marked region
+};

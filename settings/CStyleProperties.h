@@ -1,0 +1,17 @@
+// The drawing style that a host gives to new series.
+#pragma once
+
+#include "settings/TavinProp.h"
+
+class CStyleProperties final : public TavinProp {
+  public:
+    CStyleProperties() { CStyleProperties::SetDefaultValues(); }
+
+    void SaveToRegistry(CString section) override;
+    void LoadFromRegistry(CString section) override;
+    void SetDefaultValues() override;
+
+    int LineStyle;  // 0 solid, 1 dashed, 2 dotted, 3 dash-dot, 4 dash-dot-dot
+    int DotSize;
+    int DrawStyle;  // 0 dots only, 1 line and dots, 2 line only
+};
