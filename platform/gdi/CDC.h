@@ -19,16 +19,9 @@
 #include "platform/gdi/CBrush.h"
 #include "platform/gdi/CPen.h"
 #include "platform/gdi/GdiTypes.h"
+#include "platform/gdi/StatusFilter.h"
 
 class CBitmapEx;
-
-// Picks points by a parallel array of flag words: point i is taken when (status[i] & mask) == value. Without
-// an array every point is taken.
-struct StatusFilter {
-    const unsigned short* status = nullptr;
-    unsigned short mask = 0;
-    unsigned short value = 0;
-};
 
 class CDC : public CObject {
   public:

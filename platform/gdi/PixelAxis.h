@@ -1,0 +1,60 @@
+// The fast and exact way from logical coordinates to the pixels of a picture on one axis, for many points.
+// Where AxisMapping divides, this multiplies: the quotient lies at least 0.5 / (2 * 2^31) from any whole
+// number once half a step is added to its numerator, and for pictures up to kLargestPicture pixels the
+// doubles' errors sum up to a quarter of that at most, so that the whole part is always the right one.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/gdi/Mapping.h"
+
+class PixelAxis {
+  public:
+    static constexpr int kLargestPicture = 32000;
+
+    // Knows the pixels low to high, both included; -kLargestPicture..kLargestPicture at most.
+    PixelAxis(const AxisMapping& mapping, int low, int high);
+
+    // The logical coordinates whose pixels are known, both included; none when FirstKnown() > LastKnown().
+    std::int64_t FirstKnown() const { return m_first; }
+    std::int64_t LastKnown() const { return m_last; }
+    bool Knows(std::int32_t logical) const { return logical >= m_first && logical <= m_last; }
+
+    // The pixel of a known logical coordinate.
+    int Pixel(std::int32_t logical) const {
+        const double distance = static_cast<double>(logical) - m_reference;
+        const double offset = (logical < m_turn) == m_rising ? m_offsetBehind : m_offset;
+        return static_cast<int>(distance * m_slope + offset) - kLift;
+    }
+    // The same, with coordinates outside counted to the pixel just outside low..high.
+    int PixelOrOutside(std::int32_t logical) const {
+        if (logical < m_first) return m_rising ? m_low - 1 : m_high + 1;
+        if (logical > m_last) return m_rising ? m_high + 1 : m_low - 1;
+        return Pixel(logical);
+    }
+
+    // The logical coordinates of one pixel, both included; none when first > last.
+    struct Interval {
+        std::int64_t first;
+        std::int64_t last;
+    };
+    Interval LogicalOf(int pixel) const;
+
+  private:
+    static constexpr int kLift = 65536;  // makes what is truncated positive, so that truncation is the floor
+
+    // The smallest known coordinate whose pixel is at least (falling axis: at most) the given one; m_last + 1
+    // when there is none.
+    std::int64_t Border(int pixel) const;
+    bool Reaches(std::int64_t logical, int pixel) const;
+
+    int m_low, m_high;
+    bool m_rising;  // larger logical coordinates lie on larger pixels
+    std::int64_t m_first, m_last;
+    // Coordinates before it (rising) or from it on (falling) lie behind the window's origin: their halves go
+    // to the smaller pixel, those of all others to the larger one.
+    std::int64_t m_turn = 0;
+    double m_reference = 0.0;
+    double m_slope = 0.0;  // pixels per logical unit
+    double m_offset = 0.0, m_offsetBehind = 0.0;
+};
