@@ -8,9 +8,8 @@
 
 namespace {
 
-// From this many boxes on, or in larger boxes, counting coverage is faster than filling each box.
-constexpr std::size_t kWorthCounting = 4096;
-constexpr std::int64_t kSmallBox = 16;  // pixels
+// From this many boxes on counting coverage is faster than filling each box, whatever their size.
+constexpr std::size_t kWorthCounting = 20000;
 
 struct Box {
     int left, top, right, bottom;
@@ -127,9 +126,7 @@ void DrawBoxCloud(const Canvas& canvas, const Mapping& mapping, const CPoint* po
     if (!IsExact(canvas.clip))
         return DrawBoxByBox(canvas, mapping, points, count, which, halfExtent, shrink, ink);
     const Boxes boxes(canvas.clip, mapping, halfExtent, shrink);
-    const std::int64_t width = 2 * std::int64_t{mapping.x.LengthToDevice(halfExtent.cx)};
-    const std::int64_t height = 2 * std::int64_t{mapping.y.LengthToDevice(halfExtent.cy)};
-    if (count < kWorthCounting || (std::llabs(width) + 1) * (std::llabs(height) + 1) <= kSmallBox) {
+    if (count < kWorthCounting) {
         ForEachTaken(points, count, which, [&](CPoint p) {
             const Box box = boxes.Round(p);
             FillBox(canvas, box.left, box.top, box.right, box.bottom, ink);
