@@ -15,36 +15,47 @@ struct Box {
     int left, top, right, bottom;
 };
 
-// The boxes round points, cut off just outside the clip rectangle.
-class Boxes {
-  public:
-    Boxes(const CRect& clip, const Mapping& mapping, CSize halfExtent, int shrink)
-        : m_x(mapping.x, clip.left, clip.right),
-          m_y(mapping.y, clip.top, clip.bottom),
-          m_clip(clip),
-          m_half(halfExtent),
-          m_shrink(shrink) {}
+// Points are converted in batches that stay in the first cache.
+constexpr std::size_t kBatch = 256;
 
-    // What is visible of the box round p; empty when left >= right or top >= bottom.
-    Box Round(CPoint p) const {
-        const auto [left, right] = Side(m_x, p.x, m_half.cx);
-        const auto [top, bottom] = Side(m_y, p.y, m_half.cy);
-        return {std::max(left, m_clip.left), std::max(top, m_clip.top), std::min(right, m_clip.right),
-                std::min(bottom, m_clip.bottom)};
+// visit(x, y) for the pixel of every point that the filter takes; pixels outside the clip rectangle are just
+// outside it.
+template <class Visit>
+void ForEachPixel(const CRect& clip, const Mapping& mapping, const CPoint* points, std::size_t count,
+                  const StatusFilter& which, Visit&& visit) {
+    const PixelAxis axisX(mapping.x, clip.left, clip.right - 1), axisY(mapping.y, clip.top, clip.bottom - 1);
+    int x[kBatch], y[kBatch];
+    for (std::size_t start = 0; start < count; start += kBatch) {
+        const std::size_t size = std::min(kBatch, count - start);
+        axisX.PixelsOrOutside<&POINT::x>(points + start, size, 0, x);
+        axisY.PixelsOrOutside<&POINT::y>(points + start, size, 0, y);
+        for (std::size_t i = 0; i < size; ++i)
+            if (which.Takes(start + i)) visit(x[i], y[i]);
     }
+}
 
-  private:
-    std::pair<int, int> Side(const PixelAxis& axis, std::int32_t centre, std::int32_t half) const {
-        const int a = axis.PixelOrOutside(SubtractSaturated(centre, half));
-        const int b = axis.PixelOrOutside(AddSaturated(centre, half));
-        return {std::min(a, b), std::max(a, b) - m_shrink};
+// visit(box) for what is visible of the box round every point that the filter takes.
+template <class Visit>
+void ForEachBox(const CRect& clip, const Mapping& mapping, const CPoint* points, std::size_t count,
+                const StatusFilter& which, CSize half, int shrink, Visit&& visit) {
+    const PixelAxis axisX(mapping.x, clip.left, clip.right), axisY(mapping.y, clip.top, clip.bottom);
+    int x0[kBatch], x1[kBatch], y0[kBatch], y1[kBatch];
+    for (std::size_t start = 0; start < count; start += kBatch) {
+        const std::size_t size = std::min(kBatch, count - start);
+        axisX.PixelsOrOutside<&POINT::x>(points + start, size, -half.cx, x0);
+        axisX.PixelsOrOutside<&POINT::x>(points + start, size, half.cx, x1);
+        axisY.PixelsOrOutside<&POINT::y>(points + start, size, -half.cy, y0);
+        axisY.PixelsOrOutside<&POINT::y>(points + start, size, half.cy, y1);
+        for (std::size_t i = 0; i < size; ++i) {
+            if (!which.Takes(start + i)) continue;
+            const Box box = {std::max(std::min(x0[i], x1[i]), clip.left),
+                             std::max(std::min(y0[i], y1[i]), clip.top),
+                             std::min(std::max(x0[i], x1[i]) - shrink, clip.right),
+                             std::min(std::max(y0[i], y1[i]) - shrink, clip.bottom)};
+            if (box.left < box.right && box.top < box.bottom) visit(box);
+        }
     }
-
-    PixelAxis m_x, m_y;
-    CRect m_clip;
-    CSize m_half;
-    int m_shrink;
-};
+}
 
 // How many boxes cover each pixel, kept as changes from pixel to pixel and row to row, so that a box costs
 // four additions whatever its size (Franklin Crow, Summed-area tables for texture mapping, 1984, read
@@ -57,12 +68,13 @@ class Coverage {
           m_changes(m_width * (static_cast<std::size_t>(canvas.clip.Height()) + 1)) {}
 
     void Add(const Box& box) {
-        int* const top = Row(box.top) - m_canvas.clip.left;
-        int* const bottom = Row(box.bottom) - m_canvas.clip.left;
-        ++top[box.left];
-        --top[box.right];
-        --bottom[box.left];
-        ++bottom[box.right];
+        const LONG left = box.left - m_canvas.clip.left, right = box.right - m_canvas.clip.left;
+        int* const top = Row(box.top);
+        int* const bottom = Row(box.bottom);
+        ++top[left];
+        --top[right];
+        --bottom[left];
+        ++bottom[right];
     }
 
     void Fill(std::uint32_t pixel) {
@@ -91,7 +103,7 @@ class Coverage {
 
 bool IsExact(const CRect& clip) { return std::max(clip.right, clip.bottom) <= PixelAxis::kLargestPicture; }
 
-// Without the tables, for pictures too large for them.
+// For pictures too large for the fast conversion, and for extents the wrong way round.
 void DrawBoxByBox(const Canvas& canvas, const Mapping& mapping, const CPoint* points, std::size_t count,
                   const StatusFilter& which, CSize half, int shrink, Ink ink) {
     ForEachTaken(points, count, which, [&](CPoint p) {
@@ -114,29 +126,23 @@ void DrawPixelCloud(const Canvas& canvas, const Mapping& mapping, const CPoint* 
         });
         return;
     }
-    const PixelAxis x(mapping.x, clip.left, clip.right - 1), y(mapping.y, clip.top, clip.bottom - 1);
-    ForEachTaken(points, count, which, [&](CPoint p) {
-        if (x.Knows(p.x) && y.Knows(p.y)) canvas.Row(y.Pixel(p.y))[x.Pixel(p.x)] = pixel;
+    ForEachPixel(clip, mapping, points, count, which, [&](int x, int y) {
+        if (clip.PtInRect({x, y})) canvas.Row(y)[x] = pixel;
     });
 }
 
 void DrawBoxCloud(const Canvas& canvas, const Mapping& mapping, const CPoint* points, std::size_t count,
                   const StatusFilter& which, CSize halfExtent, int shrink, std::uint32_t pixel) {
     const Ink ink{pixel, R2_COPYPEN};
-    if (!IsExact(canvas.clip))
+    if (!IsExact(canvas.clip) || halfExtent.cx < 0 || halfExtent.cy < 0)
         return DrawBoxByBox(canvas, mapping, points, count, which, halfExtent, shrink, ink);
-    const Boxes boxes(canvas.clip, mapping, halfExtent, shrink);
     if (count < kWorthCounting) {
-        ForEachTaken(points, count, which, [&](CPoint p) {
-            const Box box = boxes.Round(p);
-            FillBox(canvas, box.left, box.top, box.right, box.bottom, ink);
-        });
+        ForEachBox(canvas.clip, mapping, points, count, which, halfExtent, shrink,
+                   [&](const Box& box) { FillBox(canvas, box.left, box.top, box.right, box.bottom, ink); });
         return;
     }
     Coverage coverage(canvas);
-    ForEachTaken(points, count, which, [&](CPoint p) {
-        const Box box = boxes.Round(p);
-        if (box.left < box.right && box.top < box.bottom) coverage.Add(box);
-    });
+    ForEachBox(canvas.clip, mapping, points, count, which, halfExtent, shrink,
+               [&](const Box& box) { coverage.Add(box); });
     coverage.Fill(pixel);
 }

@@ -26,7 +26,10 @@ std::int64_t Smallest(Reached&& reached) {
 }  // namespace
 
 PixelAxis::PixelAxis(const AxisMapping& mapping, int low, int high)
-    : m_low(low), m_high(high), m_rising((mapping.viewportExt < 0) == (mapping.windowExt < 0)) {
+    : m_low(low),
+      m_high(high),
+      m_rising((mapping.viewportExt < 0) == (mapping.windowExt < 0)),
+      m_origin(mapping.windowOrg) {
     const std::int64_t first = Smallest(
         [&](std::int32_t x) { return m_rising ? mapping.ToDevice(x) >= low : mapping.ToDevice(x) <= high; });
     const std::int64_t behind = Smallest(
@@ -49,11 +52,10 @@ PixelAxis::PixelAxis(const AxisMapping& mapping, int low, int high)
     const double pixel = static_cast<double>(quotient + mapping.viewportOrg) + kLift;
     const double step = 1.0 / (2.0 * static_cast<double>(w));
     const double numerator = 2.0 * static_cast<double>(remainder) + static_cast<double>(w);
-    m_turn = m_rising ? std::int64_t{mapping.windowOrg} : std::int64_t{mapping.windowOrg} + 1;
     m_reference = static_cast<double>(first);
     m_slope = static_cast<double>(v) / static_cast<double>(w);
-    m_offset = pixel + (numerator + 0.5) * step;
-    m_offsetBehind = pixel + (numerator - 0.5) * step;
+    m_offset = pixel + (numerator + (m_rising ? 0.5 : -0.5)) * step;
+    m_offsetBefore = pixel + (numerator + (m_rising ? -0.5 : 0.5)) * step;
 }
 
 bool PixelAxis::Reaches(std::int64_t logical, int pixel) const {
@@ -76,3 +78,54 @@ PixelAxis::Interval PixelAxis::LogicalOf(int pixel) const {
     const std::int64_t behind = Border(m_rising ? pixel + 1 : pixel - 1);
     return {first, behind - 1};
 }
+
+// Free of branches, so that the compiler makes vector instructions of it.
+template <LONG POINT::*kCoordinate>
+inline __attribute__((always_inline)) void PixelAxis::Convert(const PixelAxis& axis, const CPoint* points,
+                                                              std::size_t count, std::int32_t delta,
+                                                              int* pixels) {
+    const auto lowest = static_cast<std::int32_t>(kLowest - std::min(delta, 0));
+    const auto highest = static_cast<std::int32_t>(kHighest - std::max(delta, 0));
+    const auto first = static_cast<std::int32_t>(axis.m_first), last = static_cast<std::int32_t>(axis.m_last);
+    const std::int32_t origin = axis.m_origin;
+    const double reference = axis.m_reference, slope = axis.m_slope;
+    const double before = axis.m_offsetBefore, after = axis.m_offset;
+    // Coordinates outside are converted as the nearest known one and moved on from there: selecting would
+    // make the compiler branch round the floating-point part.
+    const int shiftBelow = axis.PixelOrOutside(std::numeric_limits<std::int32_t>::min()) - axis.Pixel(first);
+    const int shiftAbove = axis.PixelOrOutside(std::numeric_limits<std::int32_t>::max()) - axis.Pixel(last);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::int32_t logical = std::clamp(points[i].*kCoordinate, lowest, highest) + delta;
+        const std::int32_t known = std::clamp(logical, first, last);
+        const double offset = known < origin ? before : after;
+        const int pixel = static_cast<int>((static_cast<double>(known) - reference) * slope + offset) - kLift;
+        pixels[i] = pixel + (logical < first) * shiftBelow + (logical > last) * shiftAbove;
+    }
+}
+
+#ifdef __x86_64__
+template <LONG POINT::*kCoordinate>
+__attribute__((target("avx2"))) void PixelAxis::ConvertAvx2(const PixelAxis& axis, const CPoint* points,
+                                                            std::size_t count, std::int32_t delta,
+                                                            int* pixels) {
+    Convert<kCoordinate>(axis, points, count, delta, pixels);
+}
+#endif
+
+template <LONG POINT::*kCoordinate>
+void PixelAxis::PixelsOrOutside(const CPoint* points, std::size_t count, std::int32_t delta,
+                                int* pixels) const {
+    if (m_first > m_last) {
+        for (std::size_t i = 0; i < count; ++i)
+            pixels[i] = PixelOrOutside(AddSaturated(points[i].*kCoordinate, delta));
+        return;
+    }
+#ifdef __x86_64__
+    static const bool hasAvx2 = __builtin_cpu_supports("avx2");
+    if (hasAvx2) return ConvertAvx2<kCoordinate>(*this, points, count, delta, pixels);
+#endif
+    Convert<kCoordinate>(*this, points, count, delta, pixels);
+}
+
+template void PixelAxis::PixelsOrOutside<&POINT::x>(const CPoint*, std::size_t, std::int32_t, int*) const;
+template void PixelAxis::PixelsOrOutside<&POINT::y>(const CPoint*, std::size_t, std::int32_t, int*) const;

@@ -4,6 +4,7 @@
 // doubles' errors sum up to a quarter of that at most, so that the whole part is always the right one.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "platform/gdi/Mapping.h"
@@ -23,7 +24,7 @@ class PixelAxis {
     // The pixel of a known logical coordinate.
     int Pixel(std::int32_t logical) const {
         const double distance = static_cast<double>(logical) - m_reference;
-        const double offset = (logical < m_turn) == m_rising ? m_offsetBehind : m_offset;
+        const double offset = logical < m_origin ? m_offsetBefore : m_offset;
         return static_cast<int>(distance * m_slope + offset) - kLift;
     }
     // The same, with coordinates outside counted to the pixel just outside low..high.
@@ -33,6 +34,11 @@ class PixelAxis {
         return Pixel(logical);
     }
 
+    // The same for many points at once: pixels[i] is that of points[i].x + delta (or y), the sum saturated.
+    // `kCoordinate` is &POINT::x or &POINT::y.
+    template <LONG POINT::*kCoordinate>
+    void PixelsOrOutside(const CPoint* points, std::size_t count, std::int32_t delta, int* pixels) const;
+
     // The logical coordinates of one pixel, both included; none when first > last.
     struct Interval {
         std::int64_t first;
@@ -41,6 +47,13 @@ class PixelAxis {
     Interval LogicalOf(int pixel) const;
 
   private:
+    template <LONG POINT::*kCoordinate>
+    static void Convert(const PixelAxis& axis, const CPoint* points, std::size_t count, std::int32_t delta,
+                        int* pixels);
+    template <LONG POINT::*kCoordinate>
+    static void ConvertAvx2(const PixelAxis& axis, const CPoint* points, std::size_t count,
+                            std::int32_t delta, int* pixels);
+
     static constexpr int kLift = 65536;  // makes what is truncated positive, so that truncation is the floor
 
     // The smallest known coordinate whose pixel is at least (falling axis: at most) the given one; m_last + 1
@@ -51,10 +64,10 @@ class PixelAxis {
     int m_low, m_high;
     bool m_rising;  // larger logical coordinates lie on larger pixels
     std::int64_t m_first, m_last;
-    // Coordinates before it (rising) or from it on (falling) lie behind the window's origin: their halves go
-    // to the smaller pixel, those of all others to the larger one.
-    std::int64_t m_turn = 0;
+    // Where rounding turns round: halves go away from the pixel of the window's origin. At the origin itself
+    // either offset gives the same pixel.
+    std::int32_t m_origin;
     double m_reference = 0.0;
-    double m_slope = 0.0;  // pixels per logical unit
-    double m_offset = 0.0, m_offsetBehind = 0.0;
+    double m_slope = 0.0;                         // pixels per logical unit
+    double m_offset = 0.0, m_offsetBefore = 0.0;  // of coordinates from the origin on, and before it
 };

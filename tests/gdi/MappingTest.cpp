@@ -3,6 +3,7 @@
 
 #include <limits>
 #include <random>
+#include <vector>
 
 #include "platform/gdi/CDC.h"
 #include "platform/gdi/Mapping.h"
@@ -63,7 +64,18 @@ TEST(Mapping, PixelAxisIsTheSameConversion) {
                 << m.viewportExt;
             known += axis.Knows(x);
         };
-        for (int i = 0; i < 10; ++i) check(AnyNumber(random));
+        std::vector<CPoint> points;
+        for (int i = 0; i < 10; ++i)
+            points.emplace_back(AnyNumber(random), SaturateToInt32(axis.FirstKnown() + i));
+        for (const CPoint& p : points) check(p.x);
+        int x[10], y[10];
+        const std::int32_t delta = round % 3 ? AnyNumber(random) / 2 : 0;
+        axis.PixelsOrOutside<&POINT::x>(points.data(), 10, delta, x);
+        axis.PixelsOrOutside<&POINT::y>(points.data(), 10, delta, y);
+        for (std::size_t i = 0; i < 10; ++i) {
+            ASSERT_EQ(x[i], axis.PixelOrOutside(AddSaturated(points[i].x, delta)));
+            ASSERT_EQ(y[i], axis.PixelOrOutside(AddSaturated(points[i].y, delta)));
+        }
         for (int i = -1; i <= 1; ++i) {
             check(axis.FirstKnown() + i);
             check(axis.LastKnown() + i);
@@ -74,7 +86,7 @@ TEST(Mapping, PixelAxisIsTheSameConversion) {
         const int pixel = std::uniform_int_distribution(low, high)(random);
         const auto [first, last] = axis.LogicalOf(pixel);
         if (first > last) continue;
-        for (const std::int64_t x : {first, last}) ASSERT_EQ(m.ToDevice(SaturateToInt32(x)), pixel);
+        for (const std::int64_t border : {first, last}) ASSERT_EQ(m.ToDevice(SaturateToInt32(border)), pixel);
         if (first > kLowest) {
             ASSERT_NE(m.ToDevice(SaturateToInt32(first - 1)), pixel);
         }
