@@ -113,25 +113,29 @@ void DrawSinglePixels(benchmark::State& state, Kind kind, Filter filter) {
     Time(state, 1, MakeSeries(kind, 1000000), bulk);
 }
 
-// Squares about `pixels` wide; a stored unit of y is a fiftieth of a pixel.
-void DrawSquares(benchmark::State& state, int pixels, Filter filter) {
+// Squares or circles about `pixels` wide; a stored unit of y is a fiftieth of a pixel.
+void DrawShapes(benchmark::State& state, bool circles, int pixels, Filter filter) {
     const CSize half(kSpan / kWidth * pixels / 2, 2 * kPeak / kHeight * pixels / 2);
     CPen pen(PS_SOLID, 0, RGB(0, 0, 255));
     CBrush brush(RGB(0, 0, 255));
     const auto bulk = [&](CDC& dc, const Series& series) {
         const Selected usePen(dc, pen);
         const Selected useBrush(dc, brush);
-        dc.DrawRectangles(series.points.data(), static_cast<int>(series.points.size()), half,
-                          Undeleted(series, filter));
+        const int count = static_cast<int>(series.points.size());
+        if (circles)
+            dc.DrawEllipses(series.points.data(), count, half, Undeleted(series, filter));
+        else
+            dc.DrawRectangles(series.points.data(), count, half, Undeleted(series, filter));
     };
     const auto single = [&](CDC& dc, CPoint p, bool) {
         const Selected usePen(dc, pen);
         const Selected useBrush(dc, brush);
-        dc.Rectangle(p.x - half.cx, p.y - half.cy, p.x + half.cx, p.y + half.cy);
+        const CRect box(p.x - half.cx, p.y - half.cy, p.x + half.cx, p.y + half.cy);
+        circles ? dc.Ellipse(box) : dc.Rectangle(box);
     };
-    const Series& small = MakeSeries(kNoise, 20000);
+    const Series& small = MakeSeries(kNoise, 40000);
     if (!SamePicture(1, small, Undeleted(small, filter), bulk, single))
-        return state.SkipWithError("the cloud differs from its squares");
+        return state.SkipWithError("the cloud differs from its dots");
     Time(state, 1, MakeSeries(kNoise, 1000000), bulk);
 }
 
@@ -146,9 +150,12 @@ BENCHMARK_CAPTURE(DrawPolyline, sine_zoomed_100_filtered, kSine, kSomeDeleted, 1
 BENCHMARK_CAPTURE(DrawSinglePixels, noise, kNoise, kAll)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawSinglePixels, noise_filtered, kNoise, kSomeDeleted)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawSinglePixels, sine, kSine, kAll)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(DrawSquares, 3_pixels, 3, kAll)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(DrawSquares, 7_pixels, 7, kAll)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(DrawSquares, 11_pixels, 11, kAll)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(DrawSquares, 11_pixels_filtered, 11, kSomeDeleted)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawShapes, squares_3_pixels, false, 3, kAll)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawShapes, squares_7_pixels, false, 7, kAll)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawShapes, squares_11_pixels, false, 11, kAll)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawShapes, squares_11_pixels_filtered, false, 11, kSomeDeleted)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawShapes, circles_3_pixels, true, 3, kAll)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawShapes, circles_7_pixels, true, 7, kAll)->Unit(benchmark::kMillisecond);
 
 }  // namespace

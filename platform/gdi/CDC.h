@@ -98,9 +98,10 @@ class CDC : public CObject {
     COLORREF GetPixel(int x, int y) const;
 
     // Many dots at once, the same pixels as one call for each point that the filter takes: SetPixelV, and
-    // Rectangle from (x - cx, y - cy) to (x + cx, y + cy).
+    // Rectangle or Ellipse from (x - cx, y - cy) to (x + cx, y + cy).
     void DrawPixels(const CPoint* points, int count, COLORREF color, const StatusFilter& which = {});
     void DrawRectangles(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which = {});
+    void DrawEllipses(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which = {});
 
   private:
     struct State;

@@ -47,6 +47,11 @@ std::vector<CPoint> EllipseCorners(const CRect& box) {
     return corners;
 }
 
+CRect BoxRound(CPoint p, CSize half) {
+    return {SubtractSaturated(p.x, half.cx), SubtractSaturated(p.y, half.cy), AddSaturated(p.x, half.cx),
+            AddSaturated(p.y, half.cy)};
+}
+
 }  // namespace
 
 std::optional<Canvas> CDC::State::Target() const {
@@ -186,20 +191,23 @@ void CDC::DrawPixels(const CPoint* points, int count, COLORREF color, const Stat
 void CDC::DrawRectangles(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which) {
     const auto canvas = m_state->Target();
     if (!canvas || !points || count < 1) return;
-    const State& state = *m_state;
     const auto size = static_cast<std::size_t>(count);
-    const bool outlineIsFill = state.HasHairPen() && state.penRecord.style == PS_SOLID && state.brushRecord &&
-                               state.penRecord.color == state.brushRecord->color;
-    const bool fillOnly = !state.HasPen() && state.brushRecord;
-    if (state.rasterOperation == R2_COPYPEN && (outlineIsFill || fillOnly)) {
-        const BOOL drawn = Guarded([&] {
-            DrawBoxCloud(*canvas, state.mapping, points, size, which, halfExtent, fillOnly ? 1 : 0,
-                         ToPixel(state.brushRecord->color));
-        });
-        if (drawn) return;
-    }
-    ForEachTaken(points, size, which, [&](CPoint p) {
-        Rectangle(SubtractSaturated(p.x, halfExtent.cx), SubtractSaturated(p.y, halfExtent.cy),
-                  AddSaturated(p.x, halfExtent.cx), AddSaturated(p.y, halfExtent.cy));
-    });
+    if (m_state->DrawsPlainShapes() && Guarded([&] {
+            DrawBoxCloud(*canvas, m_state->mapping, points, size, which, halfExtent,
+                         m_state->HasPen() ? 0 : 1, m_state->BrushInk().pixel);
+        }))
+        return;
+    ForEachTaken(points, size, which, [&](CPoint p) { Rectangle(BoxRound(p, halfExtent)); });
+}
+
+void CDC::DrawEllipses(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which) {
+    const auto canvas = m_state->Target();
+    if (!canvas || !points || count < 1) return;
+    const auto size = static_cast<std::size_t>(count);
+    if (m_state->DrawsPlainShapes() && Guarded([&] {
+            DrawEllipseCloud(*canvas, m_state->mapping, points, size, which, halfExtent,
+                             m_state->HasPen() ? 0 : 1, m_state->BrushInk().pixel);
+        }))
+        return;
+    ForEachTaken(points, size, which, [&](CPoint p) { Ellipse(BoxRound(p, halfExtent)); });
 }

@@ -47,6 +47,13 @@ struct CDC::State : ContextAttributes {
         return {penRecord.style, ToPixel(penRecord.color), ToPixel(bkColor), bkMode == OPAQUE,
                 rasterOperation};
     }
+    // A filled shape with this pen and brush is one colour all over, so that many of them may be drawn in any
+    // order.
+    bool DrawsPlainShapes() const {
+        const bool outlineIsFill = HasHairPen() && penRecord.style == PS_SOLID && brushRecord &&
+                                   penRecord.color == brushRecord->color;
+        return rasterOperation == R2_COPYPEN && brushRecord && (outlineIsFill || !HasPen());
+    }
     // Outlines through device points with the pen, whatever its width.
     void Stroke(const Canvas& canvas, const CPoint* points, std::size_t count, bool closed) const;
     // The device rectangle of a logical one, left and top above.

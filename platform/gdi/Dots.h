@@ -16,3 +16,7 @@ void DrawPixelCloud(const Canvas& canvas, const Mapping& mapping, const CPoint* 
 // Replaces the pixels.
 void DrawBoxCloud(const Canvas& canvas, const Mapping& mapping, const CPoint* points, std::size_t count,
                   const StatusFilter& which, CSize halfExtent, int shrink, std::uint32_t pixel);
+
+// The same with ellipses in the boxes.
+void DrawEllipseCloud(const Canvas& canvas, const Mapping& mapping, const CPoint* points, std::size_t count,
+                      const StatusFilter& which, CSize halfExtent, int shrink, std::uint32_t pixel);

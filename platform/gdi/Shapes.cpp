@@ -103,31 +103,36 @@ void AddDisc(Winding& winding, CPoint centre, double radius) {
     }
 }
 
-struct Span {
-    std::int64_t left, right;  // right included; empty when left > right
-};
+using Span = EllipseSpan;
 
-// The pixels of one row. The half axes are a quarter pixel short of the box: that makes small circles look
-// round (3 pixels: a cross, 4: a square without corners).
-Span EllipseRow(const CRect& box, std::int64_t y) {
-    if (y < box.top || y >= box.bottom) return {1, 0};
-    const double width = double(box.right) - box.left, height = double(box.bottom) - box.top;
-    const double up = (2.0 * double(y) + 1.0 - (double(box.top) + box.bottom)) / (height - 0.5);
-    const double half = (width - 0.5) / 2.0 * std::sqrt(std::max(0.0, 1.0 - up * up));
-    const double middle = (double(box.left) + box.right - 1.0) / 2.0;
-    return {static_cast<std::int64_t>(std::min(std::ceil(middle - half), std::floor(middle))),
-            static_cast<std::int64_t>(std::max(std::floor(middle + half), std::ceil(middle)))};
+// A row of the ellipse in a box.
+Span RowOfBox(const CRect& box, std::int64_t y) {
+    const Span row =
+        EllipseRow(std::int64_t{box.right} - box.left, std::int64_t{box.bottom} - box.top, y - box.top);
+    return {row.left + box.left, row.right + box.left};
 }
 
 // The part of a row that has neighbours of the ellipse on all four sides.
 Span EllipseInside(const CRect& box, std::int64_t y) {
-    const Span row = EllipseRow(box, y), above = EllipseRow(box, y - 1), below = EllipseRow(box, y + 1);
+    const Span row = RowOfBox(box, y), above = RowOfBox(box, y - 1), below = RowOfBox(box, y + 1);
     if (above.left > above.right || below.left > below.right) return {1, 0};
     return {std::max({row.left + 1, above.left, below.left}),
             std::min({row.right - 1, above.right, below.right})};
 }
 
 }  // namespace
+
+// The half axes are a quarter pixel short of the box: that makes small circles look round (3 pixels: a cross,
+// 4: a square without corners).
+EllipseSpan EllipseRow(std::int64_t width, std::int64_t height, std::int64_t row) {
+    if (row < 0 || row >= height) return {0, -1};
+    const double wide = static_cast<double>(width), high = static_cast<double>(height);
+    const double up = (2.0 * static_cast<double>(row) + 1.0 - high) / (high - 0.5);
+    const double half = (wide - 0.5) / 2.0 * std::sqrt(std::max(0.0, 1.0 - up * up));
+    const double middle = (wide - 1.0) / 2.0;
+    return {static_cast<std::int64_t>(std::min(std::ceil(middle - half), std::floor(middle))),
+            static_cast<std::int64_t>(std::max(std::floor(middle + half), std::ceil(middle)))};
+}
 
 void FillPolygon(const Canvas& canvas, const CPoint* points, std::size_t count, Ink ink) {
     if (count < 3) return;
@@ -156,7 +161,7 @@ void DrawWideLine(const Canvas& canvas, const CPoint* points, std::size_t count,
 void FillEllipse(const Canvas& canvas, const CRect& box, bool insideOutline, Ink ink) {
     const LONG top = std::max(box.top, canvas.clip.top), bottom = std::min(box.bottom, canvas.clip.bottom);
     for (LONG y = top; y < bottom; ++y) {
-        const Span span = insideOutline ? EllipseInside(box, y) : EllipseRow(box, y);
+        const Span span = insideOutline ? EllipseInside(box, y) : RowOfBox(box, y);
         FillSpan(canvas, y, span.left, span.right + 1, ink);
     }
 }
@@ -178,7 +183,7 @@ void OutlineEllipse(const Canvas& canvas, const CRect& box, const HairPen& pen) 
         }
     };
     const auto rowOf = [&](LONG y, bool rightSide) {
-        const Span row = EllipseRow(box, y);
+        const Span row = RowOfBox(box, y);
         Span inside = EllipseInside(box, y);
         if (inside.left > inside.right) {  // the whole row is outline: halve it
             inside.left = row.left + (row.right - row.left + 1) / 2;

@@ -124,6 +124,11 @@ struct CloudView {
     CSize viewportExt;
 };
 
+CRect Round(CPoint p, CSize half) {
+    return {SubtractSaturated(p.x, half.cx), SubtractSaturated(p.y, half.cy), AddSaturated(p.x, half.cx),
+            AddSaturated(p.y, half.cy)};
+}
+
 // In bulk and one by one, with points in, at and outside every border, more of them than are worth counting.
 TEST(Dots, BulkIsTheSamePictureAsOneByOne) {
     constexpr int kCount = 25000, kSide = 150;
@@ -150,6 +155,7 @@ TEST(Dots, BulkIsTheSamePictureAsOneByOne) {
     for (const CloudView& view : kViews)
         for (const Tool& tool : tools)
             for (const CSize half : {CSize(0, 0), CSize(400, 450), CSize(1700, 3300), CSize(INT32_MAX, 30)}) {
+                const CSize ellipse(half.cx / 2, half.cy / 2 + 600);
                 const StatusFilter which{status.data(), 0x8003, 0x8002};
                 const auto bulk = NewPicture(kSide, kSide), single = NewPicture(kSide, kSide);
                 for (CBitmapEx* picture : {bulk.get(), single.get()}) {
@@ -163,13 +169,14 @@ TEST(Dots, BulkIsTheSamePictureAsOneByOne) {
                     const SelectedRop2 useOperation(dc, tool.operation);
                     if (picture == bulk.get()) {
                         dc.DrawRectangles(points.data(), kCount, half, which);
+                        dc.DrawEllipses(points.data(), kCount, ellipse, which);
                         dc.DrawPixels(points.data(), kCount, kBlue, which);
                         continue;
                     }
-                    ForEachTaken(points.data(), kCount, which, [&](CPoint p) {
-                        dc.Rectangle(SubtractSaturated(p.x, half.cx), SubtractSaturated(p.y, half.cy),
-                                     AddSaturated(p.x, half.cx), AddSaturated(p.y, half.cy));
-                    });
+                    ForEachTaken(points.data(), kCount, which,
+                                 [&](CPoint p) { dc.Rectangle(Round(p, half)); });
+                    ForEachTaken(points.data(), kCount, which,
+                                 [&](CPoint p) { dc.Ellipse(Round(p, ellipse)); });
                     ForEachTaken(points.data(), kCount, which,
                                  [&](CPoint p) { dc.SetPixelV(p.x, p.y, kBlue); });
                 }
@@ -177,6 +184,34 @@ TEST(Dots, BulkIsTheSamePictureAsOneByOne) {
                                                               << half.cx << ", operation " << tool.operation;
                 EXPECT_GT(PixelsUnlike(*bulk, kWhite), 0);
             }
+}
+
+// Wider than the fast conversion is exact.
+TEST(Dots, WidePicturesTakeTheLongWay) {
+    const auto bulk = NewPicture(40000, 4), single = NewPicture(40000, 4);
+    CBrush brush(kRed);
+    std::vector<CPoint> points;
+    for (int i = 0; i < 30000; ++i) points.emplace_back(i * 7 % 41000, i % 6);
+    const int count = static_cast<int>(points.size());
+    for (CBitmapEx* picture : {bulk.get(), single.get()}) {
+        CDC dc(*picture);
+        const Selected useBrush(dc, brush);
+        const SelectedStock noPen(dc, NULL_PEN);
+        if (picture == bulk.get()) {
+            dc.DrawRectangles(points.data(), count, {2, 1});
+            dc.DrawPixels(points.data(), count, kBlue);
+            dc.SelectStockObject(BLACK_PEN);
+            dc.Polyline(points.data(), count);
+            continue;
+        }
+        for (const CPoint& p : points) dc.Rectangle(Round(p, {2, 1}));
+        for (const CPoint& p : points) dc.SetPixelV(p.x, p.y, kBlue);
+        dc.SelectStockObject(BLACK_PEN);
+        dc.MoveTo(points[0]);
+        for (const CPoint& p : points) dc.LineTo(p);
+    }
+    EXPECT_EQ(DifferingPixels(*bulk, *single), 0);
+    EXPECT_GT(PixelsUnlike(*bulk, kWhite), 40000);
 }
 
 TEST(Context, SelectsAndRestores) {
