@@ -142,11 +142,7 @@ class CXYEditData : public CXYData {
   private:
     void DrawDotsWhere(CDC& dc, const SeriesArrays& series, int dotSize, const StatusFilter& which,
                        unsigned long color);
-    // The current index where it fits a series of `count` points, else -1.
-    int CurrentWithin(int count) const;
     bool BeginSpikeDetection(const SeriesArrays& series, bool showWindow);
     int DetectSpikes(const SeriesArrays& series, const Covered& tested, double waveLength, double window);
-    void MoveBandToDrawPoints(const SeriesArrays& series, const Covered& tested);
     int DeleteMarkedSpikes(unsigned short flag);
-    int MoveTo(const SeriesArrays& series, int i, CPoint place);
 };

@@ -1,4 +1,4 @@
-// A selection as far as it fits a series, and walks over the points inside or outside it.
+// A selection as far as it fits a series.
 #pragma once
 
 #include <vector>
@@ -23,26 +23,3 @@ class FittingSelection {
     const long* indices_ = nullptr;
     int count_ = 0;
 };
-
-// Calls visit(i) for every covered point, ascending.
-template <class Visit>
-void VisitCovered(const Covered& covered, int pointCount, Visit visit) {
-    if (covered.mode == 1) {
-        for (int k = 0; k < covered.count; ++k)
-            visit(covered.indices ? static_cast<int>(covered.indices[k]) : k);
-        return;
-    }
-    int next = 0;  // the first point behind the last listed one
-    for (int k = 0; k < covered.count; ++k) {
-        const int listed = static_cast<int>(covered.indices[k]);
-        for (; next < listed; ++next) visit(next);
-        next = listed + 1;
-    }
-    for (; next < pointCount; ++next) visit(next);
-}
-
-// ORs the flags and the code into point i.
-inline void Mark(const SeriesArrays& series, int i, int flags, int code) {
-    if (series.status) series.status[i] = static_cast<unsigned short>(series.status[i] | flags);
-    if (series.rejection) series.rejection[i] |= code;
-}
