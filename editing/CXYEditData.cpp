@@ -27,7 +27,8 @@ class Runs {
 
 // Copies the draw points for which walk(visit) calls visit(index), which it does twice alike.
 template <class Walk>
-CPoint* CopyPoints(const SeriesArrays& series, Walk walk, int& pointCount, int& segmentCount, int** segments) {
+CPoint* CopyPoints(const SeriesArrays& series, Walk walk, int& pointCount, int& segmentCount,
+                   int** segments) {
     pointCount = 0;
     segmentCount = 0;
     if (segments) *segments = nullptr;
@@ -45,7 +46,8 @@ CPoint* CopyPoints(const SeriesArrays& series, Walk walk, int& pointCount, int& 
         const int runsBefore = filled.further;
         copy[static_cast<std::size_t>(filled.points)] = series.draw[index];
         filled.Add(index);
-        if (filled.further > runsBefore) boundaries[static_cast<std::size_t>(filled.further)] = filled.points - 1;
+        if (filled.further > runsBefore)
+            boundaries[static_cast<std::size_t>(filled.further)] = filled.points - 1;
     });
     boundaries[static_cast<std::size_t>(boundaryCount - 1)] = runs.points;
 

@@ -107,7 +107,8 @@ class CXYEditData : public CXYData {
     // number. The caller deletes both arrays (delete[]). Nothing to copy: null and counts of 0.
     virtual CPoint* GetCopyInsideRegion(int& pointCount, int& segmentCount, int** segments);
     virtual CPoint* GetCopy(int& pointCount, int& segmentCount, int** segments);
-    // The current point dragged to p: the lines to its neighbours and a circle, with the selected pen and brush.
+    // The current point dragged to p: the lines to its neighbours and a circle, with the selected pen and
+    // brush.
     virtual void DrawRubberBand(CDC* dc, CPoint& p);
 
     // Replaces the y of the selected points, or of the current one, by interpolation.

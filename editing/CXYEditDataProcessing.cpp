@@ -62,8 +62,8 @@ int CXYEditData::TranslateSelected(long dx, long dy, bool setLevel, bool inside)
     const int listed = selection.Count();
     int changed = 0;
     if (!setLevel) {
-        changed = TranslatePoints(series.data, series.count, selection.Indices(), listed, dx, dy, inside ? 1 : 0,
-                                  series.status, series.rejection, REJECT_MOVED);
+        changed = TranslatePoints(series.data, series.count, selection.Indices(), listed, dx, dy,
+                                  inside ? 1 : 0, series.status, series.rejection, REJECT_MOVED);
     } else {
         const auto level = [&series, dy](long begin, long end) {
             LevelRun(series, begin, end, SaturateToInt32(dy));
@@ -82,8 +82,8 @@ int CXYEditData::TranslateSelected(long dx, long dy, bool absolute) {
     const SeriesArrays series(source);
     if (series.count == 0 || GetSelectedIndex() < 0) return 0;
     if (!absolute) {
-        TranslatePoints(series.data, series.count, &currentIndex, 1, dx, dy, 1, series.status, series.rejection,
-                        REJECT_MOVED);
+        TranslatePoints(series.data, series.count, &currentIndex, 1, dx, dy, 1, series.status,
+                        series.rejection, REJECT_MOVED);
     } else if (const CPoint place(SaturateToInt32(dx), SaturateToInt32(dy));
                !(series.data[currentIndex] == place)) {
         series.data[currentIndex] = place;
@@ -110,7 +110,8 @@ int CXYEditData::ScaleSelected(int method, double factor, double origin, bool in
     const SeriesArrays series(source);
     const FittingSelection selection(selected.get(), selectedCount, series.count);
     const double yScale = source->GetYScale();
-    if (!ScaleByMethod(method, series, selection.Cover(inside), factor, origin, yScale, REJECT_MOVED)) return 0;
+    if (!ScaleByMethod(method, series, selection.Cover(inside), factor, origin, yScale, REJECT_MOVED))
+        return 0;
     RecordScaling(source, method, factor, origin / yScale);
     return 1;
 }
@@ -128,8 +129,9 @@ int CXYEditData::SmoothAll(double waveLength) {
     IPointSource* whole = GetPointSourceForFilter();
     const SeriesArrays series(whole);
     if (series.count == 0) return 0;
-    if (!SmoothPoints(series.data, nullptr, series.count, nullptr, series.count, waveLength * waveLengthScale, 1,
-                      whole->GetXScale(), whole->GetYScale(), series.status, series.rejection, REJECT_MOVED))
+    if (!SmoothPoints(series.data, nullptr, series.count, nullptr, series.count, waveLength * waveLengthScale,
+                      1, whole->GetXScale(), whole->GetYScale(), series.status, series.rejection,
+                      REJECT_MOVED))
         return 0;
     RecordForParts(*whole, [this, waveLength](IPointSource* part) {
         RecordEdit<KSmoothCmd>(part, nullptr, 0, static_cast<float>(waveLength),

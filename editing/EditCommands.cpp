@@ -108,9 +108,9 @@ bool KSpikeDetectCmd::Execute() try {
     const double yScale = source->GetYScale();
     const long* listed = indices.IsEmpty() ? nullptr : tested.data();
     const int testedCount = indices.IsEmpty() ? series.count : static_cast<int>(tested.size());
-    const bool found =
-        SpikeDetect(series.data, nullptr, series.count, listed, testedCount, scaled,
-                    RoundHalfAway(yScale * window), 1, source->GetXScale(), yScale, nullptr, nullptr, series.status);
+    const bool found = SpikeDetect(series.data, nullptr, series.count, listed, testedCount, scaled,
+                                   RoundHalfAway(yScale * window), 1, source->GetXScale(), yScale, nullptr,
+                                   nullptr, series.status);
     return found && Succeed(source);
 } catch (const std::bad_alloc&) {
     return false;

@@ -91,21 +91,21 @@ class KInterpolateCmd : public KPointSourceCmd {
 // The next three are records only.
 class KDeleteCmd : public KPointSourceCmd {
   public:
-    explicit KDeleteCmd(IPointSource* source) : KPointSourceCmd(source) {}
+    explicit KDeleteCmd(IPointSource* series) : KPointSourceCmd(series) {}
     const char* GetName() override;
     const char* GetResultText() override;
 };
 
 class KRejectCmd : public KPointSourceCmd {
   public:
-    explicit KRejectCmd(IPointSource* source) : KPointSourceCmd(source) {}
+    explicit KRejectCmd(IPointSource* series) : KPointSourceCmd(series) {}
     const char* GetName() override;
     const char* GetResultText() override;
 };
 
 class KClearRejectCmd : public KPointSourceCmd {
   public:
-    explicit KClearRejectCmd(IPointSource* source) : KPointSourceCmd(source) {}
+    explicit KClearRejectCmd(IPointSource* series) : KPointSourceCmd(series) {}
     const char* GetName() override;
     const char* GetResultText() override;
 };

@@ -19,8 +19,8 @@ SeriesArrays::SeriesArrays(IPointSource* source) {
     count = static_cast<int>(points);
 }
 
-int ScaleByMethod(int method, const SeriesArrays& series, const Covered& covered, double factor, double origin,
-                  double yScale, int code) {
+int ScaleByMethod(int method, const SeriesArrays& series, const Covered& covered, double factor,
+                  double origin, double yScale, int code) {
     const auto& [data, draw, status, rejection, count] = series;
     switch (method) {
         case 0:

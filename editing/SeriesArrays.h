@@ -29,8 +29,8 @@ struct Covered {
 
 // Scales the covered points by one of the four methods. `origin` is in stored units; the amplitude of a ramp
 // is factor * yScale. An unknown method shows a message and gives 0.
-int ScaleByMethod(int method, const SeriesArrays& series, const Covered& covered, double factor, double origin,
-                  double yScale, int code);
+int ScaleByMethod(int method, const SeriesArrays& series, const Covered& covered, double factor,
+                  double origin, double yScale, int code);
 // Says that a scale method is unknown, or cannot be had for the points asked for; gives 0.
 int RefuseScaleMethod();
 
