@@ -18,8 +18,8 @@
 // status words.
 class FullSource : public KPointSource {
   public:
-    explicit FullSource(const std::vector<CPoint>& points, double xScale = 1.0, double yScale = 1.0)
-        : KPointSource("full", xScale, yScale, "s", "m", static_cast<int>(points.size()), 1),
+    explicit FullSource(const std::vector<CPoint>& points, double scaleX = 1.0, double scaleY = 1.0)
+        : KPointSource("full", scaleX, scaleY, "s", "m", static_cast<int>(points.size()), 1),
           codes(points.size()) {
         for (const CPoint& point : points) push_back(point);
     }

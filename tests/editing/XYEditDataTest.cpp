@@ -125,7 +125,8 @@ TEST_F(XYEditData, MarksInsideOrOutsideTheSelection) {
     EXPECT_EQ(data.DeleteSelected(true), 1);
     EXPECT_EQ(data.GetSelectedCount(), 0);
     EXPECT_EQ(data.GetSelected(), array) << "kept for reuse";
-    EXPECT_EQ(series.Words(), (std::vector<unsigned short>{0, PS_DELETED | PS_EDITED, 0, PS_DELETED | PS_EDITED, 0}));
+    EXPECT_EQ(series.Words(),
+              (std::vector<unsigned short>{0, PS_DELETED | PS_EDITED, 0, PS_DELETED | PS_EDITED, 0}));
     EXPECT_EQ(Last(series), "Delete points: Deleted marked points");
     EXPECT_EQ(data.DeleteSelected(true), 0) << "nothing is selected any more";
 
@@ -153,10 +154,14 @@ TEST_F(XYEditData, AStaleSelectionTouchesOnlyWhatIsThere) {
     EXPECT_EQ(data.SelectPointSource(&shorter), &series);
     EXPECT_EQ(data.GetSelectedIndex(), -1);
     EXPECT_EQ(data.GetFirstSelectedIndex(), 0);
-    const int results[] = {data.TranslateSelected(1, 1, false), data.TranslateSelected(1, 1, false, true),
-                           data.ScaleSelected(2, 0),            data.ScaleSelected(0, 2, 0, true),
-                           data.InterpolateSelected(),          data.DeleteSelected(),
-                           data.RejectSelected(1),              data.SmoothSelected(1, true),
+    const int results[] = {data.TranslateSelected(1, 1, false),
+                           data.TranslateSelected(1, 1, false, true),
+                           data.ScaleSelected(2, 0),
+                           data.ScaleSelected(0, 2, 0, true),
+                           data.InterpolateSelected(),
+                           data.DeleteSelected(),
+                           data.RejectSelected(1),
+                           data.SmoothSelected(1, true),
                            data.DeleteSelected(true)};
     for (const int result : results) EXPECT_EQ(result, 0);
     EXPECT_EQ(shorter.Ys(), (std::vector<int>{1, 2}));
