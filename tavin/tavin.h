@@ -1,6 +1,15 @@
 // Everything that a host of the library includes.
 #pragma once
 
+#include "editing/CBigRegion.h"
+#include "editing/CSampleInfoSet.h"
+#include "editing/CXYData.h"
+#include "editing/CXYEditData.h"
+#include "editing/EditCommands.h"
+#include "editing/MedianFilter.h"
+#include "editing/PointRoutines.h"
+#include "editing/SmoothingSpline.h"
+#include "editing/SpikeDetect.h"
 #include "platform/core/CCriticalSection.h"
 #include "platform/core/CPointEx.h"
 #include "platform/core/CString.h"
@@ -13,5 +22,9 @@
 #include "settings/ApplicationKey.h"
 #include "settings/Configuration.h"
 #include "settings/TavinProp.h"
+#include "platform/gdi/CBitmapEx.h"
+#include "platform/gdi/Selected.h"
+#include "platform/undo/KUndoManager.h"
+#include "sources/CKelvoStat.h"
 #include "sources/IPointSource.h"
 #include "sources/KPointSource.h"
