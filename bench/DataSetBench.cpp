@@ -8,6 +8,7 @@
 
 #include "editing/CBigRegion.h"
 #include "editing/CXYEditData.h"
+#include "platform/core/CPointEx.h"
 #include "platform/undo/KUndoManager.h"
 #include "sources/KPointSource.h"
 

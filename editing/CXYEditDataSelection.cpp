@@ -1,7 +1,6 @@
 // The selection of many points.
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <vector>
 
@@ -34,26 +33,17 @@ bool CXYEditData::SetSelected(const long* indices, int n) {
     return true;
 }
 
-// Works through the points block by block, so that the answers of the region stay in the cache.
-bool CXYEditData::SetSelected(CBigRegion& region, bool inside) try {
-    constexpr int kBlock = 4096;
+// The region is asked without regard to the status words: which of its points may be selected is up to
+// ValidateSelection.
+bool CXYEditData::SetSelected(CBigRegion& region, bool inside) {
     ClearSelection();
     const SeriesArrays series(source);
     std::vector<long> found;
-    unsigned char contained[kBlock];
-    for (int first = 0; first < series.count;) {
-        const int length = std::min(kBlock, series.count - first);
-        region.PtsInRegion(series.draw + first, length, contained);
-        for (int i = 0; i < length; ++i) {
-            if ((contained[i] != 0) == inside && ValidateSelection(first + i, series.status))
-                found.push_back(first + i);
-        }
-        first += length;
-    }
+    if (series.count == 0) return true;
+    if (!SelectInRegion(region, series.draw, nullptr, series.count, 0, inside, found)) return false;
+    std::erase_if(found,
+                  [this, &series](long i) { return !ValidateSelection(static_cast<int>(i), series.status); });
     return found.empty() || SetSelected(found.data(), static_cast<int>(found.size()));
-} catch (const std::bad_alloc&) {
-    ClearSelection();
-    return false;
 }
 
 void CXYEditData::ClearSelection() { selectedCount = 0; }
