@@ -1,6 +1,7 @@
 // An edit as the editor makes it, on whole series: select by a drawn outline, snapshot, delete, undo.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <random>
@@ -9,6 +10,7 @@
 #include "editing/CBigRegion.h"
 #include "editing/CXYEditData.h"
 #include "platform/core/CPointEx.h"
+#include "platform/gdi/CBitmapEx.h"
 #include "platform/undo/KUndoManager.h"
 #include "sources/KPointSource.h"
 
@@ -115,5 +117,68 @@ void TranslateSelection(benchmark::State& state) {
     kelvo::SetUndoManager(nullptr);
 }
 BENCHMARK(TranslateSelection)->Arg(10000000)->Unit(benchmark::kMillisecond);
+
+// What a view draws of a series on 1200 by 800 pixels.
+struct Drawing {
+    explicit Drawing(long count) : series(NoisyWave(count)), bitmap(4, 32, 0) {
+        bitmap.ReSize(nullptr, 1200, 800);
+        dc.SelectObject(&bitmap);
+        dc.SetMapMode(MM_ANISOTROPIC);
+        dc.SetWindowExt(static_cast<int>(count), 60000);
+        dc.SetViewportExt(1200, 800);
+        dc.SetWindowOrg(0, -30000);
+        for (long i = 0; i < count; i += 3) series->GetStatus()[i] = PS_DELETED;
+        for (long i = 1; i < count; i += 100) series->GetStatus()[i] = PS_EDITED;
+    }
+    // Counts the pixels that are not white.
+    long Painted() {
+        const auto* bits = static_cast<const COLORREF*>(bitmap.GetBits());
+        return std::count_if(bits, bits + 1200 * 800,
+                             [](COLORREF pixel) { return (pixel & 0xFFFFFF) != 0xFFFFFF; });
+    }
+
+    std::unique_ptr<KPointSource> series;
+    CBitmapEx bitmap;
+    CDC dc;
+};
+
+// A third of the points deleted, every hundredth edited.
+template <class Data, class Draw>
+void DrawSeries(benchmark::State& state, Draw draw) {
+    Drawing drawing(state.range(0));
+    Data data;
+    data.SelectPointSource(drawing.series.get());
+    draw(data, drawing.dc);
+    if (drawing.Painted() < 1200) state.SkipWithError("nothing painted");
+    for (auto _ : state) draw(data, drawing.dc);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void DrawEditedLine(benchmark::State& state) {
+    DrawSeries<CXYEditData>(state,
+                            [](CXYData& data, CDC& dc) { data.DrawLine(&dc, 0xFF0000, PS_SOLID, CRect()); });
+}
+BENCHMARK(DrawEditedLine)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+
+void DrawEditedDots(benchmark::State& state) {
+    DrawSeries<CXYEditData>(state, [](CXYData& data, CDC& dc) { data.DrawDots(&dc, 0xFF0000, 2, 0xFF); });
+}
+BENCHMARK(DrawEditedDots)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+
+void DrawPlainDots(benchmark::State& state) {
+    DrawSeries<CXYData>(state, [](CXYData& data, CDC& dc) { data.DrawDots(&dc, 0xFF0000, 2, 0xFF); });
+}
+BENCHMARK(DrawPlainDots)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+
+void DrawMedianBand(benchmark::State& state) {
+    Drawing drawing(state.range(0));
+    CXYEditData data;
+    data.SelectPointSource(drawing.series.get());
+    data.SpikeDetectMedianFilter(11.0, 2000.0, true);
+    data.DrawSpikeWindow(&drawing.dc);
+    if (drawing.Painted() < 1200) state.SkipWithError("nothing painted");
+    for (auto _ : state) data.DrawSpikeWindow(&drawing.dc);
+}
+BENCHMARK(DrawMedianBand)->Arg(1000000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
