@@ -19,10 +19,9 @@ void CXYData::DrawDots(CDC* dc, unsigned long color, int dotSize, unsigned long)
     const SeriesArrays series(source);
     if (!dc || series.count == 0) return;
     PrepareDots(color);
-    const CSize extent = DotExtent(*dc, dotSize);
     const Selected usePen(*dc, dotPen);
     const Selected useBrush(*dc, brush);
-    for (int i = 0; i < series.count; ++i) dc->Ellipse(RectAround(series.draw[i], extent));
+    dc->DrawEllipses(series.draw, series.count, DotExtent(*dc, dotSize));
 }
 
 void CXYData::DrawLine(CDC* dc, unsigned long color, int penStyle, CRect) {

@@ -116,10 +116,7 @@ void CXYEditData::DrawSpikeMarkings(CDC* dc) {
     const CSize extent = LogicalSize(*dc, kSpikeRadius, kSpikeRadius);
     const SelectedStock outline(*dc, BLACK_PEN);
     const SelectedStock noFill(*dc, NULL_BRUSH);
-    for (int i = 0; i < series.count; ++i) {
-        if ((series.status[i] & (PS_SPIKE | PS_DELETED)) == PS_SPIKE)
-            dc->Ellipse(RectAround(series.draw[i], extent));
-    }
+    dc->DrawEllipses(series.draw, series.count, extent, Where(series, PS_SPIKE | PS_DELETED, PS_SPIKE));
 }
 
 void CXYEditData::DrawSpikeWindow(CDC* dc) {
