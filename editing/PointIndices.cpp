@@ -33,9 +33,8 @@ std::vector<long> PointIndices::Within(long pointCount) const {
         for (long i = 0; i < count; ++i) list.push_back(run.first + i);
     }
     if (!AreAscendingWithin(list.data(), static_cast<long>(list.size()), pointCount)) {
-        std::ranges::sort(list);
-        const auto repeated = std::ranges::unique(list);
-        list.erase(repeated.begin(), repeated.end());
+        std::sort(list.begin(), list.end());
+        list.erase(std::unique(list.begin(), list.end()), list.end());
     }
     return list;
 }

@@ -1,3 +1,5 @@
+#include <random>
+
 #include "editing/CSampleInfoSet.h"
 #include "platform/gdi/CBitmapEx.h"
 #include "platform/gdi/Selected.h"
@@ -76,6 +78,32 @@ TEST_F(DrawData, TheLineBridgesDeletedPoints) {
     const auto empty = Pixels();
     data.DrawLine(&dc, kBlue, PS_SOLID, CRect());
     EXPECT_EQ(Pixels(), empty);
+}
+
+TEST_F(DrawData, TheLineIsTheWalkFromPointToPoint) {
+    std::mt19937 random(3);
+    std::vector<CPoint> noise;
+    for (int i = 0; i < 20000; ++i) noise.emplace_back(i / 200, static_cast<int>(random() % 60));
+    FullSource many(noise);
+    for (int i = 0; i < 20000; ++i)
+        if (random() % 3 == 0) many.GetStatus()[i] = PS_DELETED;
+    data.SelectPointSource(&many);
+    for (const int style : {PS_SOLID, PS_DASH, PS_DOT}) {
+        Wipe();
+        data.DrawLine(&dc, kBlue, style, CRect());
+        const auto drawn = Pixels();
+        Wipe();
+        CPen pen(style, 0, kBlue);
+        const Selected usePen(dc, pen);
+        bool first = true;
+        for (int i = 0; i < 20000; ++i) {
+            if (many.GetStatus()[i] & PS_DELETED) continue;
+            if (first) dc.MoveTo(noise[static_cast<std::size_t>(i)]);
+            dc.LineTo(noise[static_cast<std::size_t>(i)]);
+            first = false;
+        }
+        EXPECT_EQ(Pixels(), drawn) << style;
+    }
 }
 
 TEST_F(DrawData, TheDrawOffsetMovesThePictureOnly) {
