@@ -57,7 +57,7 @@ class CXYEditData : public CXYData {
     virtual std::ostream& SaveStatus(std::ostream& stream);
     // The first selected point; without a selection the first point; -1 when there is none.
     virtual long GetFirstSelectedIndex();
-    // A cross at the current point, its arms `size` mm long.
+    // A cross at the current point, `size` mm wide and high.
     virtual void DrawSelection(CDC* dc, unsigned long color, int size);
     // Scaling (methods: editing/PointRoutines.h); `origin` is in stored units. Methods other than 0 cannot be
     // had outside the selection; the user is told. Nothing happens with an empty selection.

@@ -377,6 +377,10 @@ TEST_F(XYEditData, FindsDeletesAndForgetsSpikes) {
     FullSource spiky(line, 10.0, 100.0);
     data.SelectPointSource(&spiky);
     EXPECT_EQ(data.DeleteSpikes(), 0) << "no detection yet";
+    EXPECT_EQ(data.SpikeDetectAll(10.0, 25.0, true), 0) << "the window is in real units";
+    EXPECT_EQ(data.SpikeDetectMedianFilter(5.0, 25.0, true), 0);
+    EXPECT_FALSE(data.HasSpikes());
+    EXPECT_EQ(manager.GetCount(&spiky), 0);
     EXPECT_EQ(data.SpikeDetectAll(10.0, 5.0, true), 1);
     EXPECT_TRUE(data.HasSpikes());
     EXPECT_EQ(spiky.Words()[20], PS_SPIKE | PS_EDITED);
