@@ -1,5 +1,6 @@
 #include "platform/core/CString.h"
 
+#include <locale.h>
 #include <strings.h>
 
 #include <algorithm>
@@ -7,6 +8,27 @@
 #include <cstdio>
 
 #include "platform/core/StringTable.h"
+
+namespace {
+
+// Formats as in the C locale for as long as it lives: a window toolkit sets the process's locale to the
+// user's, and texts must not change with it.
+class PlainLocale {
+  public:
+    PlainLocale() : previous_(uselocale(Plain())) {}
+    ~PlainLocale() { uselocale(previous_); }
+    PlainLocale(const PlainLocale&) = delete;
+    PlainLocale& operator=(const PlainLocale&) = delete;
+
+  private:
+    static locale_t Plain() {
+        static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+        return plain;
+    }
+    locale_t previous_;
+};
+
+}  // namespace
 
 int CString::CompareNoCase(const char* other) const { return strcasecmp(text_.c_str(), other ? other : ""); }
 
@@ -36,6 +58,7 @@ CString CString::Mid(int first, int count) const {
 void CString::Format(const char* format, ...) {
     // Formatted aside first: an argument may point into this text.
     std::string formatted;
+    const PlainLocale plain;
     va_list arguments;
     va_start(arguments, format);
     va_list again;
