@@ -127,7 +127,7 @@ class StepOptions {
         if (TakesValue(kind))
             option = command_.add_option(name, values_, text)->allow_extra_args(false)->type_name(form);
         else
-            option = command_.add_flag(name, std::string(text))->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+            option = command_.add_flag(name)->description(text);
         option->group("Steps, applied in the order given");
         kinds_[option] = kind;
     }
