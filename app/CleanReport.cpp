@@ -42,7 +42,7 @@ std::string StepLine(const Step& step, const StepResult& result) {
                        : step.kind == StepKind::Median || step.kind == StepKind::Spikes ? " marked"
                                                                                         : "";
     const bool idle = result.points == 0 && !result.note.empty();
-    if (!idle) line += Counted(result.points, "point") + verb;
+    if (!idle) line += Counted(result.points, result.ofSelection ? "selected point" : "point") + verb;
     if (!result.command.empty()) line += "; " + result.command + ": " + result.text;
     if (!result.note.empty()) line += (idle ? "" : "; ") + result.note;
     return line + "\n";
@@ -87,7 +87,9 @@ Json SeriesJson(const CleanRun& run, std::size_t index) {
     Json steps = Json::array();
     for (std::size_t s = 0; s < run.results[index].size(); ++s) {
         const StepResult& result = run.results[index][s];
-        Json step{{"step", run.options.steps[s].text}, {"points", result.points}};
+        Json step{{"step", run.options.steps[s].text},
+                  {"points", result.points},
+                  {"ofSelection", result.ofSelection}};
         if (!result.command.empty()) {
             step["command"] = result.command;
             step["result"] = result.text;

@@ -88,6 +88,16 @@ std::optional<Failure> CheckTimeFormat(const std::string& format) {
                       ": expected iso, epoch, epoch-ms, number or a form with % fields");
 }
 
+// Options that may be repeated take one value each time: no dots behind them.
+class Formatter : public CLI::Formatter {
+  public:
+    std::string make_option_opts(const CLI::Option* option) const override {
+        std::string text = CLI::Formatter::make_option_opts(option);
+        const auto dots = text.find(" ...");
+        return dots == std::string::npos ? text : text.erase(dots, 4);
+    }
+};
+
 // The step options of the command in the order in which they were written.
 class StepOptions {
   public:
@@ -158,9 +168,11 @@ class CommandLine {
           infoCommand_(*program_.add_subcommand("info", "Say what a file holds and how it would be read")),
           cleanCommand_(*program_.add_subcommand("clean", "Clean the values of a file in steps")),
           steps_(cleanCommand_) {
-        program_.set_version_flag("--version", "tavin " TAVIN_VERSION);
+        program_.set_version_flag("--version", "tavin " TAVIN_VERSION, "Print the version and exit");
         program_.require_subcommand(1);
         program_.footer(kMainHelp);
+        for (CLI::App* app : {&program_, &infoCommand_, &cleanCommand_})
+            app->formatter(std::make_shared<Formatter>());
         AddInfo();
         AddClean();
     }
@@ -205,7 +217,8 @@ class CommandLine {
         command
             .add_option("--decimals", clean_.decimals,
                         "store and write edited values with at least so many decimals")
-            ->check(CLI::Range(0, 9));
+            ->check(CLI::Range(0, 9))
+            ->type_name("N");
         command.add_option("--report", clean_.report, "write a report in JSON; - is standard output")
             ->type_name("FILE");
         command.add_flag("--force", clean_.force, "allow the output to replace the input");

@@ -125,6 +125,10 @@ std::string XText(const Table& table, const XAxis& axis) {
     return text + Row("", "stored " + stored);
 }
 
+std::string Places(const ValueColumn& column) {
+    return column.decimals == 0 ? "whole numbers" : "up to " + Counted(column.decimals, "decimal");
+}
+
 std::string ColumnText(const ValueColumn& column) {
     const Range range = RangeOf(column.values);
     std::string text =
@@ -133,8 +137,7 @@ std::string ColumnText(const ValueColumn& column) {
                      (column.unreadable ? ", " + Grouped(column.unreadable) + " unreadable" : ""));
     if (range.count == 0) return text;
     const AxisScale scale = ScaleForValues(column.values, column.decimals, false);
-    text += Row("", ShortNumber(range.least) + " to " + ShortNumber(range.most) + ", up to " +
-                        Counted(column.decimals, "decimal"));
+    text += Row("", ShortNumber(range.least) + " to " + ShortNumber(range.most) + ", " + Places(column));
     return text +
            Row("", "stored " + ExactnessText(Examine(scale, column.values), scale, column.column.unit));
 }

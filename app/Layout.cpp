@@ -155,8 +155,9 @@ Trial BestTrial(std::string_view text, std::size_t begin, const LayoutOptions& o
     Trial best;
     for (const char delimiter : kDelimiters) {
         if (options.delimiter && *options.delimiter != delimiter) continue;
+        // A decimal comma may stand between commas, in quotes.
         for (const char sign : {'.', ','}) {
-            if (sign == delimiter || (options.decimalSign && *options.decimalSign != sign)) continue;
+            if (options.decimalSign && *options.decimalSign != sign) continue;
             Trial trial = Try(text, begin, delimiter, sign, options);
             if (trial.score > best.score || best.sample.empty()) best = std::move(trial);
         }
@@ -244,6 +245,8 @@ std::vector<Column> MakeColumns(const Trial& trial, const std::string& timeForma
         };
         if (trial.headings > 0) {
             column.name = cell(0);
+            for (char& c : column.name)
+                if (static_cast<unsigned char>(c) < ' ') c = ' ';
             SplitUnit(column);
         }
         if (trial.headings > 1 && !cell(1).empty()) column.unit = cell(1);

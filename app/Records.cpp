@@ -11,14 +11,32 @@ namespace {
 // A quote that is opened and not closed would swallow the rest of the file: a record ends at this many lines.
 constexpr int kMostLinesOfARecord = 200;
 
-constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
-constexpr bool IsBreak(char c) { return c == '\n' || c == '\r'; }
+constexpr bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
 bool IsComment(std::string_view line) {
     std::size_t at = 0;
     while (at < line.size() && IsBlank(line[at])) ++at;
-    if (at == line.size() || IsBreak(line[at])) return true;
+    if (at == line.size() || line[at] == '\n') return true;
     return line[at] == '#' || line[at] == '%' || line.substr(at, 2) == "//";
+}
+
+// The span of a quoted field whose content starts at `at`; returns where the field ends. A quote closes it
+// when, after blanks, a delimiter or the end follows; any other stands for itself.
+template <class IsEnd, class SkipBlanks>
+std::size_t FindClosingQuote(std::string_view record, std::size_t at, const IsEnd& isEnd,
+                             const SkipBlanks& skipBlanks, char delimiter, Span& span) {
+    span.begin = at;
+    for (;; ++at) {
+        at = std::min(record.find('"', at), record.size());
+        span.end = at;
+        if (at >= record.size()) return at;
+        if (at + 1 < record.size() && record[at + 1] == '"') {
+            ++at;
+            continue;
+        }
+        const std::size_t after = delimiter == kBlanks ? at + 1 : skipBlanks(at + 1);
+        if (isEnd(after)) return after;
+    }
 }
 
 }  // namespace
@@ -28,6 +46,7 @@ Records::Records(std::string_view text, char delimiter, std::size_t begin)
     const bool onlyReturns =
         text.find('\n') == std::string_view::npos && text.find('\r') != std::string_view::npos;
     lineBreak_ = onlyReturns ? '\r' : '\n';
+    strayReturns_ = HasStrayReturns();
     if (csv_init(&parser_, delimiter == kBlanks ? CSV_EMPTY_IS_NULL : 0) != 0) throw std::bad_alloc();
     csv_set_delim(&parser_, static_cast<unsigned char>(delimiter));
     csv_set_blk_size(&parser_, 4096);
@@ -41,12 +60,21 @@ std::size_t Records::LineEnd(std::size_t from) const {
     return static_cast<std::size_t>(static_cast<const char*>(found) - text_.data()) + 1;
 }
 
+bool Records::HasStrayReturns() const {
+    if (lineBreak_ == '\r') return false;
+    for (auto at = text_.find('\r'); at != std::string_view::npos; at = text_.find('\r', at + 1))
+        if (at + 1 == text_.size() || text_[at + 1] != '\n') return true;
+    return false;
+}
+
 void Records::Feed(std::size_t begin, std::size_t end) {
     const char* bytes = text_.data() + begin;
     const std::size_t length = end - begin;
-    if (delimiter_ == kBlanks && std::memchr(bytes, '\t', length)) {
+    const bool tabs = delimiter_ == kBlanks && std::memchr(bytes, '\t', length);
+    if (tabs || strayReturns_) {
         unblanked_.assign(bytes, length);
-        std::replace(unblanked_.begin(), unblanked_.end(), '\t', ' ');
+        if (tabs) std::replace(unblanked_.begin(), unblanked_.end(), '\t', ' ');
+        if (strayReturns_) std::replace(unblanked_.begin(), unblanked_.end(), '\r', ' ');
         bytes = unblanked_.data();
     }
     if (csv_parse(&parser_, bytes, length, sink_.onField, sink_.onRow, sink_.counts) != length)
@@ -79,54 +107,37 @@ bool Records::Advance(Record& record) {
         ++lines;
     }
     // The last line may lack its line break; more than one line left open is a quote that never closes.
-    if (sink_.counts->rows == 0 && lines == 1 && !IsBreak(text_[record.end - 1])) Finish();
+    if (sink_.counts->rows == 0 && lines == 1 && !IsEnded(record)) Finish();
     record.fields = sink_.counts->fields;
     if (sink_.counts->rows == 0) {
         record.kind = Record::Broken;
         record.fault = "a quote is opened and not closed";
         record.end = firstEnd;
         lines = 1;
-    } else if (sink_.counts->rows > 1) {
-        record.kind = Record::Broken;
-        record.fault = "a carriage return stands inside the row";
+        Forget();
     }
-    if (record.kind == Record::Broken) Forget();
     at_ = record.end;
     line_ += lines;
     return true;
 }
 
 bool FindField(std::string_view record, char delimiter, int index, Span& span) {
+    record = record.substr(0, LengthWithoutBreak(record));
     const auto skipBlanks = [&](std::size_t at) {
         while (at < record.size() && IsBlank(record[at]) && (delimiter == kBlanks || record[at] != delimiter))
             ++at;
         return at;
     };
     const auto isEnd = [&](std::size_t at) {
-        return at >= record.size() || IsBreak(record[at]) || record[at] == delimiter ||
-               (delimiter == kBlanks && record[at] == '\t');
+        return at >= record.size() || record[at] == delimiter ||
+               (delimiter == kBlanks && IsBlank(record[at]));
     };
     std::size_t at = 0;
     for (int field = 0;; ++field) {
         at = skipBlanks(at);
-        if (delimiter == kBlanks && (at >= record.size() || IsBreak(record[at]))) return false;
+        if (delimiter == kBlanks && at >= record.size()) return false;
         if (at < record.size() && record[at] == '"') {
-            span.begin = ++at;
-            // A quote ends the field when, after blanks, a delimiter or the end follows; else it is content.
-            for (;; ++at) {
-                at = std::min(record.find('"', at), record.size());
-                span.end = at;
-                if (at >= record.size()) break;
-                if (at + 1 < record.size() && record[at + 1] == '"') {
-                    ++at;
-                    continue;
-                }
-                const std::size_t after = delimiter == kBlanks ? at + 1 : skipBlanks(at + 1);
-                if (isEnd(after)) {
-                    at = after;
-                    break;
-                }
-            }
+            at = FindClosingQuote(record, at + 1, isEnd, skipBlanks, delimiter, span);
         } else {
             span.begin = at;
             while (!isEnd(at)) ++at;
@@ -134,7 +145,7 @@ bool FindField(std::string_view record, char delimiter, int index, Span& span) {
             while (span.end > span.begin && IsBlank(record[span.end - 1])) --span.end;
         }
         if (field == index) return true;
-        if (at >= record.size() || IsBreak(record[at])) return false;
+        if (at >= record.size()) return false;
         ++at;
     }
 }

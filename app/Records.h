@@ -68,6 +68,8 @@ class Records {
 
     bool Advance(Record& record);
     std::size_t LineEnd(std::size_t from) const;
+    bool HasStrayReturns() const;
+    bool IsEnded(const Record& record) const { return text_[record.end - 1] == lineBreak_; }
     void Feed(std::size_t begin, std::size_t end);
     void Finish();
     void Forget();
@@ -77,9 +79,10 @@ class Records {
     std::int64_t line_ = 1;
     char delimiter_;
     char lineBreak_;
+    bool strayReturns_;  // carriage returns stand inside lines: they count as blanks
     csv_parser parser_;
     AnySink sink_{};
-    std::string unblanked_;  // a line whose tabs were made blanks
+    std::string unblanked_;  // a line whose tabs or stray carriage returns were made blanks
 };
 
 // Where the value of field `index` stands in the bytes of a record: without the quotes and blanks around it;

@@ -10,6 +10,12 @@ namespace {
 
 constexpr const char* kNothingSelected = "nothing is selected: nothing to do";
 
+StepResult Idle(const char* reason) {
+    StepResult result;
+    result.note = reason;
+    return result;
+}
+
 // The reject distance is turned into stored counts by truncation. A distance that is a whole number of counts
 // but for the error of its product comes out one too small: it is raised by as little as that takes.
 double DistanceForTruncation(double distance, double scale) {
@@ -183,9 +189,10 @@ Result<StepResult> StepRunner::DetectByWaveLength(const Step& step) {
 Result<StepResult> StepRunner::Mark(const Step& step) {
     StepResult result;
     result.points = data_.GetSelectedCount();
+    result.ofSelection = true;
     const int marked =
         step.kind == StepKind::Delete ? data_.DeleteSelected(true) : data_.RejectSelected(true, 0);
-    if (!marked) return StepResult{"", "", 0, kNothingSelected};
+    if (!marked) return Idle(kNothingSelected);
     return result;
 }
 
@@ -194,16 +201,16 @@ Result<StepResult> StepRunner::MarkSpikes(const Step& step) {
     result.points = CountStatus(PS_SPIKE);
     const int marked = step.kind == StepKind::DeleteSpikes ? data_.DeleteSpikes() : data_.RejectSpikes();
     if (marked) return result;
-    return StepResult{"", "", 0,
-                      "no spikes are marked: nothing to do (detect them with --median or --spikes)"};
+    return Idle("no spikes are marked: nothing to do (detect them with --median or --spikes)");
 }
 
 Result<StepResult> StepRunner::Interpolate() {
     StepResult result;
     result.points = data_.GetSelectedCount();
-    if (result.points == 0) return StepResult{"", "", 0, kNothingSelected};
+    result.ofSelection = true;
+    if (result.points == 0) return Idle(kNothingSelected);
     if (data_.InterpolateSelected()) return result;
-    return StepResult{"", "", 0, "every point is selected: there is nothing to interpolate between"};
+    return Idle("every point is selected: there is nothing to interpolate between");
 }
 
 // Without a selection all points that are not deleted are selected for the step: an edit of the selection
@@ -215,6 +222,7 @@ Result<StepResult> StepRunner::Change(const Step& step) {
     if (all) SelectWhere([](int) { return true; });
     StepResult result;
     result.points = data_.GetSelectedCount();
+    result.ofSelection = !all;
     const int changed = ChangeSelected(step, *waveLength);
     if (all) data_.ClearSelection();
     if (changed) {
@@ -222,7 +230,7 @@ Result<StepResult> StepRunner::Change(const Step& step) {
         return result;
     }
     const bool smooth = step.kind == StepKind::Smooth;
-    return StepResult{"", "", 0, smooth ? "fewer than 4 points to fit: nothing to do" : kNothingSelected};
+    return Idle(smooth ? "fewer than 4 points to fit: nothing to do" : kNothingSelected);
 }
 
 int StepRunner::ChangeSelected(const Step& step, double waveLength) {

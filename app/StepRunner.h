@@ -13,10 +13,11 @@
 namespace app {
 
 struct StepResult {
-    std::string command;      // the recorded command's name; empty when the step records none
-    std::string text;         // its result text in one line
-    std::int64_t points = 0;  // selected, marked or changed
-    std::string note;         // what the user should know, or why there was nothing to do
+    std::string command;       // the recorded command's name; empty when the step records none
+    std::string text;          // its result text in one line
+    std::int64_t points = 0;   // selected, marked or changed
+    bool ofSelection = false;  // they were what was selected before the step
+    std::string note;          // what the user should know, or why there was nothing to do
 };
 
 class StepRunner {

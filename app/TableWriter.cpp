@@ -132,8 +132,11 @@ class RowWriter {
             Span span;
             if (!FindField(text, table_.layout.delimiter, table_.columns[index].column.field, span)) continue;
             line_ += text.substr(from, span.begin - from);
-            line_ += NumberText(series.scale.Real(series.source->GetData()[point].y),
-                                std::max(0, series.scale.Decimals()), table_.layout.decimalSign);
+            const bool quoted = span.begin > 0 && text[span.begin - 1] == '"';
+            const std::string value =
+                NumberText(series.scale.Real(series.source->GetData()[point].y),
+                           std::max(0, series.scale.Decimals()), table_.layout.decimalSign);
+            line_ += quoted ? value : Cell(value, table_.layout.delimiter);
             from = span.end;
             ++counts_.edited;
         }
