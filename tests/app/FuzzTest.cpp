@@ -115,6 +115,8 @@ TEST(Fuzz, DamagedTablesAreRefusedOrComeBack) {
     EXPECT_GT(read, 500);
 }
 
+std::string Trimmed(const std::string& text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
+
 // The scan for a field's place in the bytes agrees with the tokeniser about which fields there are.
 TEST(Fuzz, FieldsAreFoundWhereTheTokeniserFindsThem) {
     Random random(7);
@@ -141,7 +143,7 @@ TEST(Fuzz, FieldsAreFoundWhereTheTokeniserFindsThem) {
                     std::replace(found.begin(), found.end(), '\r', ' ');
                     std::replace(fields[f].begin(), fields[f].end(), '\r', ' ');
                     if (delimiter == kBlanks) std::replace(found.begin(), found.end(), '\t', ' ');
-                    ASSERT_EQ(found, fields[f])
+                    ASSERT_EQ(Trimmed(found), Trimmed(fields[f]))
                         << testing::PrintToString(text) << " '" << delimiter << "' field " << f;
                 }
                 Span span;
