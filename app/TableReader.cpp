@@ -23,7 +23,8 @@ Column AsTimeForm(Column column, const std::string& timeFormat) {
 
 std::string Quoted(std::string_view text) {
     constexpr std::size_t kMost = 40;
-    std::string quoted = "\"" + std::string(text.substr(0, kMost));
+    std::string quoted(1, '"');
+    quoted += text.substr(0, kMost);
     for (char& c : quoted)
         if (static_cast<unsigned char>(c) < ' ') c = ' ';
     return quoted + (text.size() > kMost ? "...\"" : "\"");

@@ -42,10 +42,10 @@ class RowWriter {
             return table.columns[a].column.field < table.columns[b].column.field;
         });
         // In a table of blanks an empty cell would be no cell.
-        empty_ = table.layout.delimiter == kBlanks ? "-" : "";
+        if (table.layout.delimiter == kBlanks) empty_.assign(1, '-');
         for (std::size_t word = 0; word < cells_.size(); ++word) {
             const auto status = StatusText(StatusOf(word));
-            cells_[word] = table.layout.delimiter + (status.empty() ? empty_ : status);
+            cells_[word].append(1, table.layout.delimiter).append(status.empty() ? empty_ : status);
         }
     }
 
@@ -174,7 +174,7 @@ class RowWriter {
 std::string StatusText(unsigned short status) {
     std::string text;
     for (const auto& flag : kFlags)
-        if (status & flag.flag) text += (text.empty() ? "" : "+") + std::string(flag.name);
+        if (status & flag.flag) text.append(text.empty() ? "" : "+").append(flag.name);
     return text;
 }
 

@@ -167,7 +167,7 @@ bool TimeReader::ReadCustom(std::string_view text, ReadTime& time) const {
     auto& stream = scratch_->stream;
     stream.clear();
     stream.str(std::string(text));
-    date::sys_time<std::chrono::microseconds> at;
+    date::sys_time<std::chrono::microseconds> at{};
     std::string zone;
     std::chrono::minutes offset{0};
     date::from_stream(stream, customFormat_.c_str(), at, &zone, &offset);
@@ -209,7 +209,7 @@ std::string DurationText(double seconds) {
     for (const auto& unit : kUnits) {
         const double whole = unit.seconds == 1 ? rest : std::floor(rest / unit.seconds);
         if (whole <= 0) continue;
-        text += between + ShortNumber(whole) + " " + unit.name;
+        text.append(between).append(ShortNumber(whole)).append(" ").append(unit.name);
         rest -= whole * unit.seconds;
         between = " ";
     }
