@@ -181,6 +181,11 @@ class CommandLine {
         try {
             program_.parse(argc, argv);
         } catch (const CLI::ParseError& error) {
+            const bool strange =
+                argc > 1 && argv[1][0] != '-' && !infoCommand_.parsed() && !cleanCommand_.parsed();
+            if (strange)
+                return Report(UsageError("there is no command \"" + std::string(argv[1]) +
+                                         "\"; the commands are info and clean (see tavin --help)"));
             return AnswerParseError(error);
         }
         const auto result = infoCommand_.parsed() ? RunInfo() : RunClean();

@@ -275,7 +275,8 @@ std::string StepRunner::RoundingNote(const Step& step) const {
     const double rounded = RoundHalfAway(exact);
     if (std::fabs(exact - rounded) < 1e-6 || std::fabs(exact) > 2e9) return "";
     return "the amount was rounded to " + NumberText(rounded / y.Scale(), std::max(0, y.Decimals())) +
-           ": the column has " + Counted(y.Decimals(), "decimal") + " (--decimals gives it more)";
+           ": the column is stored with " + Counted(y.Decimals(), "decimal") +
+           (series_.exactness.inexact ? "" : " (--decimals gives it more)");
 }
 
 }  // namespace app
