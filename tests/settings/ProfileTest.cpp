@@ -1,0 +1,179 @@
+// The host's profile, the paths of the settings and the tables of property sets.
+#include "platform/registry/CWinApp.h"
+#include "settings/ApplicationKey.h"
+#include "settings/Fields.h"
+#include "settings/TavinProp.h"
+#include "tests/registry/RegistryFixture.h"
+
+namespace {
+
+using Profile = RegistryFixture;
+
+TEST_F(Profile, ASectionIsTheDirectKeyOfItsName) {
+    CWinApp app("Viewer");
+    ASSERT_EQ(AfxGetApp(), &app);
+    app.SetRegistryKey("Maker");
+    EXPECT_EQ(ApplicationKey(), "Software\\Maker\\Viewer");
+    EXPECT_TRUE(app.WriteProfileInt("Views\\Main", "Color", -2));
+    EXPECT_TRUE(app.WriteProfileString("Views\\Main", "Unit", "°C"));
+    CRegKey key;
+    ASSERT_EQ(key.Open(HKEY_CURRENT_USER, SectionKey("Views\\Main")), ERROR_SUCCESS);
+    EXPECT_EQ(GetNumber(key, "Color"), 0xFFFFFFFE);
+    EXPECT_EQ(GetBytes(key, "Unit"), std::string("°C\0", 4));
+    PutNumber(key, "Number", 17);
+    EXPECT_EQ(app.GetProfileInt("views\\MAIN", "NUMBER", 0), 17u);
+    EXPECT_EQ(ShownKey("S"), "Software\\Maker\\Viewer\\S\\Shown");
+    EXPECT_EQ(DataAcqKey(), "Software\\Maker\\Viewer\\DataAcqSource");
+    EXPECT_EQ(DrawPropertyKey("Depth"), "Software\\Maker\\Viewer\\DrawProperty\\Depth");
+}
+
+TEST_F(Profile, WithoutARegistryKeyOrAnApplicationSettingsStillHaveAPlace) {
+    EXPECT_EQ(AfxGetApp(), nullptr);
+    EXPECT_EQ(ApplicationKey(), "Software\\tavin_tests");
+    CWinApp app("Viewer");
+    EXPECT_EQ(ApplicationKey(), "Software\\Viewer");
+    EXPECT_TRUE(app.WriteProfileInt("S", "n", 3));
+    CRegKey key;
+    ASSERT_EQ(key.Open(HKEY_CURRENT_USER, "Software\\Viewer\\S"), ERROR_SUCCESS);
+    EXPECT_EQ(GetNumber(key, "n"), 3);
+    {
+        const CWinApp second("Second");
+        EXPECT_STREQ(AfxGetAppName(), "Second");
+    }
+    EXPECT_STREQ(AfxGetAppName(), "tavin_tests");
+}
+
+TEST_F(Profile, WhatIsMissingOrOfAnotherKindReadsAsTheDefault) {
+    CWinApp app("Viewer");
+    EXPECT_EQ(app.GetProfileInt("S", "n", -1), 0xFFFFFFFFu);
+    EXPECT_EQ(app.GetProfileString("S", "t", "none"), "none");
+    EXPECT_EQ(app.GetProfileString("S", "t"), "");
+    CRegKey key;
+    EXPECT_EQ(key.Open(HKEY_CURRENT_USER, SectionKey("S")), ERROR_FILE_NOT_FOUND) << "made by reading";
+    ASSERT_EQ(key.Create(HKEY_CURRENT_USER, SectionKey("S")), ERROR_SUCCESS);
+    Put(key, "short", REG_DWORD, "123");
+    Put(key, "text", REG_SZ, std::string("5\0", 2));
+    Put(key, "open", REG_SZ, "unterminated");
+    Put(key, "empty", REG_SZ, "");
+    Put(key, "long", REG_EXPAND_SZ, std::string(70000, 'x') + '\0');
+    PutNumber(key, "number", 5);
+    EXPECT_EQ(app.GetProfileInt("S", "short", 1), 1u);
+    EXPECT_EQ(app.GetProfileInt("S", "text", 1), 1u);
+    EXPECT_EQ(app.GetProfileInt(nullptr, "number", 1), 1u);
+    EXPECT_EQ(app.GetProfileString("S", "number", "d"), "d");
+    EXPECT_EQ(app.GetProfileString("S", "open", "d"), "d");
+    EXPECT_EQ(app.GetProfileString("S", "empty", "d"), "");
+    EXPECT_EQ(app.GetProfileString("S", "long").GetLength(), 70000);
+}
+
+TEST_F(Profile, NullDeletesTheEntryOrTheWholeSection) {
+    CWinApp app("Viewer");
+    app.WriteProfileInt("S", "a", 1);
+    app.WriteProfileInt("S", "b", 2);
+    app.WriteProfileInt("S\\Below", "c", 3);
+    app.WriteProfileInt("Other", "d", 4);
+    EXPECT_TRUE(app.WriteProfileString("S", "a", nullptr));
+    EXPECT_FALSE(app.WriteProfileString("S", "a", nullptr));
+    EXPECT_EQ(app.GetProfileInt("S", "a", 0), 0u);
+    EXPECT_EQ(app.GetProfileInt("S", "b", 0), 2u);
+    EXPECT_TRUE(app.WriteProfileString("S", nullptr, nullptr));
+    EXPECT_EQ(app.GetProfileInt("S", "b", 0), 0u);
+    EXPECT_EQ(app.GetProfileInt("S\\Below", "c", 0), 0u);
+    EXPECT_EQ(app.GetProfileInt("Other", "d", 0), 4u);
+    EXPECT_FALSE(app.WriteProfileString(nullptr, nullptr, nullptr));
+    EXPECT_FALSE(app.WriteProfileString("", nullptr, nullptr)) << "an empty name is no section to delete";
+    EXPECT_EQ(app.GetProfileInt("Other", "d", 0), 4u);
+}
+
+class CSample final : public TavinProp {
+  public:
+    int position = 0;
+    int columns = 0;
+    bool shown = false;
+    COLORREF color = 0;
+    float length = 0.0f;
+    double minimum = 0.0;
+    CString unit;
+    CString label = "never stored";
+
+    void SaveToRegistry(CString section) override;
+    void LoadFromRegistry(CString section) override;
+    void SetDefaultValues() override;
+};
+
+constexpr settings::Field<CSample> kFields[] = {
+    settings::Int("Position", &CSample::position, 2),
+    settings::Int("NumColumns", &CSample::columns, 3, 2),
+    settings::Bool("Shown", &CSample::shown, true),
+    settings::Color("Region Color", &CSample::color, 0xFFFFE179),
+    settings::Real("Length", &CSample::length, 20.0, "%.02f", 11.0),
+    settings::Real("MinX", &CSample::minimum, -1.0, "%.02f"),
+    settings::Text("UnitX", &CSample::unit, "s"),
+};
+
+void CSample::SaveToRegistry(CString section) { settings::SaveFields(*this, kFields, section); }
+void CSample::LoadFromRegistry(CString section) { settings::LoadFields(*this, kFields, section); }
+void CSample::SetDefaultValues() { settings::ResetFields(*this, kFields); }
+
+TEST_F(Profile, ATableSavesLoadsAndResetsItsSet) {
+    CWinApp app("Viewer");
+    CSample set;
+    set.position = -5;
+    set.columns = 9;
+    set.color = 0x80000001;
+    set.length = 12.345f;
+    set.minimum = 1.234;
+    set.unit = "µm";
+    TavinProp& base = set;
+    base.SaveToRegistry("S");
+    EXPECT_EQ(app.GetProfileString("S", "Length"), "12.35");
+    EXPECT_EQ(app.GetProfileInt("S", "Shown", 5), 0u);
+
+    base.SetDefaultValues();
+    EXPECT_EQ(set.position, 2);
+    EXPECT_EQ(set.columns, 3);
+    EXPECT_TRUE(set.shown);
+    EXPECT_EQ(set.color, 0xFFFFE179);
+    EXPECT_EQ(set.length, 20.0f);
+    EXPECT_EQ(set.minimum, -1.0);
+    EXPECT_EQ(set.unit, "s");
+    EXPECT_EQ(set.label, "never stored");
+
+    base.LoadFromRegistry("S");
+    EXPECT_EQ(set.position, -5);
+    EXPECT_EQ(set.columns, 9);
+    EXPECT_FALSE(set.shown);
+    EXPECT_EQ(set.color, 0x80000001);
+    EXPECT_EQ(set.length, 12.35f);
+    EXPECT_EQ(set.minimum, 1.2300000190734863);
+    EXPECT_EQ(set.unit, "µm");
+}
+
+// Also without an application object, when everything is missing.
+TEST_F(Profile, MissingValuesReadAsTheirRowSaysOrStay) {
+    const auto check = [](const char* what) {
+        CSample set;
+        set.SetDefaultValues();
+        set.position = 8;
+        set.minimum = 1.234;
+        set.length = 5.0f;
+        set.unit = "m";
+        set.LoadFromRegistry("Empty");
+        EXPECT_EQ(set.position, 8) << what;
+        EXPECT_EQ(set.columns, 2) << what;
+        EXPECT_TRUE(set.shown) << what;
+        EXPECT_EQ(set.color, 0xFFFFE179) << what;
+        EXPECT_EQ(set.length, 11.0f) << what;
+        EXPECT_EQ(set.minimum, 1.234) << what;
+        EXPECT_EQ(set.unit, "m") << what;
+    };
+    check("no application");
+    CSample().SaveToRegistry("Empty");
+    CWinApp app("Viewer");
+    check("no section");
+    app.WriteProfileString("Empty", "Length", "long");
+    app.WriteProfileString("Empty", "MinX", "nan");
+    check("not numbers");
+}
+
+}  // namespace
