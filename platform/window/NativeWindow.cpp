@@ -1,0 +1,57 @@
+#include "platform/window/NativeWindow.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <utility>
+#include <vector>
+
+namespace {
+
+int g_eventDepth = 0;
+
+}  // namespace
+
+NativeWindow::EventScope::EventScope() { ++g_eventDepth; }
+NativeWindow::EventScope::~EventScope() { --g_eventDepth; }
+
+NativeWindow* NativeWindow::Of(QWidget* widget) { return dynamic_cast<NativeWindow*>(widget); }
+
+double NativeWindow::Scale() { return Widget()->devicePixelRatioF(); }
+
+void NativeWindow::Adopt(QWidget* child, UINT) { child->setParent(Client()); }
+
+void NativeWindow::Show(int how) {
+    QWidget* widget = Widget();
+    switch (how) {
+        case SW_HIDE: widget->hide(); break;
+        case SW_SHOWMINIMIZED:
+        case SW_MINIMIZE:
+        case SW_SHOWMINNOACTIVE: widget->showMinimized(); break;
+        case SW_SHOWMAXIMIZED: widget->showMaximized(); break;
+        case SW_SHOWNORMAL:
+        case SW_RESTORE: widget->showNormal(); break;
+        default: widget->show();
+    }
+}
+
+void NativeWindow::Sever() {
+    if (!m_owner) return;
+    Guarded([this] { WindowEvents::Destroy(m_owner); });
+    // A handler may destroy other windows meanwhile.
+    std::vector<QPointer<QWidget>> inside;
+    for (QWidget* child : Widget()->findChildren<QWidget*>()) inside.emplace_back(child);
+    for (const QPointer<QWidget>& widget : inside)
+        if (NativeWindow* native = Of(widget)) native->Sever();
+    WindowEvents::Gone(std::exchange(m_owner, nullptr));
+}
+
+void NativeWindow::Destroy() {
+    QWidget* widget = Widget();
+    Sever();
+    if (g_eventDepth == 0) {
+        delete widget;
+        return;
+    }
+    widget->hide();
+    widget->deleteLater();
+}
