@@ -1,6 +1,6 @@
-// Contexts on a window's client area. They draw on the picture that the window keeps, at any time; several may
-// live at once. The screen shows what a CClientDC drew at the next paint, which only copies the picture. A
-// context outlives its window harmlessly.
+// Contexts on a window's client area. They draw on the picture that the window keeps, at any time; several
+// may live at once. The screen shows what a CClientDC drew at the next paint, which only copies the picture.
+// A context outlives its window harmlessly.
 #pragma once
 
 #include <memory>

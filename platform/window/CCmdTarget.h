@@ -1,5 +1,6 @@
-// What answers commands. A command travels from the active view to its document, its frame, the main frame and
-// the application until one of them has a row for it. Each class keeps one table of rows and one override:
+// What answers commands. A command travels from the active view to its document, its frame, the main frame
+// and the application until one of them has a row for it. Each class keeps one table of rows and one
+// override:
 //
 //   constexpr CommandRow<CGraph> kCommands[] = {
 //       // id                handler                  update handler
@@ -55,8 +56,8 @@ class CCmdTarget : public CObject {
     DECLARE_DYNAMIC(CCmdTarget)
 
   public:
-    // With `update` null: runs command `id`; otherwise says what state it is in. False when neither this object
-    // nor those that it passes commands to know the command.
+    // With `update` null: runs command `id`; otherwise says what state it is in. False when neither this
+    // object nor those that it passes commands to know the command.
     virtual bool OnCmdMsg(UINT id, CCmdUI* update);
 };
 

@@ -48,9 +48,12 @@ BOOL CDocument::SaveModified() {
     if (!IsModified()) return TRUE;
     const CString question = "Save changes to " + (m_title.IsEmpty() ? CString("Untitled") : m_title) + "?";
     switch (AfxMessageBox(question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
-        case IDYES: return DoFileSave();
-        case IDNO: return TRUE;
-        default: return FALSE;
+        case IDYES:
+            return DoFileSave();
+        case IDNO:
+            return TRUE;
+        default:
+            return FALSE;
     }
 }
 

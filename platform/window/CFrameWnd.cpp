@@ -14,9 +14,12 @@
 
 IMPLEMENT_DYNCREATE(CFrameWnd, CWnd)
 
-const CommandRow<CFrameWnd> CFrameWnd::kCommands[] = {
-    {ID_FILE_CLOSE, ID_FILE_CLOSE, &CFrameWnd::OnFileClose},
-    {ID_APP_EXIT, ID_APP_EXIT, &CFrameWnd::OnAppExit},
+const CommandRow<CFrameWnd> CFrameWnd::kEveryFrame[] = {
+    {ID_FILE_CLOSE, ID_FILE_CLOSE, &CFrameWnd::OnClose},
+};
+
+const CommandRow<CFrameWnd> CFrameWnd::kTopFrame[] = {
+    {ID_APP_EXIT, ID_APP_EXIT, &CFrameWnd::OnClose},
     {ID_VIEW_TOOLBAR, ID_VIEW_TOOLBAR, &CFrameWnd::OnViewBar, &CFrameWnd::OnUpdateViewBar},
     {ID_VIEW_STATUS_BAR, ID_VIEW_STATUS_BAR, &CFrameWnd::OnViewBar, &CFrameWnd::OnUpdateViewBar},
 };
@@ -68,10 +71,11 @@ std::vector<CView*> CFrameWnd::ViewsInside() const {
 void CFrameWnd::InitialUpdateFrame(CDocument*, BOOL makeVisible) {
     // Shown first, so that the views know their size; nothing is painted before the next message.
     if (makeVisible) ActivateFrame();
+    // Views may choose another title.
+    OnUpdateFrameTitle();
     const std::vector<CView*> views = ViewsInside();
     for (CView* view : views) view->OnInitialUpdate();
     if (!m_activeView && !views.empty()) SetActiveView(views.front());
-    OnUpdateFrameTitle();
 }
 
 void CFrameWnd::ActivateFrame(int how) {
@@ -110,16 +114,18 @@ void CFrameWnd::SetMessageText(LPCSTR text) {
 }
 
 void CFrameWnd::OnUpdateFrameTitle() {
+    if (!(GetStyle() & FWS_ADDTOTITLE)) return;
     const CDocument* document = GetActiveDocument();
-    const bool withDocument = (GetStyle() & FWS_ADDTOTITLE) && document && !document->GetTitle().IsEmpty();
+    const bool withDocument = document && !document->GetTitle().IsEmpty();
     SetWindowText(withDocument ? document->GetTitle() + " - " + m_title : m_title);
 }
 
 bool CFrameWnd::OnCmdMsg(UINT id, CCmdUI* update) {
     if (m_activeView && m_activeView->OnCmdMsg(id, update)) return true;
+    if (RouteCommand(*this, kEveryFrame, id, update)) return true;
     // The frame around a child frame comes next; it asks the application itself.
     if (GetParentFrame()) return false;
-    if (RouteCommand(*this, kCommands, id, update)) return true;
+    if (RouteCommand(*this, kTopFrame, id, update)) return true;
     CWindowApp* application = CWindowApp::Get();
     return application && application->OnCmdMsg(id, update);
 }
@@ -135,10 +141,6 @@ void CFrameWnd::OnClose() {
     }
     DestroyWindow();
 }
-
-void CFrameWnd::OnFileClose() { GetActiveFrame()->OnClose(); }
-
-void CFrameWnd::OnAppExit() { OnClose(); }
 
 void CFrameWnd::OnViewBar(UINT id) { ShowBars(*GetNative(), id, !AreBarsShown(*GetNative(), id)); }
 

@@ -1,5 +1,5 @@
-// A frame round a view, with menu bar, toolbars and status bar. Frames are made with new and delete themselves
-// when their window ends.
+// A frame round a view, with menu bar, toolbars and status bar. Frames are made with new and delete
+// themselves when their window ends.
 //
 // Commands of menus, toolbars and shortcuts go to the top frame; it passes them to its active view (and that
 // to its document), answers itself, and asks the application last. States are asked for when a menu opens,
@@ -24,8 +24,8 @@ class CFrameWnd : public CWnd {
     DECLARE_DYNCREATE(CFrameWnd)
 
   public:
-    // Creates the frame from resources: the string `resourceId` is its title, the menu `resourceId` its menu bar;
-    // either may be missing.
+    // Creates the frame from resources: the string `resourceId` is its title, the menu `resourceId` its menu
+    // bar; either may be missing.
     virtual BOOL LoadFrame(UINT resourceId, DWORD style = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE,
                            CWnd* parent = nullptr, CCreateContext* context = nullptr);
     // Shows the frame, then tells the views in it to show `document`, and makes the first one active.
@@ -43,7 +43,8 @@ class CFrameWnd : public CWnd {
 
     // The message pane of the status bar; without a bar, that of the frame around this one.
     void SetMessageText(LPCSTR text);
-    // Title, and the document's title before it when the style says so.
+    // When the style has FWS_ADDTOTITLE: the frame's title with the active document's before it. Otherwise
+    // the window text is whatever was set last.
     virtual void OnUpdateFrameTitle();
 
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
@@ -72,12 +73,11 @@ class CFrameWnd : public CWnd {
     friend struct WindowEvents;
 
     void FrameActivated(bool active);
-    void OnFileClose();
-    void OnAppExit();
     void OnViewBar(UINT id);
     void OnUpdateViewBar(CCmdUI* state);
 
-    static const CommandRow<CFrameWnd> kCommands[4];
+    static const CommandRow<CFrameWnd> kEveryFrame[1];
+    static const CommandRow<CFrameWnd> kTopFrame[3];
 
     CView* m_activeView = nullptr;
     CStatusBar* m_statusBar = nullptr;

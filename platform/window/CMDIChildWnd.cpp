@@ -9,7 +9,8 @@ NativeWindow* CMDIChildWnd::NewNative() { return NewChildFrameWidget(this); }
 
 CMDIFrameWnd* CMDIChildWnd::GetMDIFrame() const {
     CFrameWnd* frame = GetParentFrame();
-    return frame && frame->IsKindOf(RUNTIME_CLASS(CMDIFrameWnd)) ? static_cast<CMDIFrameWnd*>(frame) : nullptr;
+    return frame && frame->IsKindOf(RUNTIME_CLASS(CMDIFrameWnd)) ? static_cast<CMDIFrameWnd*>(frame)
+                                                                 : nullptr;
 }
 
 void CMDIChildWnd::ActivateFrame(int how) {

@@ -89,6 +89,8 @@ CDocument* CMDIFrameWnd::GetActiveDocument() {
 
 bool CMDIFrameWnd::OnCmdMsg(UINT id, CCmdUI* update) {
     if (CMDIChildWnd* child = MDIGetActive(); child && child->OnCmdMsg(id, update)) return true;
+    // Without a child frame there is nothing to close; the program ends with ID_APP_EXIT.
+    if (id == ID_FILE_CLOSE) return false;
     return RouteCommand(*this, kCommands, id, update) || CFrameWnd::OnCmdMsg(id, update);
 }
 
@@ -105,10 +107,14 @@ void CMDIFrameWnd::OnClose() {
 
 void CMDIFrameWnd::OnWindowCommand(UINT id) {
     switch (id) {
-        case ID_WINDOW_CASCADE: return MDICascade();
-        case ID_WINDOW_TILE_HORZ: return MDITile(MdiTile::Horizontal);
-        case ID_WINDOW_TILE_VERT: return MDITile(MdiTile::Vertical);
-        default: return MDINext(id == ID_PREV_PANE);
+        case ID_WINDOW_CASCADE:
+            return MDICascade();
+        case ID_WINDOW_TILE_HORZ:
+            return MDITile(MdiTile::Horizontal);
+        case ID_WINDOW_TILE_VERT:
+            return MDITile(MdiTile::Vertical);
+        default:
+            return MDINext(id == ID_PREV_PANE);
     }
 }
 

@@ -29,8 +29,8 @@ class CView : public CWnd {
     // Prepares a context before drawing or hit testing; `info` comes with printing only.
     virtual void OnPrepareDC(CDC* dc, CPrintInfo* info = nullptr);
     virtual void OnDraw(CDC* dc) = 0;
-    // The document changed: `sender` is the view that changed it (null: none), the hint says how (null: anything).
-    // Default: redraws everything.
+    // The document changed: `sender` is the view that changed it (null: none), the hint says how (null:
+    // anything). Default: redraws everything.
     virtual void OnUpdate(CView* sender, long hint, CObject* hintObject);
     // The frame's active view changes, or its frame gets or loses the user. Default: takes the keyboard.
     virtual void OnActivateView(BOOL activate, CView* activated, CView* deactivated);

@@ -50,7 +50,8 @@ const char* AfxRegisterWndClass(UINT classStyle, HCURSOR cursor, COLORREF backgr
 }
 
 CWnd::~CWnd() {
-    // The virtual handlers of derived classes are gone by now: they see their window's end only when it ends first.
+    // The virtual handlers of derived classes are gone by now: they see their window's end only when it ends
+    // first.
     if (m_hWnd) GetNative()->Destroy();
 }
 

@@ -1,12 +1,12 @@
-// A window. The object and the window on the screen live apart: Create makes the window, DestroyWindow ends it,
-// and the object stays until its owner deletes it. Views and frames made with new delete themselves when their
-// window ends (PostNcDestroy); a window object that is destroyed first takes its window with it.
+// A window. The object and the window on the screen live apart: Create makes the window, DestroyWindow ends
+// it, and the object stays until its owner deletes it. Views and frames made with new delete themselves when
+// their window ends (PostNcDestroy); a window object that is destroyed first takes its window with it.
 //
 // Everything is in physical pixels; client coordinates start at the top left corner of the client area.
 //
 // The client area of a view is a picture that the window keeps. Invalidate asks for OnPaint at the next
-// opportunity; a client context (CClientDC) draws on the picture at any time, and what it drew stays until the
-// next OnPaint.
+// opportunity; a client context (CClientDC) draws on the picture at any time, and what it drew stays until
+// the next OnPaint.
 #pragma once
 
 #include <memory>
@@ -22,8 +22,8 @@ struct CCreateContext;
 struct WindowEvents;
 
 // Registers a kind of window for CWnd::Create: its class style, the cursor shown while OnSetCursor does not
-// choose one (0: the arrow), and the colour that the client area has until it is painted. The name lives as long
-// as the program. A colour, not a brush: brushes may die before the windows.
+// choose one (0: the arrow), and the colour that the client area has until it is painted. The name lives as
+// long as the program. A colour, not a brush: brushes may die before the windows.
 const char* AfxRegisterWndClass(UINT classStyle, HCURSOR cursor, COLORREF background);
 
 class CWnd : public CCmdTarget {
@@ -35,9 +35,9 @@ class CWnd : public CCmdTarget {
     CWnd(const CWnd&) = delete;
     CWnd& operator=(const CWnd&) = delete;
 
-    // Makes the window. A class name of null means a plain class with double clicks; a parent of null makes a window
-    // of its own; in a frame, number AFX_IDW_PANE_FIRST fills the frame and `rect` does not count. FALSE, and
-    // nothing made, when PreCreateWindow or OnCreate refuse.
+    // Makes the window. A class name of null means a plain class with double clicks; a parent of null makes a
+    // window of its own; in a frame, number AFX_IDW_PANE_FIRST fills the frame and `rect` does not count.
+    // FALSE, and nothing made, when PreCreateWindow or OnCreate refuse.
     virtual BOOL Create(LPCSTR className, LPCSTR windowName, DWORD style, const RECT& rect, CWnd* parent,
                         UINT id, CCreateContext* context = nullptr);
     // May change what is about to be created; FALSE prevents it.
@@ -81,8 +81,8 @@ class CWnd : public CCmdTarget {
     CDC* GetDC();
     int ReleaseDC(CDC* dc);
 
-    // Scroll bars SB_HORZ and SB_VERT, as far as the style asks for them. Positions stay within the range; setting
-    // one sends no message.
+    // Scroll bars SB_HORZ and SB_VERT, as far as the style asks for them. Positions stay within the range;
+    // setting one sends no message.
     void SetScrollRange(int bar, int min, int max, BOOL redraw = TRUE);
     void GetScrollRange(int bar, int* min, int* max) const;
     // Returns the previous position.
@@ -90,13 +90,14 @@ class CWnd : public CCmdTarget {
     int GetScrollPos(int bar) const;
     BOOL GetScrollInfo(int bar, SCROLLINFO* info, UINT mask = SIF_ALL) const;
 
-    // OnTimer runs every `milliseconds` until KillTimer or the window's end. Setting a number again restarts it.
+    // OnTimer runs every `milliseconds` until KillTimer or the window's end. Setting a number again restarts
+    // it.
     UINT SetTimer(UINT id, UINT milliseconds);
     BOOL KillTimer(UINT id);
 
   protected:
-    // Messages. The defaults do nothing unless said otherwise. `flags` of the mouse are MK_ values; points are in
-    // client coordinates, except where screen coordinates are said.
+    // Messages. The defaults do nothing unless said otherwise. `flags` of the mouse are MK_ values; points
+    // are in client coordinates, except where screen coordinates are said.
 
     // After the window is made; -1 ends it again.
     virtual int OnCreate(CREATESTRUCT* create);
@@ -122,8 +123,8 @@ class CWnd : public CCmdTarget {
     virtual void OnKeyUp(UINT key, UINT repeat, UINT flags);
     // Before each mouse move: TRUE when it called ::SetCursor. Default: the class's cursor.
     virtual BOOL OnSetCursor(CWnd* window, UINT hitTest, UINT message);
-    // `code` is an SB_ value. The bar stays where it is unless the handler moves it; `position` counts for the two
-    // thumb codes and, cast to int, may be negative. `scrollBar` is null.
+    // `code` is an SB_ value. The bar stays where it is unless the handler moves it; `position` counts for
+    // the two thumb codes and, cast to int, may be negative. `scrollBar` is null.
     virtual void OnHScroll(UINT code, UINT position, CScrollBar* scrollBar);
     virtual void OnVScroll(UINT code, UINT position, CScrollBar* scrollBar);
     // Screen coordinates; asked for by the keyboard, the middle of the client area.

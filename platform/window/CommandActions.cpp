@@ -155,8 +155,7 @@ void BuildMenuBar(NativeWindow& frame, std::span<const MenuResource> rows) {
 void RefreshCommands(NativeWindow& frame) {
     const QPointer<QWidget> widget = frame.Widget();
     for (QAction* action : widget->findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly))
-        if (CommandOf(*action) != 0)
-            frame.Tell([action](CWnd* w) { RefreshAction(*action, *w); });
+        if (CommandOf(*action) != 0) frame.Tell([action](CWnd* w) { RefreshAction(*action, *w); });
 }
 
 bool HasBars(NativeWindow& frame, UINT id) {

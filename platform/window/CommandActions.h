@@ -1,5 +1,6 @@
-// Menus and toolbars of a frame as the toolkit has them; not for programs. A frame on the screen has one action
-// for each command, shared by its menu bar and its toolbars, so that a shortcut belongs to one action only.
+// Menus and toolbars of a frame as the toolkit has them; not for programs. A frame on the screen has one
+// action for each command, shared by its menu bar and its toolbars, so that a shortcut belongs to one action
+// only.
 #pragma once
 
 #include <span>
@@ -19,7 +20,8 @@ void BuildMenuBar(NativeWindow& frame, std::span<const MenuResource> rows);
 // Asks for the state of every command of the frame and shows it.
 void RefreshCommands(NativeWindow& frame);
 
-// Gives `action` the text, hint and icon of its command. Shortcuts are shown; whether they work is the caller's.
+// Gives `action` the text, hint and icon of its command. Shortcuts are shown; whether they work is the
+// caller's.
 void DescribeAction(QAction& action, UINT id);
 // Shows the state that `target` answers for the action's command.
 void RefreshAction(QAction& action, CCmdTarget& target);

@@ -47,18 +47,25 @@ constexpr Button kButtons[] = {{QMessageBox::Ok, IDOK},
 
 QMessageBox::StandardButtons ButtonsOf(UINT type) {
     switch (type & 0x0F) {
-        case MB_YESNO: return QMessageBox::Yes | QMessageBox::No;
-        case MB_YESNOCANCEL: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-        default: return QMessageBox::Ok;
+        case MB_YESNO:
+            return QMessageBox::Yes | QMessageBox::No;
+        case MB_YESNOCANCEL:
+            return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+        default:
+            return QMessageBox::Ok;
     }
 }
 
 QMessageBox::Icon IconOf(UINT type) {
     switch (type & 0xF0) {
-        case MB_ICONSTOP: return QMessageBox::Critical;
-        case MB_ICONQUESTION: return QMessageBox::Question;
-        case MB_ICONEXCLAMATION: return QMessageBox::Warning;
-        default: return QMessageBox::NoIcon;
+        case MB_ICONSTOP:
+            return QMessageBox::Critical;
+        case MB_ICONQUESTION:
+            return QMessageBox::Question;
+        case MB_ICONEXCLAMATION:
+            return QMessageBox::Warning;
+        default:
+            return QMessageBox::NoIcon;
     }
 }
 

@@ -1,5 +1,6 @@
-// The dialogs that choose a file or a colour, behind seams: a test or a batch run installs a handler that answers
-// instead of the user. Without a handler and without a windowed program they answer IDCANCEL and never wait.
+// The dialogs that choose a file or a colour, behind seams: a test or a batch run installs a handler that
+// answers instead of the user. Without a handler and without a windowed program they answer IDCANCEL and
+// never wait.
 #pragma once
 
 #include <functional>
@@ -15,9 +16,9 @@ class CFileDialog {
   public:
     enum class Kind { Open, OpenSeveral, Save };
 
-    // The filter has pairs "description|patterns", patterns parted by semicolons, and ends with "||". A name that
-    // the user types without an extension gets the default one (without its dot). Saving asks before a file is
-    // overwritten.
+    // The filter has pairs "description|patterns", patterns parted by semicolons, and ends with "||". A name
+    // that the user types without an extension gets the default one (without its dot). Saving asks before a
+    // file is overwritten.
     CFileDialog(Kind kind, LPCSTR defaultExtension = nullptr, LPCSTR fileName = nullptr,
                 LPCSTR filter = nullptr, CWnd* parent = nullptr);
 
@@ -54,13 +55,13 @@ class CColorDialog {
     CWnd* m_parent;
 };
 
-// A handler answers by setting the dialog's paths or colour and returning IDOK, or returns IDCANCEL. Both setters
-// return the handler before; an empty one asks the user again.
+// A handler answers by setting the dialog's paths or colour and returning IDOK, or returns IDCANCEL. Both
+// setters return the handler before; an empty one asks the user again.
 using FileDialogHandler = std::function<int(CFileDialog&)>;
 using ColorDialogHandler = std::function<int(CColorDialog&)>;
 FileDialogHandler SetFileDialogHandler(FileDialogHandler handler);
 ColorDialogHandler SetColorDialogHandler(ColorDialogHandler handler);
 
-// Shows a message over the active window, with the buttons and the icon that `type` names, and returns the button
-// chosen. A windowed program installs it as the handler of AfxMessageBox.
+// Shows a message over the active window, with the buttons and the icon that `type` names, and returns the
+// button chosen. A windowed program installs it as the handler of AfxMessageBox.
 int ShowMessageBox(const char* text, UINT type);

@@ -42,7 +42,8 @@ NativeWindow* CToolBar::NewNative() { return new BarWidget<QToolBar>(this); }
 NativeWindow* CStatusBar::NewNative() { return new BarWidget<QStatusBar>(this); }
 
 BOOL CToolBar::Create(CFrameWnd* frame, LPCSTR name) {
-    if (!frame || !frame->GetSafeHwnd() || !Create(nullptr, name, WS_CHILD, CRect(), frame, 0)) return FALSE;
+    if (!frame || !frame->GetSafeHwnd() || !Create(nullptr, name, WS_CHILD | WS_VISIBLE, CRect(), frame, 0))
+        return FALSE;
     GetSafeHwnd()->setObjectName(QString::fromUtf8(name));
     return TRUE;
 }

@@ -18,7 +18,8 @@ constexpr Shape kShapes[] = {{IDC_ARROW, Qt::ArrowCursor},
                              {IDC_CROSS, Qt::CrossCursor},
                              {IDC_SIZENS, Qt::SizeVerCursor}};
 
-// The window that the mouse message being handled belongs to. A widget under the mouse is part of some window.
+// The window that the mouse message being handled belongs to. A widget under the mouse is part of some
+// window.
 NativeWindow* WindowUnderMouse() {
     for (QWidget* widget = QApplication::widgetAt(QCursor::pos()); widget; widget = widget->parentWidget())
         if (NativeWindow* native = NativeWindow::Of(widget)) return native;

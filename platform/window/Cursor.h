@@ -11,8 +11,8 @@ constexpr HCURSOR IDC_SIZENS = 32645;
 
 // The handle of a standard cursor, 0 for a number that is none.
 HCURSOR LoadStandardCursor(HCURSOR standard);
-// Chooses the cursor of the window whose OnSetCursor is running, or else of the one under the mouse; 0 is the arrow.
-// Returns the one chosen before.
+// Chooses the cursor of the window whose OnSetCursor is running, or else of the one under the mouse; 0 is the
+// arrow. Returns the one chosen before.
 HCURSOR SetCursor(HCURSOR cursor);
 
 // Shows the wait cursor for a scope.

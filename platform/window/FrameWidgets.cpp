@@ -9,7 +9,6 @@
 #include <QPointer>
 #include <QStatusBar>
 #include <QToolBar>
-#include <algorithm>
 #include <utility>
 
 #include "platform/core/Rounding.h"
@@ -35,7 +34,7 @@ class Framed : public Base, public NativeWindow {
 
     QWidget* Widget() override { return this; }
     void ApplyStyle(DWORD style) override;
-    CRect NormalRect() const override { return m_normal; }
+    CRect NormalRect() override { return m_normal; }
     void SetNormalRect(const CRect& rect) override;
 
   protected:
@@ -72,23 +71,14 @@ void Framed<Base>::Follow() {
     const QRect now = this->geometry();
     if (m_restoring || this->isMinimized() || this->isMaximized() || now == m_normalInUnits) return;
     m_normalInUnits = now;
-    const double scale = Scale();
-    m_normal = {RoundHalfAway(now.x() * scale), RoundHalfAway(now.y() * scale),
-                RoundHalfAway((now.x() + now.width()) * scale),
-                RoundHalfAway((now.y() + now.height()) * scale)};
+    m_normal = PixelsOf(now);
 }
 
 template <class Base>
 void Framed<Base>::SetNormalRect(const CRect& rect) {
     m_restoring = true;
     if (this->isMinimized() || this->isMaximized()) this->showNormal();
-    const double scale = Scale();
-    const QPoint corner(RoundHalfAway(rect.left / scale), RoundHalfAway(rect.top / scale));
-    // The toolkit counts in no more than 24 bits.
-    const auto length = [scale](LONG pixels) {
-        return std::clamp(RoundHalfAway(pixels / scale), 0, QWIDGETSIZE_MAX);
-    };
-    this->setGeometry(QRect(corner, QSize(length(rect.Width()), length(rect.Height()))));
+    this->setGeometry(UnitsOf(rect));
     m_restoring = false;
     m_normal = rect;
     m_normalInUnits = this->geometry();
@@ -99,8 +89,8 @@ void Framed<Base>::ApplyStyle(DWORD style) {
     const bool caption = (style & WS_CAPTION) == WS_CAPTION;
     if (caption == !(this->windowFlags() & Qt::FramelessWindowHint)) return;
     const bool shown = this->isVisible();
-    const Qt::WindowFlags hints = Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
-                                  Qt::WindowCloseButtonHint;
+    const Qt::WindowFlags hints = Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                  Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
     Qt::WindowFlags flags = this->windowFlags() & ~(hints | Qt::FramelessWindowHint);
     flags |= caption ? hints : Qt::WindowFlags(Qt::FramelessWindowHint);
     this->setWindowFlags(flags);
@@ -146,6 +136,10 @@ class ChildFrameWidget : public Framed<QMdiSubWindow> {
 
     QMainWindow* Body() override { return m_body; }
     void Adopt(QWidget* child, UINT id) override { AdoptInMainWindow(*m_body, child, id); }
+    // So that another child frame becomes the active one.
+    void Retire() override {
+        if (mdiArea()) mdiArea()->removeSubWindow(this);
+    }
 
   private:
     QMainWindow* m_body;
@@ -156,8 +150,11 @@ class MdiFrameWidget : public FrameWidget {
     explicit MdiFrameWidget(CWnd* owner) : FrameWidget(owner), m_area(new QMdiArea) {
         m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        // Closing a child frame leads back to the one used before it.
+        m_area->setActivationOrder(QMdiArea::ActivationHistoryOrder);
         setCentralWidget(m_area);
-        connect(m_area, &QMdiArea::subWindowActivated, this, [this] { Activated(m_area->currentSubWindow()); });
+        connect(m_area, &QMdiArea::subWindowActivated, this,
+                [this] { Activated(m_area->currentSubWindow()); });
     }
     ~MdiFrameWidget() override {
         // The area outlives this part of the object and would still report.

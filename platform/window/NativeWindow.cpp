@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -18,19 +19,51 @@ NativeWindow* NativeWindow::Of(QWidget* widget) { return dynamic_cast<NativeWind
 
 double NativeWindow::Scale() { return Widget()->devicePixelRatioF(); }
 
+QRect NativeWindow::UnitsOf(const CRect& pixels) {
+    const double scale = Scale();
+    // The toolkit has no wider windows, and adds up corners in 32 bits.
+    const auto length = [scale](LONG value) {
+        return std::clamp(RoundHalfAway(value / scale), 0, QWIDGETSIZE_MAX);
+    };
+    const auto place = [scale](LONG value) {
+        return std::clamp(RoundHalfAway(value / scale), -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    };
+    return {place(pixels.left), place(pixels.top), length(pixels.Width()), length(pixels.Height())};
+}
+
+CRect NativeWindow::PixelsOf(const QRect& units) {
+    const double scale = Scale();
+    return {RoundHalfAway(units.x() * scale), RoundHalfAway(units.y() * scale),
+            RoundHalfAway((units.x() + units.width()) * scale),
+            RoundHalfAway((units.y() + units.height()) * scale)};
+}
+
+CRect NativeWindow::NormalRect() { return PixelsOf(Widget()->geometry()); }
+
+void NativeWindow::SetNormalRect(const CRect& rect) { Widget()->setGeometry(UnitsOf(rect)); }
+
 void NativeWindow::Adopt(QWidget* child, UINT) { child->setParent(Client()); }
 
 void NativeWindow::Show(int how) {
     QWidget* widget = Widget();
     switch (how) {
-        case SW_HIDE: widget->hide(); break;
+        case SW_HIDE:
+            widget->hide();
+            break;
         case SW_SHOWMINIMIZED:
         case SW_MINIMIZE:
-        case SW_SHOWMINNOACTIVE: widget->showMinimized(); break;
-        case SW_SHOWMAXIMIZED: widget->showMaximized(); break;
+        case SW_SHOWMINNOACTIVE:
+            widget->showMinimized();
+            break;
+        case SW_SHOWMAXIMIZED:
+            widget->showMaximized();
+            break;
         case SW_SHOWNORMAL:
-        case SW_RESTORE: widget->showNormal(); break;
-        default: widget->show();
+        case SW_RESTORE:
+            widget->showNormal();
+            break;
+        default:
+            widget->show();
     }
 }
 
@@ -48,6 +81,7 @@ void NativeWindow::Sever() {
 void NativeWindow::Destroy() {
     QWidget* widget = Widget();
     Sever();
+    Retire();
     if (g_eventDepth == 0) {
         delete widget;
         return;

@@ -11,8 +11,7 @@
 class CBitmapEx;
 class QMainWindow;
 class QMdiArea;
-class QPointF;
-class QString;
+class QRect;
 
 // The base of every widget that stands for a CWnd. The owner is null once the window has ended; the widget
 // itself may live a little longer, because the toolkit must not lose a widget whose event is being handled.
@@ -34,19 +33,23 @@ class NativeWindow {
     virtual CBitmapEx* Picture() { return nullptr; }
 
     virtual void Adopt(QWidget* child, UINT id);
+    // The widget goes for good, at once or soon.
+    virtual void Retire() {}
     virtual void ApplyStyle(DWORD style) = 0;
     virtual void Show(int how);
     virtual void Invalidate(bool erase) { (void)erase; }
     virtual void PaintNow() {}
     // The normal rectangle, also while minimised or maximised. Parent's coordinates, physical pixels.
-    virtual CRect NormalRect() const { return {}; }
-    virtual void SetNormalRect(const CRect&) {}
+    virtual CRect NormalRect();
+    virtual void SetNormalRect(const CRect& rect);
 
     // Physical pixels per unit of the toolkit.
     double Scale();
+    QRect UnitsOf(const CRect& pixels);
+    CRect PixelsOf(const QRect& units);
 
-    // Ends the window for its owner and those in it: OnDestroy, the children, PostNcDestroy. The owner may be gone
-    // afterwards.
+    // Ends the window for its owner and those in it: OnDestroy, the children, PostNcDestroy. The owner may be
+    // gone afterwards.
     void Sever();
     // Severs, then deletes the widget: at once, or later when some event is being handled.
     void Destroy();
@@ -104,7 +107,7 @@ struct WindowEvents {
     static void LeftDown(CWnd* w, UINT flags, CPoint p) { w->OnLButtonDown(flags, p); }
     static void LeftUp(CWnd* w, UINT flags, CPoint p) { w->OnLButtonUp(flags, p); }
     static void LeftDouble(CWnd* w, UINT flags, CPoint p) {
-        w->m_classStyle & CS_DBLCLKS ? w->OnLButtonDblClk(flags, p) : w->OnLButtonDown(flags, p);
+        w->m_classStyle& CS_DBLCLKS ? w->OnLButtonDblClk(flags, p) : w->OnLButtonDown(flags, p);
     }
     static void MiddleDouble(CWnd* w, UINT flags, CPoint p) {
         if (w->m_classStyle & CS_DBLCLKS) w->OnMButtonDblClk(flags, p);

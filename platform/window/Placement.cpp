@@ -12,16 +12,12 @@ bool IsMinimized(int how) {
 }
 
 // A rectangle that some screen shows a part of; `rect` itself wherever possible.
-CRect OnSomeScreen(const CRect& rect, double scale) {
-    const QRect wanted(QPoint(RoundHalfAway(rect.left / scale), RoundHalfAway(rect.top / scale)),
-                       QSize(RoundHalfAway(rect.Width() / scale), RoundHalfAway(rect.Height() / scale)));
+CRect OnSomeScreen(NativeWindow& native, const CRect& rect) {
     for (const QScreen* screen : QGuiApplication::screens())
-        if (screen->availableGeometry().intersects(wanted)) return rect;
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (!screen) return rect;
-    const CPoint corner(RoundHalfAway(screen->availableGeometry().left() * scale),
-                        RoundHalfAway(screen->availableGeometry().top() * scale));
-    return {corner.x, corner.y, AddSaturated(corner.x, rect.Width()), AddSaturated(corner.y, rect.Height())};
+        if (screen->availableGeometry().intersects(native.UnitsOf(rect))) return rect;
+    const CRect screen = native.PixelsOf(QGuiApplication::primaryScreen()->availableGeometry());
+    return {screen.left, screen.top, AddSaturated(screen.left, rect.Width()),
+            AddSaturated(screen.top, rect.Height())};
 }
 
 }  // namespace
@@ -50,7 +46,7 @@ BOOL CWnd::SetWindowPlacement(const WINDOWPLACEMENT* placement) {
     if (!m_hWnd || !placement) return FALSE;
     NativeWindow* native = GetNative();
     const CRect wanted(placement->rcNormalPosition);
-    native->SetNormalRect(GetParent() ? wanted : OnSomeScreen(wanted, native->Scale()));
+    native->SetNormalRect(GetParent() ? wanted : OnSomeScreen(*native, wanted));
     const int how = static_cast<int>(placement->showCmd);
     if (IsMinimized(how) || how == SW_SHOWMAXIMIZED || how == SW_HIDE) {
         native->Show(how);

@@ -90,7 +90,8 @@ ViewWidget::ViewWidget(CWnd* owner) : NativeWindow(owner) {
 }
 
 void ViewWidget::ApplyStyle(DWORD style) {
-    // Always or never: a bar that comes and goes with its range would resize the client area in the midst of a zoom.
+    // Always or never: a bar that comes and goes with its range would resize the client area in the midst of
+    // a zoom.
     const auto policy = [style](DWORD bit) {
         return style & bit ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff;
     };
@@ -269,13 +270,26 @@ void ViewWidget::Scrolled(int bar, QScrollBar* native, int action) {
     if (!Owner() || !(Owner()->GetStyle() & bit)) return;
     UINT code = SB_THUMBPOSITION;
     switch (action) {
-        case QAbstractSlider::SliderSingleStepSub: code = SB_LINELEFT; break;
-        case QAbstractSlider::SliderSingleStepAdd: code = SB_LINERIGHT; break;
-        case QAbstractSlider::SliderPageStepSub: code = SB_PAGELEFT; break;
-        case QAbstractSlider::SliderPageStepAdd: code = SB_PAGERIGHT; break;
-        case QAbstractSlider::SliderToMinimum: code = SB_LEFT; break;
-        case QAbstractSlider::SliderToMaximum: code = SB_RIGHT; break;
-        default: code = native->isSliderDown() ? SB_THUMBTRACK : SB_THUMBPOSITION;
+        case QAbstractSlider::SliderSingleStepSub:
+            code = SB_LINELEFT;
+            break;
+        case QAbstractSlider::SliderSingleStepAdd:
+            code = SB_LINERIGHT;
+            break;
+        case QAbstractSlider::SliderPageStepSub:
+            code = SB_PAGELEFT;
+            break;
+        case QAbstractSlider::SliderPageStepAdd:
+            code = SB_PAGERIGHT;
+            break;
+        case QAbstractSlider::SliderToMinimum:
+            code = SB_LEFT;
+            break;
+        case QAbstractSlider::SliderToMaximum:
+            code = SB_RIGHT;
+            break;
+        default:
+            code = native->isSliderDown() ? SB_THUMBTRACK : SB_THUMBPOSITION;
     }
     const int position = native->sliderPosition();
     Tell([=](CWnd* w) { WindowEvents::Scroll(w, bar, code, position); });

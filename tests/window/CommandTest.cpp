@@ -28,9 +28,10 @@ constexpr CommandResource kTexts[] = {
     {kRecent, "Recent file"},
 };
 constexpr MenuResource kRows[] = {
-    MenuPopup("&View"),  MenuItem(kSettings), MenuSeparator(), MenuPopup("&More"), MenuItem(kLegend), MenuEnd(),
-    MenuItem(kRecent),   MenuEnd(),           MenuPopup("&Window"),   MenuItem(ID_WINDOW_CASCADE),
-    MenuWindowList(),    MenuEnd(),
+    MenuPopup("&View"),          MenuItem(kSettings), MenuSeparator(),
+    MenuPopup("&More"),          MenuItem(kLegend),   MenuEnd(),
+    MenuItem(kRecent),           MenuEnd(),           MenuPopup("&Window"),
+    MenuItem(ID_WINDOW_CASCADE), MenuWindowList(),    MenuEnd(),
 };
 constexpr UINT kButtons[] = {kSettings, 0, kLegend};
 constexpr IconResource kIcons[] = {{"gear", "O 8 8 3 M 8 1 L 8 4 Z F 8 8 1 rubbish"}};
@@ -215,6 +216,7 @@ TEST_F(MenuTest, AToolbarSharesItsCommandsWithTheMenu) {
     EXPECT_EQ(view->settings, 1);
     Press(view->GetSafeHwnd(), Qt::Key_E, Qt::ControlModifier);
     EXPECT_EQ(view->settings, 2) << "two actions with one shortcut would leave it without effect";
+    EXPECT_TRUE(bar.IsWindowVisible());
     EXPECT_TRUE(RunCommand(*main, ID_VIEW_TOOLBAR));
     EXPECT_FALSE(bar.IsWindowVisible());
     EXPECT_FALSE(QueryCommand(*main, ID_VIEW_TOOLBAR).IsChecked());

@@ -13,7 +13,8 @@
 class QWidget;
 
 // The first such test starts the toolkit, for the rest of the process; other tests do not pay for it. There
-// are two screens side by side, 1000 units wide and 800 high: one pixel per unit on the first, two on the second.
+// are two screens side by side, 1000 units wide and 800 high: one pixel per unit on the first, two on the
+// second.
 class WindowTest : public ::testing::Test {
   protected:
     static void SetUpTestSuite();
