@@ -1,5 +1,6 @@
 #include "platform/window/CFrameWnd.h"
 
+#include <QIcon>
 #include <QMainWindow>
 #include <QToolBar>
 
@@ -10,6 +11,7 @@
 #include "platform/window/CommandActions.h"
 #include "platform/window/CommandIds.h"
 #include "platform/window/CommandResources.h"
+#include "platform/window/Icons.h"
 #include "platform/window/NativeWindow.h"
 
 IMPLEMENT_DYNCREATE(CFrameWnd, CWnd)
@@ -31,6 +33,7 @@ BOOL CFrameWnd::LoadFrame(UINT resourceId, DWORD style, CWnd* parent, CCreateCon
     if (!Create(nullptr, m_title, style & ~WS_VISIBLE, CRect(), parent, 0, context)) return FALSE;
     if (!GetParentFrame()) BuildMenuBar(*GetNative(), FindMenuResource(resourceId));
     OnUpdateFrameTitle();
+    GetSafeHwnd()->setWindowIcon(IconOf("application"));
     if (style & WS_VISIBLE) ShowWindow(SW_SHOW);
     return TRUE;
 }

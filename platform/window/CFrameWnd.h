@@ -25,7 +25,7 @@ class CFrameWnd : public CWnd {
 
   public:
     // Creates the frame from resources: the string `resourceId` is its title, the menu `resourceId` its menu
-    // bar; either may be missing.
+    // bar, the icon "application" its icon. Each may be missing. A child frame has no menu bar of its own.
     virtual BOOL LoadFrame(UINT resourceId, DWORD style = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE,
                            CWnd* parent = nullptr, CCreateContext* context = nullptr);
     // Shows the frame, then tells the views in it to show `document`, and makes the first one active.

@@ -51,7 +51,8 @@ bool CWindowApp::OnCmdMsg(UINT, CCmdUI*) { return false; }
 void CWindowApp::FrameGone(CFrameWnd* frame) {
     if (frame != m_pMainWnd) return;
     m_pMainWnd = nullptr;
-    if (m_toolkit) QCoreApplication::quit();
+    // Not quit(), which asks the remaining windows to close: documents have been asked for already.
+    if (m_toolkit) QCoreApplication::exit();
 }
 
 CFrameWnd* AfxGetMainWnd() {

@@ -1,11 +1,13 @@
 // The widgets of frames: a main window, the same with an area for child frames, and the child frame, which
 // holds a main window of its own so that it can have toolbars.
 #include <QAbstractEventDispatcher>
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QPointer>
 #include <QStatusBar>
 #include <QToolBar>
@@ -132,6 +134,9 @@ class ChildFrameWidget : public Framed<QMdiSubWindow> {
     explicit ChildFrameWidget(CWnd* owner) : Framed(owner), m_body(new QMainWindow) {
         m_body->setWindowFlags(Qt::Widget);
         setWidget(m_body);
+        // The toolkit gives the system menu every shortcut for closing; Ctrl+W is the program's to give.
+        for (QAction* action : systemMenu()->actions())
+            if (!action->shortcut().isEmpty()) action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4));
     }
 
     QMainWindow* Body() override { return m_body; }

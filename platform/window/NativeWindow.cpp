@@ -1,6 +1,8 @@
 #include "platform/window/NativeWindow.h"
 
+#include <QGuiApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QWidget>
 #include <algorithm>
 #include <utility>
@@ -21,14 +23,18 @@ double NativeWindow::Scale() { return Widget()->devicePixelRatioF(); }
 
 QRect NativeWindow::UnitsOf(const CRect& pixels) {
     const double scale = Scale();
-    // The toolkit has no wider windows, and adds up corners in 32 bits.
-    const auto length = [scale](LONG value) {
-        return std::clamp(RoundHalfAway(value / scale), 0, QWIDGETSIZE_MAX);
-    };
+    // The toolkit adds up corners in 32 bits.
     const auto place = [scale](LONG value) {
         return std::clamp(RoundHalfAway(value / scale), -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     };
-    return {place(pixels.left), place(pixels.top), length(pixels.Width()), length(pixels.Height())};
+    // No window is larger than all screens together: a damaged placement must not ask for gigabytes of
+    // pixels.
+    const QSize most = QGuiApplication::primaryScreen()->virtualSize();
+    const auto length = [scale](LONG value, int limit) {
+        return std::clamp(RoundHalfAway(value / scale), 0, limit);
+    };
+    return {place(pixels.left), place(pixels.top), length(pixels.Width(), most.width()),
+            length(pixels.Height(), most.height())};
 }
 
 CRect NativeWindow::PixelsOf(const QRect& units) {
