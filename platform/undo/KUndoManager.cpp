@@ -24,8 +24,11 @@ struct KUndoManager::Impl {
     std::map<int, Listener> listeners;
     int nextListener = 1;
 
+    // Walks over a copy: a listener may add and remove listeners, itself included.
     void Changed(const void* owner) const {
-        for (const auto& [id, listener] : listeners) listener(owner);
+        const auto present = listeners;
+        for (const auto& [id, listener] : present)
+            if (listener && listeners.contains(id)) listener(owner);
     }
     const History* Find(const void* owner) const {
         const auto found = histories.find(owner);
@@ -56,6 +59,7 @@ void KUndoManager::SetLastAction(const void* owner, IAction* action) const {
     if (!action) return;
     std::unique_ptr<IAction> owned(action);
     History& history = impl_->histories[owner];
+    history.actions.reserve(history.done + 1);  // without memory the history stays as it is
     history.actions.resize(history.done);
     history.actions.push_back(std::move(owned));
     history.done = history.actions.size();

@@ -32,7 +32,8 @@ class KUndoManager {
     // Destroys the owner's history. Call it before the owner dies.
     void Clear(const void* owner) const;
 
-    // A listener is called with the owner after each change of its history. It may not change the listeners.
+    // A listener is called with the owner after each change of its history. It may add and remove listeners
+    // and step or clear histories itself.
     using Listener = std::function<void(const void* owner)>;
     int AddListener(Listener listener) const;
     void RemoveListener(int id) const;

@@ -1,0 +1,155 @@
+#include "platform/gdi/CDC.h"
+
+#include <exception>
+#include <utility>
+
+#include "platform/gdi/CBitmapEx.h"
+#include "platform/gdi/CDCState.h"
+#include "platform/gdi/StockObjects.h"
+
+CDC::CDC() : m_state(std::make_unique<State>()) {
+    SelectObject(&StockBlackPen());
+    SelectObject(&StockWhiteBrush());
+}
+
+CDC::CDC(CBitmapEx& picture) : CDC() { SelectObject(&picture); }
+
+CDC::~CDC() = default;
+
+CPen* CDC::SelectObject(CPen* pen) {
+    if (!pen) return nullptr;
+    const GdiRecord* record = pen->GetSafeHandle();
+    m_state->penRecord = record && record->isPen ? *record : GdiRecord{true, PS_NULL, 0, 0};
+    return std::exchange(m_state->pen, pen);
+}
+
+CBrush* CDC::SelectObject(CBrush* brush) {
+    if (!brush) return nullptr;
+    const GdiRecord* record = brush->GetSafeHandle();
+    m_state->brushRecord.reset();
+    if (record && !record->isPen) m_state->brushRecord = *record;
+    return std::exchange(m_state->brush, brush);
+}
+
+CGdiObject* CDC::SelectObject(CGdiObject* object) {
+    if (auto* pen = dynamic_cast<CPen*>(object)) return SelectObject(pen);
+    if (auto* brush = dynamic_cast<CBrush*>(object)) return SelectObject(brush);
+    return nullptr;
+}
+
+CBitmapEx* CDC::SelectObject(CBitmapEx* picture) {
+    m_state->picture = picture ? picture->m_picture : nullptr;
+    return std::exchange(m_state->selectedPicture, picture);
+}
+
+CGdiObject* CDC::SelectStockObject(int index) { return SelectObject(StockObject(index)); }
+
+int CDC::SetROP2(int rasterOperation) {
+    const bool known = rasterOperation == R2_COPYPEN || rasterOperation == R2_XORPEN ||
+                       rasterOperation == R2_NOT || rasterOperation == R2_NOTXORPEN;
+    return known ? std::exchange(m_state->rasterOperation, rasterOperation) : 0;
+}
+
+int CDC::GetROP2() const { return m_state->rasterOperation; }
+
+int CDC::SetBkMode(int mode) {
+    return mode == TRANSPARENT || mode == OPAQUE ? std::exchange(m_state->bkMode, mode) : 0;
+}
+
+COLORREF CDC::SetBkColor(COLORREF color) { return std::exchange(m_state->bkColor, color); }
+
+COLORREF CDC::GetBkColor() const { return m_state->bkColor; }
+
+int CDC::SetMapMode(int mode) {
+    const int previous = m_state->mapping.mode;
+    return m_state->mapping.SetMode(mode, Picture::kDotsPerInch) ? previous : 0;
+}
+
+int CDC::GetMapMode() const { return m_state->mapping.mode; }
+
+CPoint CDC::SetWindowOrg(int x, int y) {
+    Mapping& mapping = m_state->mapping;
+    return {std::exchange(mapping.x.windowOrg, x), std::exchange(mapping.y.windowOrg, y)};
+}
+
+CPoint CDC::SetViewportOrg(int x, int y) {
+    Mapping& mapping = m_state->mapping;
+    return {std::exchange(mapping.x.viewportOrg, x), std::exchange(mapping.y.viewportOrg, y)};
+}
+
+CSize CDC::SetWindowExt(int cx, int cy) {
+    const CSize previous = GetWindowExt();
+    m_state->mapping.SetWindowExt({cx, cy});
+    return previous;
+}
+
+CSize CDC::SetViewportExt(int cx, int cy) {
+    const CSize previous = GetViewportExt();
+    m_state->mapping.SetViewportExt({cx, cy});
+    return previous;
+}
+
+CPoint CDC::GetWindowOrg() const { return {m_state->mapping.x.windowOrg, m_state->mapping.y.windowOrg}; }
+
+CPoint CDC::GetViewportOrg() const {
+    return {m_state->mapping.x.viewportOrg, m_state->mapping.y.viewportOrg};
+}
+
+CSize CDC::GetWindowExt() const { return {m_state->mapping.x.windowExt, m_state->mapping.y.windowExt}; }
+
+CSize CDC::GetViewportExt() const { return {m_state->mapping.x.viewportExt, m_state->mapping.y.viewportExt}; }
+
+void CDC::LPtoDP(CPoint* points, int count) const {
+    for (int i = 0; i < count; ++i) points[i] = m_state->mapping.ToDevice(points[i]);
+}
+
+void CDC::DPtoLP(CPoint* points, int count) const {
+    for (int i = 0; i < count; ++i) points[i] = m_state->mapping.ToLogical(points[i]);
+}
+
+void CDC::LPtoDP(SIZE* size) const {
+    size->cx = m_state->mapping.x.LengthToDevice(size->cx);
+    size->cy = m_state->mapping.y.LengthToDevice(size->cy);
+}
+
+void CDC::DPtoLP(SIZE* size) const {
+    size->cx = m_state->mapping.x.LengthToLogical(size->cx);
+    size->cy = m_state->mapping.y.LengthToLogical(size->cy);
+}
+
+// Through pixels, so that a fixed size is a whole number of pixels on the device.
+void CDC::HIMETRICtoLP(SIZE* size) const {
+    constexpr int kHundredthsOfMillimetrePerInch = 2540;
+    const auto toPixels = [](LONG length) {
+        return SaturateToInt32(MulDivHalfAway(length, Picture::kDotsPerInch, kHundredthsOfMillimetrePerInch));
+    };
+    size->cx = toPixels(size->cx);
+    size->cy = toPixels(size->cy);
+    DPtoLP(size);
+}
+
+int CDC::SaveDC() {
+    try {
+        m_state->saved.push_back(*m_state);
+    } catch (const std::exception&) {
+        return 0;
+    }
+    return static_cast<int>(m_state->saved.size());
+}
+
+BOOL CDC::RestoreDC(int savedState) {
+    auto& saved = m_state->saved;
+    const auto count = static_cast<int>(saved.size());
+    const int wanted = savedState == -1 ? count : savedState;
+    if (wanted < 1 || wanted > count) return FALSE;
+    static_cast<ContextAttributes&>(*m_state) = saved[static_cast<std::size_t>(wanted) - 1];
+    saved.resize(static_cast<std::size_t>(wanted) - 1);
+    return TRUE;
+}
+
+void CDC::IntersectClipRect(const CRect& rect) {
+    const CRect added = m_state->ToDevice(rect);
+    const CRect before = m_state->clip.value_or(added);
+    m_state->clip = CRect(std::max(before.left, added.left), std::max(before.top, added.top),
+                          std::min(before.right, added.right), std::min(before.bottom, added.bottom));
+}

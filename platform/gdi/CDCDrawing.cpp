@@ -1,0 +1,213 @@
+// The drawing operations of device contexts.
+#include <cmath>
+#include <exception>
+#include <numbers>
+#include <utility>
+
+#include "platform/gdi/CDCState.h"
+#include "platform/gdi/Dots.h"
+#include "platform/gdi/Polyline.h"
+#include "platform/gdi/Shapes.h"
+
+namespace {
+
+// Nothing is thrown at the caller: a shape for which memory is short is not drawn.
+template <class Draw>
+BOOL Guarded(Draw&& draw) {
+    try {
+        draw();
+        return TRUE;
+    } catch (const std::exception&) {
+        return FALSE;
+    }
+}
+
+// The outline of a rectangle's pixels, each pixel once.
+void OutlineBox(const Canvas& canvas, const CRect& box, const HairPen& pen) {
+    const LONG right = box.right - 1, bottom = box.bottom - 1;
+    std::int64_t phase = 0;
+    if (right == box.left) return DrawHairline(canvas, {right, box.top}, {right, box.bottom}, pen, phase);
+    if (bottom == box.top) return DrawHairline(canvas, {box.left, bottom}, {box.right, bottom}, pen, phase);
+    const CPoint corners[] = {
+        {box.left, box.top}, {right, box.top}, {right, bottom}, {box.left, bottom}, {box.left, box.top}};
+    for (int i = 0; i < 4; ++i) DrawHairline(canvas, corners[i], corners[i + 1], pen, phase);
+}
+
+// Points on the ellipse through the middles of a box's border pixels, close enough to look round.
+std::vector<CPoint> EllipseCorners(const CRect& box) {
+    const double rx = (double(box.right) - 1.0 - box.left) / 2.0,
+                 ry = (double(box.bottom) - 1.0 - box.top) / 2.0;
+    const int count = static_cast<int>(std::clamp(rx + ry, 16.0, 4096.0));
+    std::vector<CPoint> corners;
+    for (int i = 0; i < count; ++i) {
+        const double angle = 2.0 * std::numbers::pi * i / count;
+        corners.emplace_back(RoundHalfAway(box.left + rx + rx * std::cos(angle)),
+                             RoundHalfAway(box.top + ry + ry * std::sin(angle)));
+    }
+    return corners;
+}
+
+CRect BoxRound(CPoint p, CSize half) {
+    return {SubtractSaturated(p.x, half.cx), SubtractSaturated(p.y, half.cy), AddSaturated(p.x, half.cx),
+            AddSaturated(p.y, half.cy)};
+}
+
+}  // namespace
+
+std::optional<Canvas> CDC::State::Target() const {
+    if (!picture || picture->pixels.empty()) return std::nullopt;
+    CRect visible(0, 0, picture->width, picture->height);
+    if (clip)
+        visible = CRect(std::max<LONG>(clip->left, 0), std::max<LONG>(clip->top, 0),
+                        std::min(clip->right, visible.right), std::min(clip->bottom, visible.bottom));
+    if (visible.IsRectEmpty()) return std::nullopt;
+    return Canvas{picture->pixels.data(), picture->width, visible};
+}
+
+CRect CDC::State::ToDevice(const CRect& rect) const {
+    const CPoint a = mapping.ToDevice({rect.left, rect.top}), b = mapping.ToDevice({rect.right, rect.bottom});
+    return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
+void CDC::State::Stroke(const Canvas& canvas, const CPoint* points, std::size_t count, bool closed) const {
+    if (!HasPen() || count == 0) return;
+    if (!HasHairPen()) return DrawWideLine(canvas, points, count, closed, PenWidth(), PenInk());
+    const HairPen hair = Hair();
+    std::int64_t phase = 0;
+    for (std::size_t i = 1; i < count; ++i) DrawHairline(canvas, points[i - 1], points[i], hair, phase);
+    if (closed) DrawHairline(canvas, points[count - 1], points[0], hair, phase);
+}
+
+CPoint CDC::MoveTo(int x, int y) {
+    m_state->dashPhase = 0;
+    return std::exchange(m_state->at, CPoint(x, y));
+}
+
+BOOL CDC::LineTo(int x, int y) {
+    const CPoint ends[] = {m_state->mapping.ToDevice(m_state->at), m_state->mapping.ToDevice({x, y})};
+    m_state->at = CPoint(x, y);
+    const auto canvas = m_state->Target();
+    if (!canvas || !m_state->HasPen()) return TRUE;
+    if (!m_state->HasHairPen()) return Guarded([&] { m_state->Stroke(*canvas, ends, 2, false); });
+    DrawHairline(*canvas, ends[0], ends[1], m_state->Hair(), m_state->dashPhase);
+    return TRUE;
+}
+
+BOOL CDC::Polyline(const CPoint* points, int count) { return Polyline(points, count, {}); }
+
+BOOL CDC::Polyline(const CPoint* points, int count, const StatusFilter& which) {
+    if (!points || count < 2) return FALSE;
+    const auto canvas = m_state->Target();
+    if (!canvas || !m_state->HasPen()) return TRUE;
+    const auto size = static_cast<std::size_t>(count);
+    if (m_state->HasHairPen())
+        return Guarded(
+            [&] { DrawPolyline(*canvas, m_state->mapping, points, size, which, m_state->Hair()); });
+    return Guarded([&] {
+        std::vector<CPoint> device;
+        ForEachTaken(points, size, which, [&](CPoint p) { device.push_back(m_state->mapping.ToDevice(p)); });
+        m_state->Stroke(*canvas, device.data(), device.size(), false);
+    });
+}
+
+BOOL CDC::Polygon(const CPoint* points, int count) {
+    if (!points || count < 2) return FALSE;
+    const auto canvas = m_state->Target();
+    if (!canvas) return TRUE;
+    return Guarded([&] {
+        std::vector<CPoint> device(points, points + count);
+        LPtoDP(device.data(), count);
+        if (m_state->brushRecord) FillPolygon(*canvas, device.data(), device.size(), m_state->BrushInk());
+        m_state->Stroke(*canvas, device.data(), device.size(), true);
+    });
+}
+
+BOOL CDC::Rectangle(int left, int top, int right, int bottom) {
+    const auto canvas = m_state->Target();
+    CRect box = m_state->ToDevice({left, top, right, bottom});
+    if (!canvas || box.IsRectEmpty()) return TRUE;
+    const std::int64_t inset = m_state->HasHairPen() ? 1 : 0, cut = m_state->HasPen() ? inset : 1;
+    if (m_state->brushRecord)
+        FillBox(*canvas, box.left + inset, box.top + inset, box.right - cut, box.bottom - cut,
+                m_state->BrushInk());
+    if (!m_state->HasPen()) return TRUE;
+    if (m_state->HasHairPen()) {
+        OutlineBox(*canvas, box, m_state->Hair());
+        return TRUE;
+    }
+    const CPoint corners[] = {{box.left, box.top},
+                              {box.right - 1, box.top},
+                              {box.right - 1, box.bottom - 1},
+                              {box.left, box.bottom - 1}};
+    return Guarded([&] { m_state->Stroke(*canvas, corners, 4, true); });
+}
+
+BOOL CDC::Ellipse(int left, int top, int right, int bottom) {
+    const auto canvas = m_state->Target();
+    CRect box = m_state->ToDevice({left, top, right, bottom});
+    if (!m_state->HasPen() && !box.IsRectEmpty())
+        box = CRect(box.left, box.top, box.right - 1, box.bottom - 1);
+    if (!canvas || box.IsRectEmpty()) return TRUE;
+    const bool hair = m_state->HasHairPen();
+    if (m_state->brushRecord) FillEllipse(*canvas, box, hair, m_state->BrushInk());
+    if (!m_state->HasPen()) return TRUE;
+    if (hair) {
+        OutlineEllipse(*canvas, box, m_state->Hair());
+        return TRUE;
+    }
+    return Guarded([&] {
+        const auto corners = EllipseCorners(box);
+        m_state->Stroke(*canvas, corners.data(), corners.size(), true);
+    });
+}
+
+void CDC::FillSolidRect(const CRect& rect, COLORREF color) {
+    const CRect box = m_state->ToDevice(rect);
+    if (const auto canvas = m_state->Target())
+        FillBox(*canvas, box.left, box.top, box.right, box.bottom, {ToPixel(color), R2_COPYPEN});
+}
+
+BOOL CDC::SetPixelV(int x, int y, COLORREF color) {
+    const auto canvas = m_state->Target();
+    const CPoint p = m_state->mapping.ToDevice({x, y});
+    if (!canvas || !canvas->clip.PtInRect(p)) return FALSE;
+    canvas->Row(p.y)[p.x] = ToPixel(color);
+    return TRUE;
+}
+
+COLORREF CDC::GetPixel(int x, int y) const {
+    const auto canvas = m_state->Target();
+    const CPoint p = m_state->mapping.ToDevice({x, y});
+    if (!canvas || !canvas->clip.PtInRect(p)) return CLR_INVALID;
+    return ToColor(canvas->Row(p.y)[p.x]);
+}
+
+void CDC::DrawPixels(const CPoint* points, int count, COLORREF color, const StatusFilter& which) {
+    const auto canvas = m_state->Target();
+    if (!canvas || !points || count < 1) return;
+    DrawPixelCloud(*canvas, m_state->mapping, points, static_cast<std::size_t>(count), which, ToPixel(color));
+}
+
+void CDC::DrawRectangles(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which) {
+    const auto canvas = m_state->Target();
+    if (!canvas || !points || count < 1) return;
+    const auto size = static_cast<std::size_t>(count);
+    if (m_state->DrawsPlainShapes() && Guarded([&] {
+            DrawBoxCloud(*canvas, m_state->mapping, points, size, which, halfExtent,
+                         m_state->HasPen() ? 0 : 1, m_state->BrushInk().pixel);
+        }))
+        return;
+    ForEachTaken(points, size, which, [&](CPoint p) { Rectangle(BoxRound(p, halfExtent)); });
+}
+
+void CDC::DrawEllipses(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which) {
+    const auto canvas = m_state->Target();
+    if (!canvas || !points || count < 1) return;
+    const auto size = static_cast<std::size_t>(count);
+    if (m_state->DrawsPlainShapes() && Guarded([&] {
+            DrawEllipseCloud(*canvas, m_state->mapping, points, size, which, halfExtent,
+                             m_state->HasPen() ? 0 : 1, m_state->BrushInk().pixel);
+        }))
+        return;
+    ForEachTaken(points, size, which, [&](CPoint p) { Ellipse(BoxRound(p, halfExtent)); });
+}

@@ -1,0 +1,61 @@
+// What a device context keeps.
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/gdi/CDC.h"
+#include "platform/gdi/GdiRecord.h"
+#include "platform/gdi/Hairline.h"
+#include "platform/gdi/Mapping.h"
+#include "platform/gdi/Picture.h"
+
+// What SaveDC saves.
+struct ContextAttributes {
+    CPen* pen = nullptr;  // what SelectObject hands back
+    CBrush* brush = nullptr;
+    GdiRecord penRecord{};                 // what is drawn with
+    std::optional<GdiRecord> brushRecord;  // none: nothing is filled
+    int rasterOperation = R2_COPYPEN;
+    int bkMode = OPAQUE;
+    COLORREF bkColor = RGB(255, 255, 255);
+    Mapping mapping;
+    std::optional<CRect> clip;  // device; none: the whole picture
+    CPoint at;                  // logical
+    std::int64_t dashPhase = 0;
+};
+
+struct CDC::State : ContextAttributes {
+    std::vector<ContextAttributes> saved;
+    CBitmapEx* selectedPicture = nullptr;
+    std::shared_ptr<Picture> picture;
+
+    // Where drawing goes now; none when nothing would be visible.
+    std::optional<Canvas> Target() const;
+
+    bool HasPen() const { return penRecord.style != PS_NULL; }
+    // The width on the device, at least 1.
+    int PenWidth() const {
+        return std::max(1, std::abs(std::max(-INT32_MAX, mapping.x.LengthToDevice(penRecord.width))));
+    }
+    bool HasHairPen() const { return HasPen() && PenWidth() == 1; }
+    Ink PenInk() const { return {ToPixel(penRecord.color), rasterOperation}; }
+    Ink BrushInk() const { return {ToPixel(brushRecord->color), rasterOperation}; }
+    HairPen Hair() const {
+        return {penRecord.style, ToPixel(penRecord.color), ToPixel(bkColor), bkMode == OPAQUE,
+                rasterOperation};
+    }
+    // A filled shape with this pen and brush is one colour all over, so that many of them may be drawn in any
+    // order.
+    bool DrawsPlainShapes() const {
+        const bool outlineIsFill = HasHairPen() && penRecord.style == PS_SOLID && brushRecord &&
+                                   penRecord.color == brushRecord->color;
+        return rasterOperation == R2_COPYPEN && brushRecord && (outlineIsFill || !HasPen());
+    }
+    // Outlines through device points with the pen, whatever its width.
+    void Stroke(const Canvas& canvas, const CPoint* points, std::size_t count, bool closed) const;
+    // The device rectangle of a logical one, left and top above.
+    CRect ToDevice(const CRect& rect) const;
+};

@@ -1,0 +1,14 @@
+// The pixels of an off-screen picture, shared by the picture and the contexts that draw on it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+struct Picture {
+    std::vector<std::uint32_t> pixels;  // 0xffRRGGBB, rows from the top without padding
+    int width = 0;
+    int height = 0;
+
+    static constexpr int kDotsPerInch = 96;
+};

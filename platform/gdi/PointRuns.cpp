@@ -1,0 +1,95 @@
+#include "platform/gdi/PointRuns.h"
+
+#include <cstring>
+
+namespace {
+
+// Four points, x and y in turn. Minimum and maximum over such vectors give those of x and of y in one go.
+typedef std::int32_t Points __attribute__((vector_size(32)));
+typedef std::int64_t Lanes __attribute__((vector_size(32)));
+typedef std::int16_t Words __attribute__((vector_size(8)));
+constexpr std::size_t kBlock = 16;
+constexpr std::size_t kAtOnce = 4;
+
+#define TAVIN_INLINE inline __attribute__((always_inline))
+
+TAVIN_INLINE void Broadcast(Points& to, std::int32_t x, std::int32_t y) {
+    to = Points{x, y, x, y, x, y, x, y};
+}
+
+// Replaces the points that the filter does not take by the neutral one.
+TAVIN_INLINE void Mask(Points& points, const Points& neutral, const std::uint16_t* status, std::uint16_t mask,
+                       std::uint16_t value) {
+    Words words;
+    std::memcpy(&words, status, sizeof words);
+    const auto m = static_cast<std::int16_t>(mask), v = static_cast<std::int16_t>(value);
+    const Words taken = (words & Words{m, m, m, m}) == Words{v, v, v, v};
+    const Points lanes = (Points) __builtin_convertvector(taken, Lanes);
+    points = (points & lanes) | (neutral & ~lanes);
+}
+
+template <bool kFiltered>
+TAVIN_INLINE void Scan(const CPoint* points, std::size_t count, const StatusFilter& which, std::int32_t left,
+                       std::int32_t right, RunScan& scan) {
+    Points neutral, lowest, highest, least, greatest;
+    constexpr std::int32_t kNone = INT32_MIN, kAll = INT32_MAX;
+    Broadcast(neutral, left, scan.low);
+    Broadcast(lowest, left, kNone);
+    Broadcast(highest, right, kAll);
+    Broadcast(least, left, scan.low);
+    Broadcast(greatest, left, scan.high);
+    std::size_t i = scan.next;
+    for (; i + kBlock <= count; i += kBlock) {
+        Points blockLeast = least, blockGreatest = greatest;
+        for (std::size_t k = 0; k < kBlock; k += kAtOnce) {
+            Points p;
+            std::memcpy(&p, points + i + k, sizeof p);
+            if constexpr (kFiltered) Mask(p, neutral, which.status + i + k, which.mask, which.value);
+            blockLeast = p < blockLeast ? p : blockLeast;
+            blockGreatest = p > blockGreatest ? p : blockGreatest;
+        }
+        const Lanes outside = (Lanes)((blockLeast < lowest) | (blockGreatest > highest));
+        if (outside[0] | outside[1] | outside[2] | outside[3]) break;
+        least = blockLeast;
+        greatest = blockGreatest;
+    }
+    scan.next = i;
+    for (int lane = 1; lane < 8; lane += 2) {
+        if (least[lane] < scan.low) scan.low = least[lane];
+        if (greatest[lane] > scan.high) scan.high = greatest[lane];
+    }
+}
+
+using ScanFunction = void (*)(const CPoint*, std::size_t, const StatusFilter&, std::int32_t, std::int32_t,
+                              RunScan&);
+
+template <bool kFiltered>
+void ScanPortable(const CPoint* points, std::size_t count, const StatusFilter& which, std::int32_t left,
+                  std::int32_t right, RunScan& scan) {
+    Scan<kFiltered>(points, count, which, left, right, scan);
+}
+
+#ifdef __x86_64__
+template <bool kFiltered>
+__attribute__((target("avx2"))) void ScanAvx2(const CPoint* points, std::size_t count,
+                                              const StatusFilter& which, std::int32_t left,
+                                              std::int32_t right, RunScan& scan) {
+    Scan<kFiltered>(points, count, which, left, right, scan);
+}
+#endif
+
+template <bool kFiltered>
+ScanFunction Choose() {
+#ifdef __x86_64__
+    if (__builtin_cpu_supports("avx2")) return ScanAvx2<kFiltered>;
+#endif
+    return ScanPortable<kFiltered>;
+}
+
+}  // namespace
+
+void ScanBlocksInside(const CPoint* points, std::size_t count, const StatusFilter& which, std::int32_t left,
+                      std::int32_t right, RunScan& scan) {
+    static const ScanFunction all = Choose<false>(), filtered = Choose<true>();
+    (which.status ? filtered : all)(points, count, which, left, right, scan);
+}

@@ -1,0 +1,149 @@
+#include "platform/gdi/Polyline.h"
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+#include "platform/gdi/PixelAxis.h"
+#include "platform/gdi/PointRuns.h"
+
+namespace {
+
+// Below this many points finding the borders of the pixel columns costs more than it saves.
+constexpr std::size_t kWorthReducing = 4096;
+// This many points of a run are looked at one by one before whole blocks are.
+constexpr std::size_t kProbe = 8;
+
+void DrawEverySegment(const Canvas& canvas, const Mapping& mapping, const CPoint* points, std::size_t count,
+                      const StatusFilter& which, const HairPen& pen) {
+    std::int64_t phase = 0;
+    std::size_t i = 0;
+    while (i < count && !which.Takes(i)) ++i;
+    if (i == count) return;
+    CPoint from = mapping.ToDevice(points[i]);
+    for (++i; i < count; ++i) {
+        if (!which.Takes(i)) continue;
+        const CPoint to = mapping.ToDevice(points[i]);
+        DrawHairline(canvas, from, to, pen, phase);
+        from = to;
+    }
+}
+
+// Segments of a solid line that replaces pixels may be drawn in any order and any number of times. So the
+// consecutive points that lie in one pixel column come down to one vertical stroke from the least to the
+// greatest y, and only the segments from column to column are drawn as they are. The strokes are found in
+// logical coordinates: a pixel column is an interval of x, and the conversion of y never turns back.
+class ReducedPolyline {
+  public:
+    ReducedPolyline(const Canvas& canvas, const Mapping& mapping, const CPoint* points,
+                    const StatusFilter& which, const HairPen& pen)
+        : m_canvas(canvas),
+          m_mapping(mapping),
+          m_points(points),
+          m_which(which),
+          m_pen(pen),
+          m_axis(mapping.x, canvas.clip.left, canvas.clip.right - 1) {
+        m_columns.reserve(static_cast<std::size_t>(canvas.clip.Width()));
+        for (LONG x = canvas.clip.left; x < canvas.clip.right; ++x) m_columns.push_back(m_axis.LogicalOf(x));
+    }
+
+    void Draw(std::size_t count) {
+        const std::size_t last = LastTaken(count);
+        if (last == count) return;
+        // The line stops in front of its last pixel, so that pixel's points at the end are no part of a
+        // stroke.
+        const CPoint end = m_mapping.ToDevice(m_points[last]);
+        std::size_t strokes = last;
+        for (std::size_t before = LastTaken(strokes); before != strokes; before = LastTaken(strokes)) {
+            if (!(m_mapping.ToDevice(m_points[before]) == end)) break;
+            strokes = before;
+        }
+        for (std::size_t i = NextTaken(0, strokes); i < strokes;) i = DrawRun(i, strokes);
+        SegmentTo(end);
+    }
+
+  private:
+    std::size_t NextTaken(std::size_t i, std::size_t end) const {
+        while (i < end && !m_which.Takes(i)) ++i;
+        return i;
+    }
+    // The last point taken before `end`; `end` when there is none.
+    std::size_t LastTaken(std::size_t end) const {
+        for (std::size_t i = end; i-- > 0;)
+            if (m_which.Takes(i)) return i;
+        return end;
+    }
+
+    PixelAxis::Interval Column(std::int32_t x) const {
+        if (x < m_axis.FirstKnown())
+            return {std::numeric_limits<std::int32_t>::min(), m_axis.FirstKnown() - 1};
+        if (x > m_axis.LastKnown()) return {m_axis.LastKnown() + 1, std::numeric_limits<std::int32_t>::max()};
+        return m_columns[static_cast<std::size_t>(m_axis.Pixel(x) - m_canvas.clip.left)];
+    }
+
+    // Draws the run of points that begins with i, and the segment that leads to it. Returns the first point
+    // behind.
+    std::size_t DrawRun(std::size_t i, std::size_t end) {
+        const CPoint first = m_points[i];
+        const PixelAxis::Interval column = Column(first.x);
+        const auto left = static_cast<std::int32_t>(column.first),
+                   right = static_cast<std::int32_t>(column.last);
+        RunScan scan{i + 1, first.y, first.y};
+        while (ProbeInside(end, left, right, scan))
+            ScanBlocksInside(m_points, end, m_which, left, right, scan);
+        SegmentTo(m_mapping.ToDevice(first));
+        if (m_axis.Knows(first.x)) Stroke(first.x, scan.low, scan.high);
+        m_at = m_mapping.ToDevice(m_points[LastTaken(scan.next)]);
+        m_started = true;
+        return scan.next;
+    }
+
+    // Looks at a few points one by one. False when the run ends there.
+    bool ProbeInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const {
+        const std::size_t stop = std::min(end, scan.next + kProbe);
+        for (; scan.next < stop; ++scan.next) {
+            if (!m_which.Takes(scan.next)) continue;
+            const CPoint p = m_points[scan.next];
+            if (p.x < left || p.x > right) return false;
+            scan.low = std::min(scan.low, p.y);
+            scan.high = std::max(scan.high, p.y);
+        }
+        return scan.next < end;
+    }
+
+    void SegmentTo(CPoint to) {
+        std::int64_t phase = 0;
+        if (m_started) DrawHairline(m_canvas, m_at, to, m_pen, phase);
+    }
+
+    void Stroke(std::int32_t x, std::int32_t low, std::int32_t high) const {
+        const std::int32_t a = m_mapping.y.ToDevice(low), b = m_mapping.y.ToDevice(high);
+        const std::int32_t top = std::max(std::min(a, b), m_canvas.clip.top);
+        const std::int32_t bottom = std::min(std::max(a, b), m_canvas.clip.bottom - 1);
+        if (top > bottom) return;
+        std::uint32_t* pixel = m_canvas.Row(top) + m_axis.Pixel(x);
+        *pixel = m_pen.pixel;
+        for (std::int32_t y = top; y < bottom; ++y) *(pixel += m_canvas.stride) = m_pen.pixel;
+    }
+
+    const Canvas& m_canvas;
+    const Mapping& m_mapping;
+    const CPoint* m_points;
+    const StatusFilter& m_which;
+    const HairPen& m_pen;
+    PixelAxis m_axis;
+    std::vector<PixelAxis::Interval> m_columns;  // by pixel column from clip.left
+    CPoint m_at;                                 // device; where the line has come to
+    bool m_started = false;
+};
+
+}  // namespace
+
+void DrawPolyline(const Canvas& canvas, const Mapping& mapping, const CPoint* points, std::size_t count,
+                  const StatusFilter& which, const HairPen& pen) {
+    const bool anyOrder = pen.style == PS_SOLID && pen.operation == R2_COPYPEN;
+    const bool exact = canvas.clip.right <= PixelAxis::kLargestPicture;
+    if (!anyOrder || !exact || count < kWorthReducing)
+        return DrawEverySegment(canvas, mapping, points, count, which, pen);
+    ReducedPolyline(canvas, mapping, points, which, pen).Draw(count);
+}

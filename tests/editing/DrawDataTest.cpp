@@ -1,0 +1,220 @@
+#include <random>
+
+#include "editing/CSampleInfoSet.h"
+#include "platform/gdi/CBitmapEx.h"
+#include "platform/gdi/Selected.h"
+#include "tests/editing/EditingFixture.h"
+
+namespace {
+
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+constexpr COLORREF kRed = RGB(255, 0, 0);
+constexpr COLORREF kBlue = RGB(0, 0, 255);
+
+// One logical unit for each pixel at 96 pixels per inch: 1 mm is 3.78 pixels.
+class DrawData : public EditingTest {
+  protected:
+    DrawData() : bitmap(4, 32, 0) {
+        bitmap.ReSize(nullptr, 100, 60);
+        dc.SelectObject(&bitmap);
+        data.SelectPointSource(&series);
+    }
+    std::vector<COLORREF> Pixels() {
+        const auto* bits = static_cast<const COLORREF*>(bitmap.GetBits());
+        return {bits, bits + bitmap.GetWidth() * bitmap.GetHeight()};
+    }
+    void Wipe() { dc.FillSolidRect({0, 0, 100, 60}, kWhite); }
+
+    FullSource series{{{10, 20}, {30, 20}, {50, 40}, {70, 20}, {90, 20}}};
+    CBitmapEx bitmap;
+    CDC dc;
+    CXYEditData data;
+};
+
+TEST_F(DrawData, DotsShowWhatIsEditedAndHideWhatIsDeleted) {
+    series.GetStatus()[1] = PS_EDITED | PS_MOVED;
+    series.GetStatus()[2] = PS_DELETED | PS_EDITED;
+    data.DrawDots(&dc, kBlue, 0, kRed);
+    EXPECT_EQ(dc.GetPixel(10, 20), kBlue);
+    EXPECT_EQ(dc.GetPixel(11, 20), kWhite) << "a single pixel";
+    EXPECT_EQ(dc.GetPixel(30, 20), kRed);
+    EXPECT_EQ(dc.GetPixel(50, 40), kWhite);
+
+    // 0.32 mm are 1.2 pixels: half extents of 1, squares from -1 up to +1.
+    data.DrawDots(&dc, kBlue, 1, kRed);
+    EXPECT_EQ(dc.GetPixel(9, 19), kBlue);
+    EXPECT_EQ(dc.GetPixel(11, 20), kWhite);
+    EXPECT_EQ(dc.GetPixel(29, 19), kRed);
+    Wipe();
+    series.hasStatus = false;
+    data.DrawDots(&dc, kBlue, 0, kRed);
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(dc.GetPixel(series[i].x, series[i].y), kBlue) << i;
+}
+
+TEST_F(DrawData, ThePlainDataSetDrawsEveryPointAsACircle) {
+    CXYData plain;
+    plain.SelectPointSource(&series);
+    series.GetStatus()[2] = PS_DELETED;
+    plain.DrawDots(&dc, kBlue, 9, kRed);  // 1.6 mm are 6 pixels
+    EXPECT_EQ(dc.GetPixel(50, 40), kBlue);
+    EXPECT_EQ(dc.GetPixel(50, 35), kBlue);
+    EXPECT_EQ(dc.GetPixel(45, 35), kWhite) << "outside the circle";
+    Wipe();
+    plain.DrawLine(&dc, kBlue, PS_SOLID, CRect());
+    EXPECT_EQ(dc.GetPixel(20, 20), kBlue);
+    EXPECT_EQ(dc.GetPixel(40, 30), kBlue);
+}
+
+TEST_F(DrawData, TheLineBridgesDeletedPoints) {
+    series.GetStatus()[0] = series.GetStatus()[2] = PS_DELETED;
+    data.DrawLine(&dc, kBlue, PS_SOLID, CRect());
+    EXPECT_EQ(dc.GetPixel(20, 20), kWhite) << "starts with the first point that is there";
+    EXPECT_EQ(dc.GetPixel(30, 20), kBlue);
+    EXPECT_EQ(dc.GetPixel(50, 20), kBlue);
+    EXPECT_EQ(dc.GetPixel(50, 40), kWhite);
+    for (int i = 0; i < 5; ++i) series.GetStatus()[i] = PS_DELETED;
+    Wipe();
+    const auto empty = Pixels();
+    data.DrawLine(&dc, kBlue, PS_SOLID, CRect());
+    EXPECT_EQ(Pixels(), empty);
+}
+
+TEST_F(DrawData, TheLineIsTheWalkFromPointToPoint) {
+    std::mt19937 random(3);
+    std::vector<CPoint> noise;
+    for (int i = 0; i < 20000; ++i) noise.emplace_back(i / 200, static_cast<int>(random() % 60));
+    FullSource many(noise);
+    for (int i = 0; i < 20000; ++i)
+        if (random() % 3 == 0) many.GetStatus()[i] = PS_DELETED;
+    data.SelectPointSource(&many);
+    for (const int style : {PS_SOLID, PS_DASH, PS_DOT}) {
+        Wipe();
+        data.DrawLine(&dc, kBlue, style, CRect());
+        const auto drawn = Pixels();
+        Wipe();
+        CPen pen(style, 0, kBlue);
+        const Selected usePen(dc, pen);
+        bool first = true;
+        for (int i = 0; i < 20000; ++i) {
+            if (many.GetStatus()[i] & PS_DELETED) continue;
+            if (first) dc.MoveTo(noise[static_cast<std::size_t>(i)]);
+            dc.LineTo(noise[static_cast<std::size_t>(i)]);
+            first = false;
+        }
+        EXPECT_EQ(Pixels(), drawn) << style;
+    }
+}
+
+TEST_F(DrawData, TheDrawOffsetMovesThePictureOnly) {
+    for (const int style : {PS_SOLID, PS_DASH}) {
+        Wipe();
+        data.SetDrawOffset({3, 9});
+        data.DrawLine(&dc, kBlue, style, CRect());
+        const auto moved = Pixels();
+        data.SetDrawOffset({});
+        Wipe();
+        FullSource shifted({{13, 29}, {33, 29}, {53, 49}, {73, 29}, {93, 29}});
+        data.SelectPointSource(&shifted);
+        data.DrawLine(&dc, kBlue, style, CRect());
+        EXPECT_EQ(Pixels(), moved) << style;
+        data.SelectPointSource(&series);
+    }
+    EXPECT_EQ(series.GetData()[0], CPoint(10, 20));
+    EXPECT_EQ(dc.GetWindowOrg(), CPoint());
+}
+
+TEST_F(DrawData, TheSelectionIsACross) {
+    data.DrawSelection(&dc, kRed, 2);
+    EXPECT_EQ(dc.GetPixel(50, 40), kWhite) << "no current point";
+    data.SelectPoint(2);
+    data.DrawSelection(&dc, kRed, 2);  // 2 mm are 8 pixels: arms of 4 to each side
+    EXPECT_EQ(dc.GetPixel(50, 40), kRed);
+    EXPECT_EQ(dc.GetPixel(47, 43), kRed);
+    EXPECT_EQ(dc.GetPixel(53, 43), kRed);
+    EXPECT_EQ(dc.GetPixel(54, 40), kWhite);
+}
+
+TEST_F(DrawData, TheRubberBandJoinsTheNeighboursThatAreThere) {
+    data.SelectPoint(1);
+    series.GetStatus()[0] = series.GetStatus()[2] = PS_DELETED;
+    const SelectedStock noFill(dc, NULL_BRUSH);
+    CPen pen(PS_SOLID, 0, kRed);
+    const Selected usePen(dc, pen);
+    const SelectedRop2 inXor(dc, R2_XORPEN);
+    const auto before = Pixels();
+    CPoint place(30, 50);
+    data.DrawRubberBand(&dc, place);
+    EXPECT_NE(dc.GetPixel(30, 35), kWhite) << "from the point itself, for there is none before it";
+    EXPECT_NE(dc.GetPixel(50, 35), kWhite) << "to (70, 20), past the deleted one";
+    EXPECT_NE(dc.GetPixel(26, 50), kWhite) << "a circle of 1 mm around the place";
+    data.DrawRubberBand(&dc, place);
+    EXPECT_EQ(Pixels(), before);
+}
+
+TEST_F(DrawData, SpikesAreCircledAndTheBandShowsInXor) {
+    series.GetStatus()[2] = PS_SPIKE;
+    series.GetStatus()[3] = PS_SPIKE | PS_DELETED;
+    data.DrawSpikeMarkings(&dc);
+    EXPECT_EQ(dc.GetPixel(50, 35), kBlack);  // 1.2 mm are 5 pixels
+    EXPECT_EQ(dc.GetPixel(70, 15), kWhite);
+
+    Wipe();
+    const auto before = Pixels();
+    data.SpikeDetectMedianFilter(2.0, 5.0, false);
+    data.DrawSpikeWindow(&dc);
+    EXPECT_EQ(Pixels(), before) << "no band was asked for";
+    data.SpikeDetectMedianFilter(2.0, 5.0, true);
+    data.DrawSpikeWindow(&dc);
+    EXPECT_NE(dc.GetPixel(20, 20), kWhite) << "between median - 5 and median + 5";
+    EXPECT_EQ(dc.GetPixel(20, 28), kWhite);
+    FullSource other(AtTens({0, 0}));
+    const auto shown = Pixels();
+    data.SelectPointSource(&other);
+    data.DrawSpikeWindow(&dc);
+    EXPECT_EQ(Pixels(), shown) << "not the series of the band";
+    data.SelectPointSource(&series);
+    data.DrawSpikeWindow(&dc);
+    EXPECT_EQ(Pixels(), before);
+    data.RemoveSpikeMarkings();
+    data.DrawSpikeWindow(&dc);
+    EXPECT_EQ(Pixels(), before);
+}
+
+TEST_F(DrawData, TheBandFollowsTheDrawPoints) {
+    // Drawn 30 higher than stored, one point deleted: the band lies around y = 40 in the picture.
+    FullSource lifted({{0, 10}, {20, 10}, {40, 10}, {60, 10}, {80, 10}, {99, 10}});
+    for (long i = 0; i < 6; ++i) lifted.drawPoints.push_back(lifted.GetData()[i] + CPoint(0, 30));
+    lifted.GetStatus()[2] = PS_DELETED;
+    data.SelectPointSource(&lifted);
+    const long tested[] = {0, 1, 2, 3, 4};
+    for (int round = 0; round < 2; ++round) {
+        Wipe();
+        data.SetSelected(tested, 5);
+        if (round == 0)
+            data.SpikeDetectAll(10.0, 4.0, true);
+        else
+            data.SpikeDetectSelected(10.0, 4.0, true, true);
+        data.DrawSpikeWindow(&dc);
+        EXPECT_NE(dc.GetPixel(30, 40), kWhite) << round;
+        EXPECT_EQ(dc.GetPixel(30, 10), kWhite) << round;
+        EXPECT_EQ(dc.GetPixel(30, 50), kWhite) << round;
+    }
+}
+
+TEST_F(DrawData, ASampleIsOneLineForEachRun) {
+    const long listed[] = {0, 1, 3, 4};
+    data.SetSelected(listed, 4);
+    CSampleInfoSet sample;
+    sample.SetDataSet(&data);
+    sample.GetSampleInsideRegion();
+    sample.TranslateSample({0, 10});
+    CPen pen(PS_SOLID, 0, kRed);
+    const Selected usePen(dc, pen);
+    EXPECT_EQ(sample.DrawSample(&dc), 1);
+    EXPECT_EQ(dc.GetPixel(20, 30), kRed);
+    EXPECT_EQ(dc.GetPixel(80, 30), kRed);
+    EXPECT_EQ(dc.GetPixel(50, 30), kWhite);
+}
+
+}  // namespace

@@ -1,0 +1,171 @@
+// Polylines: what is drawn after the reduction is what every segment drawn by itself leaves, pixel for pixel.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "platform/gdi/Selected.h"
+#include "tests/gdi/DrawingTest.h"
+
+namespace {
+
+constexpr int kLowest = std::numeric_limits<std::int32_t>::min();
+constexpr int kHighest = std::numeric_limits<std::int32_t>::max();
+constexpr unsigned short kDeleted = 1;
+
+struct Shape {
+    const char* name;
+    std::function<CPoint(int i, int count, std::mt19937& random)> at;
+};
+
+int Any(std::mt19937& random, int low, int high) { return std::uniform_int_distribution(low, high)(random); }
+
+const Shape kShapes[] = {
+    {"noise", [](int i, int, std::mt19937& r) { return CPoint(i * 100, Any(r, 0, 1000000)); }},
+    {"descending noise",
+     [](int i, int n, std::mt19937& r) { return CPoint((n - i) * 100, Any(r, 0, 1000000)); }},
+    {"constant", [](int i, int, std::mt19937&) { return CPoint(i * 100, 500000); }},
+    {"one point", [](int, int, std::mt19937&) { return CPoint(300000, 500000); }},
+    {"one column", [](int, int, std::mt19937& r) { return CPoint(300000, Any(r, 300000, 400000)); }},
+    {"walk",
+     [y = 500000](int i, int, std::mt19937& r) mutable { return CPoint(i * 100, y += Any(r, -900, 900)); }},
+    {"steps", [](int i, int, std::mt19937&) { return CPoint(i * 100, i / 1000 % 2 * 900000); }},
+    {"zigzag near one border",
+     [](int i, int, std::mt19937& r) { return CPoint(300000 + Any(r, 0, 900), i * 100); }},
+    {"anywhere",
+     [](int, int, std::mt19937& r) { return CPoint(Any(r, -200000, 1200000), Any(r, -200000, 1200000)); }},
+    {"extremes",
+     [](int i, int, std::mt19937& r) {
+         if (i % 500 == 0) return CPoint(kLowest, kHighest);
+         if (i % 500 == 1) return CPoint(kHighest, kLowest);
+         return CPoint(Any(r, kLowest, kHighest) / (i % 7 ? 4000 : 1), Any(r, kLowest, kHighest));
+     }},
+};
+
+struct View {
+    const char* name;
+    CPoint windowOrg;
+    CSize windowExt;
+    CPoint viewportOrg;
+    CSize viewportExt;
+};
+
+constexpr View kViews[] = {
+    {"whole", {0, 0}, {1000000, 1000000}, {10, 290}, {280, -280}},
+    {"mirrored", {0, 0}, {1000000, 1000000}, {290, 10}, {-280, 280}},
+    {"negative window", {1000000, 1000000}, {-1000000, -1000000}, {0, 0}, {300, 300}},
+    {"halves", {0, 0}, {2000, 2000}, {0, 0}, {1, 1}},
+    {"part", {290000, 450000}, {40000, 60000}, {0, 0}, {300, 300}},
+    {"turning inside", {300000, 500000}, {3000, -3000}, {150, 150}, {7, 7}},
+    {"deep", {299990, 499990}, {100, 7}, {0, 0}, {3000, 300}},
+    {"deepest", {300000, 500000}, {1, -1}, {150, 150}, {kHighest, kHighest}},
+    {"all 32 bits", {kLowest, kLowest}, {kHighest, kHighest}, {0, 0}, {150, 150}},
+    {"far away", {kHighest, kHighest}, {1, 1}, {0, 0}, {1, 1}},
+};
+
+std::vector<CPoint> Points(const Shape& shape, int count) {
+    std::mt19937 random(7);
+    const auto at = shape.at;
+    std::vector<CPoint> points;
+    for (int i = 0; i < count; ++i) points.push_back(at(i, count, random));
+    return points;
+}
+
+std::vector<unsigned short> Status(int pattern, int count) {
+    std::mt19937 random(11);
+    std::vector<unsigned short> status(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        const bool deleted = pattern == 0   ? false
+                             : pattern == 1 ? Any(random, 0, 9) == 0
+                             : pattern == 2 ? i / 300 % 2 == 0
+                                            : i > 30;
+        status[static_cast<std::size_t>(i)] = static_cast<unsigned short>((deleted ? kDeleted : 0) | 0x8040);
+    }
+    return status;
+}
+
+void UseView(CDC& dc, const View& view) {
+    dc.SetMapMode(MM_ANISOTROPIC);
+    dc.SetWindowOrg(view.windowOrg.x, view.windowOrg.y);
+    dc.SetWindowExt(view.windowExt.cx, view.windowExt.cy);
+    dc.SetViewportOrg(view.viewportOrg.x, view.viewportOrg.y);
+    dc.SetViewportExt(view.viewportExt.cx, view.viewportExt.cy);
+}
+
+// Draws into a fresh picture of 300 by 300 pixels.
+std::unique_ptr<CBitmapEx> Drawn(const View& view, const std::function<void(CDC&)>& draw) {
+    auto picture = NewPicture(300, 300);
+    CDC dc(*picture);
+    UseView(dc, view);
+    CPen pen(PS_SOLID, 0, RGB(255, 0, 0));
+    const Selected usePen(dc, pen);
+    draw(dc);
+    return picture;
+}
+
+TEST(Polyline, ReducedIsTheSamePicture) {
+    constexpr int kCount = 10001;
+    for (const Shape& shape : kShapes) {
+        const auto points = Points(shape, kCount);
+        for (const View& view : kViews) {
+            const auto segments = Drawn(view, [&](CDC& dc) {
+                dc.MoveTo(points[0]);
+                for (const CPoint& p : points) dc.LineTo(p);
+            });
+            const auto reduced = Drawn(view, [&](CDC& dc) { dc.Polyline(points.data(), kCount); });
+            EXPECT_EQ(DifferingPixels(*reduced, *segments), 0) << shape.name << ", " << view.name;
+        }
+    }
+}
+
+TEST(Polyline, FilteredIsThePictureOfTheOtherPoints) {
+    constexpr int kCount = 10001;
+    for (const Shape& shape : kShapes)
+        for (const View& view : kViews)
+            for (int pattern = 0; pattern < 4; ++pattern) {
+                const auto points = Points(shape, kCount);
+                const auto status = Status(pattern, kCount);
+                std::vector<CPoint> left;
+                for (int i = 0; i < kCount; ++i)
+                    if (!(status[static_cast<std::size_t>(i)] & kDeleted))
+                        left.push_back(points[static_cast<std::size_t>(i)]);
+                const auto segments = Drawn(view, [&](CDC& dc) {
+                    dc.MoveTo(left[0]);
+                    for (const CPoint& p : left) dc.LineTo(p);
+                });
+                const auto filtered = Drawn(view, [&](CDC& dc) {
+                    dc.Polyline(points.data(), kCount, {status.data(), kDeleted, 0});
+                });
+                EXPECT_EQ(DifferingPixels(*filtered, *segments), 0)
+                    << shape.name << ", " << view.name << ", pattern " << pattern;
+            }
+}
+
+// The end of a line is the one pixel that is not drawn, unless the line passes there before.
+TEST(Polyline, LeavesOutItsLastPixelHoweverManyPointsShareIt) {
+    const View pixels{"", {0, 0}, {1, 1}, {0, 0}, {1, 1}};
+    std::vector<CPoint> points(5000, CPoint(10, 10));
+    EXPECT_EQ(PixelsUnlike(*Drawn(pixels, [&](CDC& dc) { dc.Polyline(points.data(), 5000); }), kWhite), 0);
+    points[0] = {10, 5};
+    auto picture = Drawn(pixels, [&](CDC& dc) { dc.Polyline(points.data(), 5000); });
+    EXPECT_EQ(PixelsUnlike(*picture, kWhite), 5);
+    points[4000] = {10, 7};
+    picture = Drawn(pixels, [&](CDC& dc) { dc.Polyline(points.data(), 5000); });
+    EXPECT_EQ(PixelsUnlike(*picture, kWhite), 6);
+}
+
+TEST(Polyline, NothingTakenDrawsNothing) {
+    const std::vector<CPoint> points = Points(kShapes[0], 6000);
+    const std::vector<unsigned short> status(6000, kDeleted);
+    const auto picture = Drawn(kViews[0], [&](CDC& dc) {
+        EXPECT_TRUE(dc.Polyline(points.data(), 6000, {status.data(), kDeleted, 0}));
+        EXPECT_FALSE(dc.Polyline(points.data(), 1));
+        EXPECT_FALSE(dc.Polyline(nullptr, 5));
+    });
+    EXPECT_EQ(PixelsUnlike(*picture, kWhite), 0);
+}
+
+}  // namespace
