@@ -54,21 +54,6 @@ CRect BoxRound(CPoint p, CSize half) {
 
 }  // namespace
 
-std::optional<Canvas> CDC::State::Target() const {
-    if (!picture || picture->pixels.empty()) return std::nullopt;
-    CRect visible(0, 0, picture->width, picture->height);
-    if (clip)
-        visible = CRect(std::max<LONG>(clip->left, 0), std::max<LONG>(clip->top, 0),
-                        std::min(clip->right, visible.right), std::min(clip->bottom, visible.bottom));
-    if (visible.IsRectEmpty()) return std::nullopt;
-    return Canvas{picture->pixels.data(), picture->width, visible};
-}
-
-CRect CDC::State::ToDevice(const CRect& rect) const {
-    const CPoint a = mapping.ToDevice({rect.left, rect.top}), b = mapping.ToDevice({rect.right, rect.bottom});
-    return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
-}
-
 void CDC::State::Stroke(const Canvas& canvas, const CPoint* points, std::size_t count, bool closed) const {
     if (!HasPen() || count == 0) return;
     if (!HasHairPen()) return DrawWideLine(canvas, points, count, closed, PenWidth(), PenInk());

@@ -11,16 +11,22 @@
 #include "platform/gdi/Hairline.h"
 #include "platform/gdi/Mapping.h"
 #include "platform/gdi/Picture.h"
+#include "platform/gdi/TextFont.h"
 
 // What SaveDC saves.
 struct ContextAttributes {
     CPen* pen = nullptr;  // what SelectObject hands back
     CBrush* brush = nullptr;
-    GdiRecord penRecord{};                 // what is drawn with
+    GdiRecord penRecord{};  // what is drawn with
+    CFont* font = nullptr;
     std::optional<GdiRecord> brushRecord;  // none: nothing is filled
+    LOGFONT fontRecord{};
     int rasterOperation = R2_COPYPEN;
     int bkMode = OPAQUE;
     COLORREF bkColor = RGB(255, 255, 255);
+    COLORREF textColor = RGB(0, 0, 0);
+    UINT textAlign = TA_LEFT | TA_TOP;
+    int graphicsMode = GM_COMPATIBLE;
     Mapping mapping;
     std::optional<CRect> clip;  // device; none: the whole picture
     CPoint at;                  // logical
@@ -31,6 +37,11 @@ struct CDC::State : ContextAttributes {
     std::vector<ContextAttributes> saved;
     CBitmapEx* selectedPicture = nullptr;
     std::shared_ptr<Picture> picture;
+    int dotsPerInchWithoutPicture = kScreenDotsPerInch;
+    mutable TextFontCache textFonts;
+
+    int DotsPerInch() const { return picture ? picture->dotsPerInch : dotsPerInchWithoutPicture; }
+    CSize DeviceSize() const { return picture ? CSize(picture->width, picture->height) : CSize(); }
 
     // Where drawing goes now; none when nothing would be visible.
     std::optional<Canvas> Target() const;
@@ -42,7 +53,11 @@ struct CDC::State : ContextAttributes {
     }
     bool HasHairPen() const { return HasPen() && PenWidth() == 1; }
     Ink PenInk() const { return {ToPixel(penRecord.color), rasterOperation}; }
-    Ink BrushInk() const { return {ToPixel(brushRecord->color), rasterOperation}; }
+    Ink BrushInk() const {
+        return {ToPixel(brushRecord->color), rasterOperation, brushRecord->style, ToPixel(bkColor),
+                bkMode == OPAQUE};
+    }
+    TextFont Font() const { return textFonts.Get(fontRecord, mapping.y); }
     HairPen Hair() const {
         return {penRecord.style, ToPixel(penRecord.color), ToPixel(bkColor), bkMode == OPAQUE,
                 rasterOperation};
