@@ -18,7 +18,7 @@ CDC::CDC(CBitmapEx& picture) : CDC() { SelectObject(&picture); }
 CDC::~CDC() = default;
 
 BOOL CDC::CreateCompatibleDC(const CDC* other) {
-    if (m_state->picture) return FALSE;
+    if (m_state->picture || m_state->paper) return FALSE;
     m_state->dotsPerInchWithoutPicture = other ? other->GetDeviceCaps(LOGPIXELSX) : kScreenDotsPerInch;
     return TRUE;
 }
@@ -37,7 +37,7 @@ int CDC::GetDeviceCaps(int index) const {
     }
 }
 
-bool CDC::IsPrinting() const { return false; }
+bool CDC::IsPrinting() const { return m_state->paper != nullptr; }
 
 CPen* CDC::SelectObject(CPen* pen) {
     if (!pen) return nullptr;
@@ -69,6 +69,7 @@ CGdiObject* CDC::SelectObject(CGdiObject* object) {
 }
 
 CBitmapEx* CDC::SelectObject(CBitmapEx* picture) {
+    if (m_state->paper) return nullptr;
     m_state->picture = picture ? picture->m_picture : nullptr;
     return std::exchange(m_state->selectedPicture, picture);
 }
@@ -136,6 +137,18 @@ void CDC::LPtoDP(CPoint* points, int count) const {
 
 void CDC::DPtoLP(CPoint* points, int count) const {
     for (int i = 0; i < count; ++i) points[i] = m_state->mapping.ToLogical(points[i]);
+}
+
+void CDC::LPtoDP(RECT* rect) const {
+    const Mapping& mapping = m_state->mapping;
+    *rect = {mapping.x.ToDevice(rect->left), mapping.y.ToDevice(rect->top), mapping.x.ToDevice(rect->right),
+             mapping.y.ToDevice(rect->bottom)};
+}
+
+void CDC::DPtoLP(RECT* rect) const {
+    const Mapping& mapping = m_state->mapping;
+    *rect = {mapping.x.ToLogical(rect->left), mapping.y.ToLogical(rect->top),
+             mapping.x.ToLogical(rect->right), mapping.y.ToLogical(rect->bottom)};
 }
 
 void CDC::LPtoDP(SIZE* size) const {

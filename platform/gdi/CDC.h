@@ -51,6 +51,7 @@ class CDC : public CObject {
     // The object that SelectStockObject returned: a pen, a brush or a font.
     CGdiObject* SelectObject(CGdiObject* object);
     // The picture to draw on. The first call returns null, and null then takes the picture away again.
+    // Not for contexts that draw pages.
     CBitmapEx* SelectObject(CBitmapEx* picture);
     // Null for a number that is not a stock object.
     CGdiObject* SelectStockObject(int index);
@@ -79,6 +80,8 @@ class CDC : public CObject {
     CSize GetViewportExt() const;
     void LPtoDP(CPoint* points, int count = 1) const;
     void DPtoLP(CPoint* points, int count = 1) const;
+    void LPtoDP(RECT* rect) const;
+    void DPtoLP(RECT* rect) const;
     // Sizes convert with the absolute extents: they keep their sign.
     void LPtoDP(SIZE* size) const;
     void DPtoLP(SIZE* size) const;
@@ -133,7 +136,8 @@ class CDC : public CObject {
     // Copies the pixels of the other context's picture from (sourceX, sourceY) on, logical there, to the
     // rectangle (x, y, x + width, y + height), logical here; pixel by pixel between pictures, on paper the
     // same rectangle of the source's logical units, stretched. Source pixels outside its picture leave the
-    // target as it is. FALSE without a source picture and for any operation but SRCCOPY.
+    // target as it is; on paper there may be none. FALSE without a source picture and for any operation but
+    // SRCCOPY.
     BOOL BitBlt(int x, int y, int width, int height, const CDC* source, int sourceX, int sourceY,
                 DWORD operation);
 
@@ -147,7 +151,7 @@ class CDC : public CObject {
     void DrawRectangles(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which = {});
     void DrawEllipses(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which = {});
 
-  private:
+  protected:
     struct State;
     std::unique_ptr<State> m_state;
 };

@@ -91,6 +91,11 @@ BOOL CDC::BitBlt(int x, int y, int width, int height, const CDC* source, int sou
     const CRect target = m_state->ToDevice({x, y, AddSaturated(x, width), AddSaturated(y, height)});
     const CRect origin = source->m_state->ToDevice(
         {sourceX, sourceY, AddSaturated(sourceX, width), AddSaturated(sourceY, height)});
+    if (Paper* page = m_state->Page()) {
+        const CRect whole(0, 0, from->width, from->height);
+        if (Intersection(origin, whole) == origin) page->Image(target, *from, origin);
+        return Intersection(origin, whole) == origin;
+    }
     const auto canvas = m_state->Target();
     if (!canvas) return TRUE;
     const Transfer transfer = Clipped(target, {origin.left, origin.top}, canvas->clip, *from);

@@ -51,11 +51,17 @@ UINT CDC::SetTextAlign(UINT flags) { return std::exchange(m_state->textAlign, fl
 UINT CDC::GetTextAlign() const { return m_state->textAlign; }
 
 BOOL CDC::TextOut(int x, int y, const CString& text) try {
+    Paper* const page = m_state->Page();
     const auto canvas = m_state->Target();
-    if (!canvas || text.IsEmpty()) return TRUE;
+    if ((!page && !canvas) || text.IsEmpty()) return TRUE;
     const TextFont font = m_state->Font();
     const CPoint at = m_state->mapping.ToDevice({x, y});
     const CRect cell = CellAt(at, font.Width(text.View()), font, m_state->textAlign);
+    if (page) {
+        if (m_state->bkMode == OPAQUE) page->Box(cell, {kNoHatch, m_state->bkColor, std::nullopt});
+        page->Text(font, cell, text.View(), m_state->textColor);
+        return TRUE;
+    }
     if (IsFarOutside(cell, canvas->clip)) return TRUE;
     if (m_state->bkMode == OPAQUE)
         FillBox(*canvas, cell.left, cell.top, cell.right, cell.bottom,
