@@ -78,8 +78,9 @@ XAxis MakeXAxis(const Table& table) {
 Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, const SeriesWishes& wishes) {
     Series series;
     const ValueColumn& column = table.columns[index];
-    series.scale =
-        ScaleForValues(column.values, std::max(column.decimals, wishes.decimals), wishes.zeroOrigin);
+    series.scale = wishes.scale ? *wishes.scale
+                                : ScaleForValues(column.values, std::max(column.decimals, wishes.decimals),
+                                                 wishes.zeroOrigin);
     series.exactness = Examine(series.scale, column.values);
     const auto rows = static_cast<std::int64_t>(column.values.size());
     if (rows >= std::numeric_limits<std::int32_t>::max()) return series;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "app/AxisScale.h"
@@ -41,6 +42,7 @@ struct Series {
 struct SeriesWishes {
     int decimals = -1;        // at least so many for y; -1: as in the file
     bool zeroOrigin = false;  // stored y are real y times the scale
+    std::optional<AxisScale> scale;  // of y, instead of one made for the column
 };
 
 // The series of value column `index`; null source when memory or the 2^31 points of a series do not suffice.

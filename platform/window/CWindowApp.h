@@ -50,3 +50,5 @@ class CWindowApp : public CWinApp {
 
 // Null when there is none.
 CFrameWnd* AfxGetMainWnd();
+// Whether a program can show windows here. Without a display CWindowApp would end the process.
+bool IsDisplayAvailable();
