@@ -35,8 +35,8 @@ void UseColor(IPointSource& source, unsigned long color) {
 
 }  // namespace
 
-CSeriesView::CSeriesView(SeriesFile& file, const CString& keyName)
-    : CXYGraphView(keyName, true, static_cast<int>(kViewContextMenu), CColorProperties().background, 0,
+CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
+    : CXYGraphView(key, true, static_cast<int>(kViewContextMenu), CColorProperties().background, 0,
                    nullptr),
       file_(file) {
     UseDoubleBitmap(true);
@@ -157,18 +157,18 @@ bool CSeriesView::Export(const std::string& path, CSize pixels, int dotsPerInch)
         return bitmap.SaveAsPng(path.c_str());
     }
     const CString title(file_.title);
-    std::unique_ptr<CPrintDC> page;
+    std::unique_ptr<CPrintDC> paper;
     if (ending == ".svg") {
-        page = CPrintDC::CreateSvg(path.c_str(), pixels, title);
+        paper = CPrintDC::CreateSvg(path.c_str(), pixels, title);
     } else {
         const auto hundredths = [dotsPerInch](int length) { return RoundHalfAway(length * 2540.0 / dotsPerInch); };
-        page = CPrintDC::CreatePdf(path.c_str(),
+        paper = CPrintDC::CreatePdf(path.c_str(),
                                    {{hundredths(pixels.cx), hundredths(pixels.cy)}, 0, title});
     }
-    if (!page || !page->StartPage()) return false;
-    DrawOn(*page, {page->GetDeviceCaps(HORZRES), page->GetDeviceCaps(VERTRES)});
-    page->EndPage();
-    return page->EndDoc();
+    if (!paper || !paper->StartPage()) return false;
+    DrawOn(*paper, {paper->GetDeviceCaps(HORZRES), paper->GetDeviceCaps(VERTRES)});
+    paper->EndPage();
+    return paper->EndDoc();
 }
 
 }  // namespace app

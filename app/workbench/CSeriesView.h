@@ -12,7 +12,7 @@ namespace app {
 class CSeriesView : public CXYGraphView {
   public:
     // The file outlives the view. Shows the first series and hides the others.
-    CSeriesView(SeriesFile& file, const CString& keyName);
+    CSeriesView(SeriesFile& file, const CString& key);
 
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 

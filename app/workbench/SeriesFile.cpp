@@ -30,6 +30,39 @@ XReading ReadingOf(const Table& table, const XAxis& axis) {
     return x;
 }
 
+// A graph view zooms while it shows more than 100 and less than 500,000,000 stored counts. So the scales of
+// the workbench have decimals to spare, and so few that the whole range can be zoomed.
+constexpr int kSpareDecimals = 4;
+constexpr double kMostCounts = 2e8;
+
+double RangeOf(const std::vector<double>& values) {
+    double least = 1e300;
+    double most = -1e300;
+    for (const double value : values) {
+        if (!HasValue(value)) continue;
+        least = std::min(least, value);
+        most = std::max(most, value);
+    }
+    return most > least ? most - least : 0;
+}
+
+AxisScale ZoomableScale(const std::vector<double>& values, int writtenDecimals) {
+    const double range = RangeOf(values);
+    for (int decimals = writtenDecimals + kSpareDecimals;; --decimals) {
+        const AxisScale scale = ScaleForValues(values, decimals, false);
+        if (range * scale.Scale() <= kMostCounts || scale.Decimals() > decimals) return scale;
+    }
+}
+
+AxisScale ZoomableScale(const std::vector<Microseconds>& times) {
+    const auto [least, most] = std::minmax_element(times.begin(), times.end());
+    constexpr int kMicrosecondDecimals = 6;
+    const double seconds = static_cast<double>(*most - *least) / 1e6;
+    int decimals = std::min(kMicrosecondDecimals, ScaleForTimes(times).Decimals() + kSpareDecimals);
+    while (seconds * std::pow(10.0, decimals) > kMostCounts) --decimals;
+    return {decimals, 0, *least};
+}
+
 // One scale for the values of all columns; none when it would round more of them than scales of their own.
 std::optional<AxisScale> SharedScale(const Table& table) {
     std::vector<double> all;
@@ -38,23 +71,24 @@ std::optional<AxisScale> SharedScale(const Table& table) {
         all.insert(all.end(), column.values.begin(), column.values.end());
         decimals = std::max(decimals, column.decimals);
     }
-    const AxisScale shared = ScaleForValues(all, decimals, false);
+    const AxisScale shared = ZoomableScale(all, decimals);
     for (const auto& column : table.columns) {
-        const AxisScale own = ScaleForValues(column.values, column.decimals, false);
+        const AxisScale own = ZoomableScale(column.values, column.decimals);
         if (Examine(shared, column.values).inexact > Examine(own, column.values).inexact) return {};
     }
     return shared;
 }
 
 void AddSeries(SeriesFile& file, const Table& table, const XAxis& axis) {
-    SeriesWishes wishes;
-    wishes.scale = SharedScale(table);
+    const auto shared = SharedScale(table);
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        SeriesWishes wishes;
+        wishes.scale = shared ? *shared : ZoomableScale(table.columns[i].values, table.columns[i].decimals);
         Series made = MakeSeries(table, axis, i, wishes);
         if (!made.source || made.source->empty()) continue;
         made.source->UpdateStats();
         const AxisReading y{1.0, made.scale.Real(0) - made.source->GetOffset().y / made.scale.Scale()};
-        const int group = wishes.scale ? 0 : static_cast<int>(i);
+        const int group = shared ? 0 : static_cast<int>(i);
         file.series.push_back({std::move(made.source), y, table.columns[i].decimals, group});
     }
 }
@@ -88,7 +122,8 @@ Result<SeriesFile> ReadSeriesFile(const ReadRequest& request, const Advance& adv
     if (!choice) return WithName(choice.Error(), name);
     const auto table = ReadTable(std::move(*bytes), name, *layout, *choice, request.layout, advance);
     if (!table) return table.Error();
-    const XAxis axis = MakeXAxis(*table);
+    const XAxis axis = MakeXAxis(*table, table->HasTimes() ? ZoomableScale(table->xTimes)
+                                                           : ZoomableScale(table->xNumbers, table->xDecimals));
     SeriesFile file;
     file.request = request;
     file.title = std::filesystem::path(name).filename().string();

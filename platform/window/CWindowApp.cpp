@@ -16,7 +16,8 @@ struct CWindowApp::Toolkit {
 
 CWindowApp::CWindowApp(int& argc, char** argv, const char* appName)
     : CWinApp(appName), m_toolkit(std::make_unique<Toolkit>(argc, argv)) {
-    QApplication::setApplicationDisplayName(QString::fromUtf8(m_pszAppName));
+    // Not the display name, which the toolkit would add to every title.
+    QApplication::setApplicationName(QString::fromUtf8(m_pszAppName));
     // The end is when the main window is gone, also while an earlier window of the program was the last one.
     QApplication::setQuitOnLastWindowClosed(false);
     SetMessageBoxHandler(ShowMessageBox);
