@@ -116,13 +116,13 @@ CPrintDC::CPrintDC(std::unique_ptr<PaperDevice> device) {
 CPrintDC::~CPrintDC() = default;
 
 BOOL CPrintDC::StartPage() {
-    RestoreDC(1);
-    SaveDC();
     return m_state->paper->StartPage();
 }
 
 BOOL CPrintDC::EndPage() {
     m_state->paper->EndPage();
+    RestoreDC(1);
+    SaveDC();
     return TRUE;
 }
 

@@ -4,6 +4,7 @@
 #include <QEvent>
 
 #include "platform/core/MessageBox.h"
+#include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CommonDialogs.h"
 
 IMPLEMENT_DYNAMIC(CWindowApp, CWinApp)
@@ -11,6 +12,10 @@ IMPLEMENT_DYNAMIC(CWindowApp, CWinApp)
 struct CWindowApp::Toolkit {
     Toolkit(int& argc, char** argv) : application(argc, argv) {}
 
+    // Gone before the windowed application comes.
+    struct WithoutWindows {
+        WithoutWindows() { EndDrawingToolkit(); }
+    } before;
     QApplication application;
 };
 

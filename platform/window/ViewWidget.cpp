@@ -120,6 +120,7 @@ void ViewWidget::PaintNow() {
 bool ViewWidget::FitPicture() {
     const int width = RoundHalfAway(viewport()->width() * Scale());
     const int height = RoundHalfAway(viewport()->height() * Scale());
+    m_picture.SetDotsPerInch(RoundHalfAway(96 * Scale()));
     if (width < 1 || height < 1 || !m_picture.ReSize(nullptr, width, height)) return false;
     m_outOfDate = m_erase = true;
     return true;

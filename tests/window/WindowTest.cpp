@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "platform/core/MessageBox.h"
+#include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CDocument.h"
 #include "platform/window/NativeWindow.h"
 
@@ -38,6 +39,7 @@ void StartToolkit() {
     static std::string platform = "offscreen:configfile=" + path.toStdString();
     static char* arguments[] = {name.data(), option.data(), platform.data(), nullptr};
     static int count = 3;
+    EndDrawingToolkit();
     g_application = std::make_unique<QApplication>(count, arguments);
 }
 
