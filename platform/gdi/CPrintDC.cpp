@@ -69,6 +69,7 @@ class SvgDevice : public PaperDevice {
     QPaintDevice& Device() override { return m_generator; }
     int DotsPerInch() const override { return kScreenDotsPerInch * kDotsPerPixel; }
     CSize Size() const override { return m_size; }
+    bool Clips() const override { return false; }
     bool NewPage() override { return false; }
     bool Finish() override { return m_file.commit(); }
 
@@ -116,9 +117,7 @@ CPrintDC::CPrintDC(std::unique_ptr<PaperDevice> device) {
 
 CPrintDC::~CPrintDC() = default;
 
-BOOL CPrintDC::StartPage() {
-    return m_state->paper->StartPage();
-}
+BOOL CPrintDC::StartPage() { return m_state->paper->StartPage(); }
 
 BOOL CPrintDC::EndPage() {
     m_state->paper->EndPage();

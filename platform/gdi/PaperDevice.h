@@ -16,6 +16,8 @@ class PaperDevice {
     virtual int DotsPerInch() const = 0;
     // Of the printable area, in dots.
     virtual CSize Size() const = 0;
+    // False when the file format knows no clipping, so that shapes must be cut beforehand.
+    virtual bool Clips() const { return true; }
     // A fresh page after the first one. False when there is none to be had.
     virtual bool NewPage() = 0;
     // After the last page, nothing painting any more. False when not everything is written. A device that is

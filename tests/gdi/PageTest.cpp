@@ -68,7 +68,8 @@ TEST_F(Page, APdfHasItsPagesTheirSizeAndTheirText) {
     ASSERT_TRUE(dc);
     EXPECT_TRUE(dc->IsPrinting());
     EXPECT_EQ(dc->GetDeviceCaps(LOGPIXELSX), 600);
-    EXPECT_NEAR(dc->GetDeviceCaps(HORZRES), 190 * 600 / 25.4, 9);  // whole points: 210 mm less two margins of 10
+    EXPECT_NEAR(dc->GetDeviceCaps(HORZRES), 190 * 600 / 25.4,
+                9);  // whole points: 210 mm less two margins of 10
     EXPECT_NEAR(dc->GetDeviceCaps(VERTRES), 277 * 600 / 25.4, 9);
     for (const char* text : {"Grüße, Ωm²", "second page"}) {
         ASSERT_TRUE(dc->StartPage());
@@ -142,6 +143,17 @@ TEST_F(Page, AnSvgHasTextAndLinesAndOnePage) {
     EXPECT_NEAR(dc->GetDeviceCaps(HORZRES) * 96.0 / dc->GetDeviceCaps(LOGPIXELSX), 800, 0.5);
     ASSERT_TRUE(dc->StartPage());
     DrawPage(*dc, "Depth & time");
+    // The format has no clipping: nothing may reach out of the region.
+    dc->SetMapMode(MM_TEXT);
+    CRgn region;
+    region.CreateRectRgn(2000, 3000, 4000, 5000);
+    dc->SelectClipRgn(&region);
+    CBrush hatch;
+    hatch.CreateHatchBrush(HS_BDIAGONAL, RGB(255, 0, 0));
+    const Selected useHatch(*dc, hatch);
+    dc->Ellipse(1000, 2500, 4500, 5500);
+    dc->MoveTo(0, 7777);
+    dc->LineTo(7777, 0);
     dc->EndPage();
     EXPECT_FALSE(dc->StartPage());
     dc->EndDoc();
@@ -150,6 +162,8 @@ TEST_F(Page, AnSvgHasTextAndLinesAndOnePage) {
     EXPECT_NE(svg.find("stroke-dasharray"), std::string::npos);
     EXPECT_NE(svg.find("<polyline"), std::string::npos);
     EXPECT_NE(svg.find("a &lt; b"), std::string::npos);
+    EXPECT_EQ(svg.find("7777"), std::string::npos);
+    EXPECT_EQ(svg.find("4500"), std::string::npos);
 }
 
 TEST_F(Page, NothingIsOverwrittenUnlessEverythingWasDrawn) {
