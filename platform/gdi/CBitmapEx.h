@@ -28,6 +28,8 @@ class CBitmapEx {
 
     // The first pixel of the top row; null when empty. Valid until the next change of size.
     void* GetBits();
+    // Differs from an earlier answer when something was drawn in between.
+    unsigned GetChanges() const;
     int GetWidth() const;
     int GetHeight() const;
 

@@ -44,6 +44,7 @@ std::optional<Canvas> CDC::State::Target() const {
     const CRect whole(0, 0, picture->width, picture->height);
     const CRect visible = clip ? Intersection(*clip, whole) : whole;
     if (visible.IsRectEmpty()) return std::nullopt;
+    ++picture->changes;
     return Canvas{picture->pixels.data(), picture->width, visible};
 }
 

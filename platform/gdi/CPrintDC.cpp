@@ -69,6 +69,7 @@ class SvgDevice : public PaperDevice {
     QPaintDevice& Device() override { return m_generator; }
     int DotsPerInch() const override { return kScreenDotsPerInch * kDotsPerPixel; }
     CSize Size() const override { return m_size; }
+    double Hairline() const override { return kDotsPerPixel; }
     bool Clips() const override { return false; }
     bool NewPage() override { return false; }
     bool Finish() override { return m_file.commit(); }

@@ -1,8 +1,8 @@
 // A device context that draws pages: of a PDF file, an SVG file (one page), a printer or a preview.
 // Everything works as on a picture, at the page's own resolution and as vectors, except for what paper does
-// not have: raster operations do not count and GetPixel knows nothing. Lines are at least 0.1 mm wide.
-// SVG files have no clipping: lines and areas are cut instead, a text is drawn whole when any of it is
-// inside.
+// not have: raster operations do not count and GetPixel knows nothing. Lines are at least 0.1 mm wide, in SVG
+// files a pixel. SVG files have no clipping: lines and areas are cut instead, a text is drawn whole when any
+// of it is inside.
 //
 //   const auto dc = CPrintDC::CreatePdf(path, setup);
 //   if (!dc) ...

@@ -121,7 +121,7 @@ struct Paper::Painting {
     QRectF Limits() const {
         return clip && !device->Clips() ? RectOf(*clip).intersected(Bounds()) : Bounds();
     }
-    double Hairline() const { return dotsPerInch / 254.0; }
+    double Hairline() const { return device->Hairline(); }
     QPen Pen(const PaperPen& pen) const {
         QPen line(ColorOf(pen.color), std::max<double>(pen.width, Hairline()));
         line.setCapStyle(Qt::RoundCap);

@@ -13,4 +13,5 @@ struct Picture {
     int width = 0;
     int height = 0;
     int dotsPerInch = kScreenDotsPerInch;
+    unsigned changes = 0;  // drawing operations so far
 };

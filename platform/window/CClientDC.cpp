@@ -23,15 +23,20 @@ CBitmapEx& PictureOf(CWnd* window) {
 }  // namespace
 
 struct CClientDC::Target {
-    QPointer<QWidget> client;
+    QPointer<QWidget> window;
+    unsigned changesBefore = 0;
 };
 
 CClientDC::CClientDC(CWnd* window) : CDC(PictureOf(window)), m_target(std::make_unique<Target>()) {
-    if (window && window->GetSafeHwnd()) m_target->client = NativeWindow::Of(window->GetSafeHwnd())->Client();
+    if (window) m_target->window = window->GetSafeHwnd();
+    m_target->changesBefore = PictureOf(window).GetChanges();
 }
 
 CClientDC::~CClientDC() {
-    if (m_target->client) m_target->client->update();
+    NativeWindow* native = NativeWindow::Of(m_target->window);
+    // Contexts that only convert points, at every move of the mouse, must not make the window paint.
+    if (native && native->Picture() && native->Picture()->GetChanges() != m_target->changesBefore)
+        native->Client()->update();
 }
 
 CPaintDC::CPaintDC(CWnd* window) : CDC(PictureOf(window)) {}

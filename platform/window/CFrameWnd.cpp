@@ -59,7 +59,7 @@ CView* CFrameWnd::CreateView(CCreateContext* context, UINT id) {
     return created ? view : nullptr;
 }
 
-std::vector<CView*> CFrameWnd::ViewsInside() const {
+std::vector<CView*> CFrameWnd::GetViews() const {
     std::vector<CView*> views;
     if (!GetSafeHwnd()) return views;
     for (QWidget* child : GetSafeHwnd()->findChildren<QWidget*>()) {
@@ -76,7 +76,7 @@ void CFrameWnd::InitialUpdateFrame(CDocument*, BOOL makeVisible) {
     if (makeVisible) ActivateFrame();
     // Views may choose another title.
     OnUpdateFrameTitle();
-    const std::vector<CView*> views = ViewsInside();
+    const std::vector<CView*> views = GetViews();
     for (CView* view : views) view->OnInitialUpdate();
     if (!m_activeView && !views.empty()) SetActiveView(views.front());
 }
@@ -138,7 +138,7 @@ void CFrameWnd::UpdateCommands() {
 }
 
 void CFrameWnd::OnClose() {
-    for (CView* view : ViewsInside()) {
+    for (CView* view : GetViews()) {
         CDocument* document = view->GetDocument();
         if (document && !document->CanCloseFrame(this)) return;
     }

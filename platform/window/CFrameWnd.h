@@ -33,6 +33,8 @@ class CFrameWnd : public CWnd {
     // Brings the frame to the front; -1 leaves it as it is shown.
     virtual void ActivateFrame(int how = -1);
 
+    // The views in this frame; those of child frames are left out.
+    std::vector<CView*> GetViews() const;
     CView* GetActiveView() const { return m_activeView; }
     void SetActiveView(CView* view, BOOL notify = TRUE);
     virtual CDocument* GetActiveDocument();
@@ -64,9 +66,6 @@ class CFrameWnd : public CWnd {
     int OnCreate(CREATESTRUCT* create) override;
     void PostNcDestroy() override;
     NativeWindow* NewNative() override;
-    // The views in this frame, children's left out.
-    std::vector<CView*> ViewsInside() const;
-
     CString m_title;
 
   private:

@@ -95,13 +95,14 @@ bool CMDIFrameWnd::OnCmdMsg(UINT id, CCmdUI* update) {
 }
 
 void CMDIFrameWnd::OnClose() {
-    std::vector<CDocument*> asked;
-    for (CMDIChildWnd* child : GetChildren()) {
-        CDocument* document = child->GetActiveDocument();
-        if (!document || std::find(asked.begin(), asked.end(), document) != asked.end()) continue;
+    std::vector<CDocument*> documents;
+    for (CMDIChildWnd* child : GetChildren())
+        for (const CView* view : child->GetViews())
+            if (view->GetDocument()) documents.push_back(view->GetDocument());
+    std::sort(documents.begin(), documents.end());
+    documents.erase(std::unique(documents.begin(), documents.end()), documents.end());
+    for (CDocument* document : documents)
         if (!document->SaveModified()) return;
-        asked.push_back(document);
-    }
     DestroyWindow();
 }
 

@@ -25,6 +25,9 @@ namespace {
 // follows within this time.
 constexpr int kReleaseDelayMs = 40;
 
+// At scale one; millimetres and text grow with the scale.
+constexpr int kDotsPerInch = 96;
+
 UINT FlagsOf(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers) {
     UINT flags = 0;
     if (buttons & Qt::LeftButton) flags |= MK_LBUTTON;
@@ -111,7 +114,7 @@ void ViewWidget::Invalidate(bool erase) {
 }
 
 void ViewWidget::PaintNow() {
-    if (!isVisible()) return;
+    if (!isVisible() || !m_outOfDate) return;
     Redraw();
     viewport()->repaint();
 }
@@ -120,7 +123,7 @@ void ViewWidget::PaintNow() {
 bool ViewWidget::FitPicture() {
     const int width = RoundHalfAway(viewport()->width() * Scale());
     const int height = RoundHalfAway(viewport()->height() * Scale());
-    m_picture.SetDotsPerInch(RoundHalfAway(96 * Scale()));
+    m_picture.SetDotsPerInch(RoundHalfAway(kDotsPerInch * Scale()));
     if (width < 1 || height < 1 || !m_picture.ReSize(nullptr, width, height)) return false;
     m_outOfDate = m_erase = true;
     return true;

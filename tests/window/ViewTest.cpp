@@ -64,6 +64,24 @@ TEST_F(ViewTest, WhatAClientContextDrawsStaysOverPaintsAndDrawingItAgainRestores
     EXPECT_EQ(place.view->draws, draws) << "a client context is no reason to draw anew";
 }
 
+TEST_F(ViewTest, OnlyAContextThatDrewMakesTheWindowPaint) {
+    struct PaintCounter : QObject {
+        int paints = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            paints += event->type() == QEvent::Paint;
+            return false;
+        }
+    } counter;
+    ClientOf(*place.view)->installEventFilter(&counter);
+    CPoint point(5, 5);
+    CClientDC(place.view).DPtoLP(&point);
+    Settle();
+    EXPECT_EQ(counter.paints, 0);
+    for (int i = 0; i < 50; ++i) DrawBand({10, 10, 20 + i, 20 + i});
+    Settle();
+    EXPECT_EQ(counter.paints, 1) << "one paint shows all that was drawn";
+}
+
 TEST_F(ViewTest, ContextsWithoutAWindowDrawNothing) {
     CClientDC none(nullptr);
     none.FillSolidRect({0, 0, 5, 5}, RGB(1, 2, 3));
@@ -177,6 +195,23 @@ TEST_F(ViewTest, AViewWithoutScrollBarsHasNoneToRead) {
     EXPECT_EQ(plain.TakeLog(), "key:39") << "no scroll message";
 }
 
+class TickingView : public RecordingView {
+    void OnTimer(UINT id) override {
+        log.push_back("timer:" + std::to_string(id));
+        KillTimer(id);
+    }
+};
+
+TEST_F(ViewTest, ATimerTicksUntilItIsKilled) {
+    TickingView view;
+    EXPECT_EQ(view.SetTimer(3, 1), 0u) << "no window yet";
+    ASSERT_TRUE(view.Create(nullptr, nullptr, 0, CRect(0, 0, 200, 100), nullptr, 0));
+    EXPECT_EQ(view.SetTimer(3, 1), 3u);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !view.log.empty(); }, 2000));
+    EXPECT_EQ(view.TakeLog(), "timer:3");
+    EXPECT_FALSE(view.KillTimer(4));
+}
+
 TEST_F(ViewTest, TheKeyboardAsksForTheMenuInTheMiddle) {
     QWidget* client = ClientOf(*place.view);
     QContextMenuEvent event(QContextMenuEvent::Keyboard, {0, 0}, client->mapToGlobal(QPoint(0, 0)));
@@ -224,6 +259,13 @@ TEST_F(ViewTest, PixelsArePhysicalOnAScreenOfDoubleDensity) {
     view.ClientToScreen(&point);
     view.ScreenToClient(&point);
     EXPECT_EQ(point, CPoint(60, 80));
+    SIZE inch{2540, 2540};
+    CClientDC(&view).HIMETRICtoLP(&inch);
+    EXPECT_EQ(CSize(inch), CSize(192, 192));
+    CBitmapEx memory(4, 16, 256);
+    CClientDC reference(&view);
+    memory.ReSize(&reference, 10, 10);
+    EXPECT_EQ(CDC(memory).GetDeviceCaps(LOGPIXELSX), 192);
     CClientDC(&view).SetPixelV(61, 80, RGB(255, 0, 0));
     Settle();
     const QImage screen = ClientOf(view)->grab().toImage();

@@ -1,0 +1,10 @@
+// The texts below the option lists of --help.
+#pragma once
+
+namespace app {
+
+extern const char* const kMainHelp;
+extern const char* const kInfoHelp;
+extern const char* const kCleanHelp;
+
+}  // namespace app

@@ -1,0 +1,42 @@
+// A value, or the reason why there is none. Failures of the program are results: each carries the exit code
+// and one message that says what, where and what to do.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace app {
+
+constexpr int kDone = 0;
+constexpr int kRefused = 1;     // the data or the system refused
+constexpr int kWrongUsage = 2;  // the command line is wrong
+
+struct Failure {
+    int exitCode = kRefused;
+    std::string message;
+};
+
+template <class T>
+class Result {
+  public:
+    Result(T value) : value_(std::move(value)) {}
+    Result(Failure failure) : failure_(std::move(failure)) {}
+
+    explicit operator bool() const { return value_.has_value(); }
+    // The value; only where there is one.
+    T& operator*() { return *value_; }
+    const T& operator*() const { return *value_; }
+    T* operator->() { return &*value_; }
+    const T* operator->() const { return &*value_; }
+    const Failure& Error() const { return failure_; }
+
+  private:
+    std::optional<T> value_;
+    Failure failure_;
+};
+
+inline Failure Refusal(std::string message) { return {kRefused, std::move(message)}; }
+inline Failure UsageError(std::string message) { return {kWrongUsage, std::move(message)}; }
+
+}  // namespace app
