@@ -54,7 +54,8 @@ class CString {
     CString Right(int count) const;
     CString Mid(int first, int count = 0x7FFFFFFF) const;
 
-    // printf formatting in the C locale; a text of any length fits. A format that fails leaves the text empty.
+    // printf formatting in the C locale; a text of any length fits. A format that fails leaves the text
+    // empty.
     void Format(const char* format, ...) __attribute__((format(printf, 2, 3)));
     // Replaces the text by the string resource `id`; false and unchanged when there is none.
     bool LoadString(unsigned id);

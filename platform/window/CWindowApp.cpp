@@ -4,12 +4,13 @@
 #include <QEvent>
 
 #include "platform/core/MessageBox.h"
+#include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CommonDialogs.h"
 
 IMPLEMENT_DYNAMIC(CWindowApp, CWinApp)
 
 struct CWindowApp::Toolkit {
-    Toolkit(int& argc, char** argv) : application(argc, argv) {}
+    Toolkit(int& argc, char** argv) : application((EndDrawingToolkit(), argc), argv) {}
 
     QApplication application;
 };

@@ -7,7 +7,7 @@
 #include <QtTest>
 #include <memory>
 
-#include "platform/core/MessageBox.h"
+#include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CDocument.h"
 #include "platform/window/NativeWindow.h"
 
@@ -27,6 +27,8 @@ class WindowEnvironment : public ::testing::Environment {
 [[maybe_unused]] const auto* const g_environment = ::testing::AddGlobalTestEnvironment(new WindowEnvironment);
 
 void StartToolkit() {
+    // Tests of drawing may have started theirs; there can be only one.
+    EndDrawingToolkit();
     static QTemporaryDir folder;
     const QString path = folder.filePath("screens.json");
     QFile file(path);
