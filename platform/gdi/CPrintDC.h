@@ -30,7 +30,7 @@ class CPrintDC : public CDC {
     explicit CPrintDC(std::unique_ptr<PaperDevice> device);
     ~CPrintDC() override;
 
-    // Every page starts with the attributes that a new context has. FALSE when there is no further page or
+    // EndPage gives the context the attributes of a new one. FALSE when there is no further page or
     // the last one has not been ended.
     BOOL StartPage();
     BOOL EndPage();

@@ -12,6 +12,10 @@ IMPLEMENT_DYNAMIC(CWindowApp, CWinApp)
 struct CWindowApp::Toolkit {
     Toolkit(int& argc, char** argv) : application((EndDrawingToolkit(), argc), argv) {}
 
+    // Gone before the windowed application comes.
+    struct WithoutWindows {
+        WithoutWindows() { EndDrawingToolkit(); }
+    } before;
     QApplication application;
 };
 
