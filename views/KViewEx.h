@@ -48,8 +48,6 @@ class KViewEx : public CView {
     void SavePosition();
     void SetPosition();
 
-    bool OnCmdMsg(UINT id, CCmdUI* update) override;
-
   protected:
     // May change the size that the pictures get.
     virtual void OnSizeBitmap(int& width, int& height);
