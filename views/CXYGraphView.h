@@ -11,7 +11,6 @@
 // ...Axes, ...Legend, ...Zoom, ...Mouse, ...Commands, ...Settings.
 #pragma once
 
-#include <functional>
 #include <list>
 #include <memory>
 #include <optional>
@@ -177,8 +176,6 @@ class CXYGraphView : public KViewEx {
     void ZoomExtent();
     void SetScrollSizes();
 
-    // Where the x ticks stand between two user values; empty: at the multiples of the tick spacing.
-    std::function<std::vector<double>(double from, double to)> xTickPlaces;
     // The distance of neighbouring ticks on either axis in user units, as far as it is known: 0 before the
     // first layout.
     CSizeEx TickSpacingInForce() const { return tickSpacing; }
