@@ -22,6 +22,7 @@
 #include "platform/registry/CWinApp.h"
 #include "platform/registry/RegistryTransaction.h"
 #include "platform/undo/KUndoManager.h"
+#include "platform/window/CChoiceDialog.h"
 #include "platform/window/CClientDC.h"
 #include "platform/window/CDocument.h"
 #include "platform/window/CMDIChildWnd.h"

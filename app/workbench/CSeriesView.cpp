@@ -42,6 +42,7 @@ CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
     UseDoubleBitmap(true);
     isoAspectAllowed = 1;
     xTickPlaces = [this](double from, double to) { return TickPlaces(from, to); };
+    rulerText = [this](const KRuler& measured) { return MeasuredText(measured); };
     for (std::size_t i = 0; i < file_.series.size(); ++i) {
         UseColor(*file_.series[i].source, SeriesColor(i));
         AddSource(file_.series[i].source.get(), i == 0);

@@ -72,6 +72,7 @@ class CSeriesView : public CXYGraphView {
     std::vector<double> TickPlaces(double from, double to);
     void ChooseDatedTick(const std::vector<Microseconds>& times);
     CString TimeLabel(double value) const;
+    CString MeasuredText(const KRuler& measured) const;
     double UserPerPixelX() const;
     double UserPerPixelY() const;
 

@@ -140,6 +140,26 @@ void CSeriesView::SetPositionText(CPoint& point) {
     ShowStatus(kPositionPane, text);
 }
 
+// Times and values have no distance in common: both lengths are said, each in its unit.
+CString CSeriesView::MeasuredText(const KRuler& measured) const {
+    const double dx = (double{1.0} * measured.getEnd().x - measured.getStart().x) / scaleX;
+    const double dy = (double{1.0} * measured.getEnd().y - measured.getStart().y) / scaleY;
+    const double perPixel = UserPerPixelX() / file_.x.unitsPerReal;
+    const double length = dx / file_.x.unitsPerReal;
+    CString text;
+    if (file_.x.isTime) {
+        // Whole seconds or minutes where a pixel is longer than that.
+        const double unit = perPixel >= 60 ? 60 : perPixel >= 1 ? 1 : 0.001;
+        text = CString(DurationText(std::round(length / unit) * unit));
+    } else {
+        text = Number(length, DecimalsForPixel(perPixel));
+        if (!file_.x.unit.empty()) text += CString(" " + file_.x.unit);
+    }
+    text += ",  " + Number(dy, DecimalsForPixel(UserPerPixelY()));
+    if (!axes.UnitY.IsEmpty()) text += " " + axes.UnitY;
+    return text;
+}
+
 int CSeriesView::DrawBitmap(CDC* dc) {
     const int result = CXYGraphView::DrawBitmap(dc);
     CString text;

@@ -5,6 +5,7 @@
 #include "app/InputFile.h"
 #include "app/workbench/CGraphFrame.h"
 #include "app/workbench/CSeriesView.h"
+#include "app/workbench/ImportDialog.h"
 #include "app/workbench/RecentFiles.h"
 #include "app/workbench/WorkbenchIds.h"
 
@@ -60,8 +61,12 @@ void CWorkbenchFrame::ShowAsBefore() {
         return static_cast<int>(profile.GetProfileInt(kSection, name, missing));
     };
     RECT& normal = placement.rcNormalPosition;
-    normal = CRect(number("Left", 80), number("Top", 60), number("Right", 80 + 1180),
-                   number("Bottom", 60 + 760));
+    const CRect screen = ScreenWorkArea();
+    const CSize edge(screen.Width() / 10, screen.Height() / 10);
+    const CRect area(screen.left + edge.cx, screen.top + edge.cy, screen.right - edge.cx,
+                     screen.bottom - edge.cy);
+    normal = CRect(number("Left", area.left), number("Top", area.top), number("Right", area.right),
+                   number("Bottom", area.bottom));
     placement.showCmd = number("Maximized", 0) ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
     SetWindowPlacement(&placement);
     ShowWindow(static_cast<int>(placement.showCmd));
@@ -139,11 +144,19 @@ void CWorkbenchFrame::OnDropFiles(const std::vector<CString>& paths) {
 void CWorkbenchFrame::OnFileOpen() {
     CFileDialog dialog(CFileDialog::Kind::OpenSeveral, nullptr, nullptr, kFileFilter, this);
     if (dialog.DoModal() != IDOK) return;
-    std::vector<CString> paths = dialog.GetPathNames();
-    OnDropFiles(paths);
+    if (dialog.GetPathNames().size() > 1) return OnDropFiles(dialog.GetPathNames());
+    const std::string path = dialog.GetPathName().GetString();
+    if (ActivateOpen(path)) return;
+    if (const auto request = AskHowToRead({path, {}, {}, {}}, this)) OpenFile(*request);
 }
 
-void CWorkbenchFrame::OnReadAgain() {}
+void CWorkbenchFrame::OnReadAgain() {
+    auto* const document = static_cast<CSeriesDocument*>(GetActiveDocument());
+    const auto request = document ? AskHowToRead(document->File().request, this) : std::nullopt;
+    if (!request) return;
+    CMDIChildWnd* const before = MDIGetActive();
+    if (OpenFile(*request)) RunCommand(*before, ID_FILE_CLOSE);
+}
 
 void CWorkbenchFrame::OnUpdateNeedsView(CCmdUI* state) { state->Enable(!GetChildren().empty()); }
 

@@ -25,6 +25,7 @@ class CWorkbenchFrame : public CMDIFrameWnd {
     void OpenFiles(const std::vector<std::string>& paths);
 
     void ShowStatus(int pane, const CString& text) { statusBar_.SetPaneText(pane, text); }
+    CString StatusText(int pane) const { return statusBar_.GetPaneText(pane); }
     CSeriesView* ActiveSeriesView() const;
 
     bool OnCmdMsg(UINT id, CCmdUI* update) override;

@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QScreen>
 
 #include "platform/core/MessageBox.h"
+#include "platform/core/Rounding.h"
 #include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CommonDialogs.h"
 
@@ -60,4 +62,13 @@ void CWindowApp::FrameGone(CFrameWnd* frame) {
 CFrameWnd* AfxGetMainWnd() {
     const CWindowApp* application = CWindowApp::Get();
     return application ? application->m_pMainWnd : nullptr;
+}
+
+CRect ScreenWorkArea() {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    const QRect units = screen->availableGeometry();
+    const double scale = screen->devicePixelRatio();
+    const auto pixels = [scale](int length) { return RoundHalfAway(length * scale); };
+    return {pixels(units.left()), pixels(units.top()), pixels(units.left() + units.width()),
+            pixels(units.top() + units.height())};
 }
