@@ -239,14 +239,16 @@ class CommandLine {
         plotCommand_.footer(kPlotHelp);
         auto& command = plotCommand_;
         command.add_option("FILE", plot_.request.path, "the table; - is standard input")->required();
-        command.add_option("-o,--output", plot_.output, "the picture: a name that ends in .png, .svg or .pdf")
+        command
+            .add_option("-o,--output", plot_.output, "the picture: a name that ends in .png, .svg or .pdf")
             ->required()
             ->type_name("OUT");
         command
             .add_option("-x", plot_.request.x,
                         "the x column, by name or number from 1; else the first of times or numbers")
             ->type_name("COLUMN");
-        command.add_option("-y", plot_.request.y, "a column to draw, by name or number; repeatable; else all")
+        command
+            .add_option("-y", plot_.request.y, "a column to draw, by name or number; repeatable; else all")
             ->allow_extra_args(false)
             ->type_name("COLUMN");
         command.add_option("--size", plot_.size, "width and height in pixels; else 1200x800")

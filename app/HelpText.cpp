@@ -2,7 +2,8 @@
 
 namespace app {
 
-const char* const kMainHelp = R"(Without a command the files are opened in the workbench, which needs a display.
+const char* const kMainHelp =
+    R"(Without a command the files are opened in the workbench, which needs a display.
 
 Examples:
   tavin level.csv

@@ -41,8 +41,8 @@ struct Series {
 };
 
 struct SeriesWishes {
-    int decimals = -1;        // at least so many for y; -1: as in the file
-    bool zeroOrigin = false;  // stored y are real y times the scale
+    int decimals = -1;                    // at least so many for y; -1: as in the file
+    bool zeroOrigin = false;              // stored y are real y times the scale
     std::optional<AxisScale> scale = {};  // of y, instead of one made for the column
 };
 

@@ -8,7 +8,8 @@ BOOL CGraphFrame::OnCreateClient(CREATESTRUCT*, CCreateContext*) {
     CCreateContext context;
     context.m_pCurrentDoc = &document_;
     view_ = new CSeriesView(document_.File(), document_.ViewKey());
-    return view_->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), this, AFX_IDW_PANE_FIRST, &context);
+    return view_->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), this, AFX_IDW_PANE_FIRST,
+                         &context);
 }
 
 }  // namespace app

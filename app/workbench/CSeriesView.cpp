@@ -36,8 +36,7 @@ void UseColor(IPointSource& source, unsigned long color) {
 }  // namespace
 
 CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
-    : CXYGraphView(key, true, static_cast<int>(kViewContextMenu), CColorProperties().background, 0,
-                   nullptr),
+    : CXYGraphView(key, true, static_cast<int>(kViewContextMenu), CColorProperties().background, 0, nullptr),
       file_(file) {
     UseDoubleBitmap(true);
     isoAspectAllowed = 1;
@@ -151,7 +150,8 @@ bool CSeriesView::Export(const std::string& path, CSize pixels, int dotsPerInch)
         CBitmapEx bitmap(4, 32, 256);
         bitmap.SetDotsPerInch(dotsPerInch);
         CDC memory;
-        if (!bitmap.ReSize(nullptr, pixels.cx, pixels.cy) || !memory.CreateCompatibleDC(nullptr)) return false;
+        if (!bitmap.ReSize(nullptr, pixels.cx, pixels.cy) || !memory.CreateCompatibleDC(nullptr))
+            return false;
         CBitmapEx* const before = memory.SelectObject(&bitmap);
         DrawOn(memory, pixels);
         memory.SelectObject(before);
@@ -162,9 +162,10 @@ bool CSeriesView::Export(const std::string& path, CSize pixels, int dotsPerInch)
     if (ending == ".svg") {
         paper = CPrintDC::CreateSvg(path.c_str(), pixels, title);
     } else {
-        const auto hundredths = [dotsPerInch](int length) { return RoundHalfAway(length * 2540.0 / dotsPerInch); };
-        paper = CPrintDC::CreatePdf(path.c_str(),
-                                   {{hundredths(pixels.cx), hundredths(pixels.cy)}, 0, title});
+        const auto hundredths = [dotsPerInch](int length) {
+            return RoundHalfAway(length * 2540.0 / dotsPerInch);
+        };
+        paper = CPrintDC::CreatePdf(path.c_str(), {{hundredths(pixels.cx), hundredths(pixels.cy)}, 0, title});
     }
     if (!paper || !paper->StartPage()) return false;
     DrawOn(*paper, {paper->GetDeviceCaps(HORZRES), paper->GetDeviceCaps(VERTRES)});

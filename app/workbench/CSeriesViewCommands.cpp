@@ -85,7 +85,9 @@ void CSeriesView::OnUpdateToggleGrid(CCmdUI* state) { state->SetCheck(axes.DrawX
 
 void CSeriesView::OnDrawStyle(UINT id) {
     for (IPointSource* const source : shownSources)
-        KDrawPropertyManager::Instance().GetProperty(source->GetKey()).setDrawStyle(static_cast<int>(id - kDrawDots));
+        KDrawPropertyManager::Instance()
+            .GetProperty(source->GetKey())
+            .setDrawStyle(static_cast<int>(id - kDrawDots));
     Redraw();
 }
 
@@ -114,8 +116,10 @@ void CSeriesView::OnExport() {
     if (written)
         GetParentFrame()->SetMessageText("Exported to " + path);
     else
-        AfxMessageBox("Cannot write " + path + ".\nChoose a folder that you may write to, and a name that ends in .png, "
-                      ".svg or .pdf.", MB_OK | MB_ICONEXCLAMATION);
+        AfxMessageBox("Cannot write " + path +
+                          ".\nChoose a folder that you may write to, and a name that ends in .png, "
+                          ".svg or .pdf.",
+                      MB_OK | MB_ICONEXCLAMATION);
 }
 
 }  // namespace app

@@ -14,8 +14,7 @@ namespace app {
 namespace {
 
 constexpr const char* kSection = "Workbench";
-constexpr const char* kFileFilter =
-    "Tables (*.csv *.tsv *.txt *.dat)|*.csv;*.tsv;*.txt;*.dat|All files|*||";
+constexpr const char* kFileFilter = "Tables (*.csv *.tsv *.txt *.dat)|*.csv;*.tsv;*.txt;*.dat|All files|*||";
 // Their lengths are the panes' widths.
 constexpr const char* kPanes[] = {"2024-03-01 00:00:00,  1234.567 mm", "Zoom 100 x 100 "};
 

@@ -33,7 +33,8 @@ bool CanBeRead(const Column& column) {
 
 template <std::size_t N>
 int IndexOf(const char (&values)[N], std::optional<char> value) {
-    const auto* const found = value ? std::find(std::begin(values), std::end(values), *value) : std::end(values);
+    const auto* const found =
+        value ? std::find(std::begin(values), std::end(values), *value) : std::end(values);
     return found == std::end(values) ? 0 : static_cast<int>(found - std::begin(values)) + 1;
 }
 
@@ -110,7 +111,9 @@ void ImportDialog::OnChange() {
     }
     // The x column leaves the series, whatever was ticked.
     const auto x = FindColumn(*layout, wanted.x);
-    if (x) std::erase_if(wanted.y, [&](const auto& y) { return FindColumn(*layout, y) && *FindColumn(*layout, y) == *x; });
+    if (x)
+        std::erase_if(wanted.y,
+                      [&](const auto& y) { return FindColumn(*layout, y) && *FindColumn(*layout, y) == *x; });
     auto chosen = ChooseColumns(*layout, wanted.x, wanted.y, Options().timeFormat);
     if (!chosen) chosen = ChooseColumns(*layout, "", {}, Options().timeFormat);
     if (!chosen) return Refuse(chosen.Error().message);

@@ -23,11 +23,13 @@ Result<CSize> ReadSize(const std::string& text) {
     const bool read = std::sscanf(text.c_str(), "%5dx%5d%c", &width, &height, &rest) == 2;
     if (read && std::min(width, height) >= kLeastSide && std::max(width, height) <= kMostSide)
         return CSize(width, height);
-    return UsageError("--size " + text + ": expected width and height in pixels, 100 to 16000, as in 1200x800");
+    return UsageError("--size " + text +
+                      ": expected width and height in pixels, 100 to 16000, as in 1200x800");
 }
 
 // The user coordinate of an edge; `missing` where none is asked for.
-Result<double> ReadEdge(const std::string& option, const std::string& text, const XReading& x, double missing) {
+Result<double> ReadEdge(const std::string& option, const std::string& text, const XReading& x,
+                        double missing) {
     if (text.empty()) return missing;
     double number = 0;
     ReadTime time;
@@ -71,10 +73,10 @@ Result<int> Plot(const PlotOptions& options) {
     if (!to) return to.Error();
     if (*from >= *to) return UsageError("there is nothing between --from and --to");
     if (!options.from.empty() || !options.to.empty()) view.ShowRange(*from, *to);
-    if (!view.Export(options.output, *size, kDotsPerInch))
-        return Refusal("cannot write " + options.output);
+    if (!view.Export(options.output, *size, kDotsPerInch)) return Refusal("cannot write " + options.output);
     if (shown.size() < file->series.size())
-        std::fprintf(stderr, "tavin: the columns differ too much for one plot; drawn: %d of %d. Choose with -y.\n",
+        std::fprintf(stderr,
+                     "tavin: the columns differ too much for one plot; drawn: %d of %d. Choose with -y.\n",
                      static_cast<int>(shown.size()), static_cast<int>(file->series.size()));
     return kDone;
 }

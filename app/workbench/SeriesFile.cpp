@@ -122,8 +122,9 @@ Result<SeriesFile> ReadSeriesFile(const ReadRequest& request, const Advance& adv
     if (!choice) return WithName(choice.Error(), name);
     const auto table = ReadTable(std::move(*bytes), name, *layout, *choice, request.layout, advance);
     if (!table) return table.Error();
-    const XAxis axis = MakeXAxis(*table, table->HasTimes() ? ZoomableScale(table->xTimes)
-                                                           : ZoomableScale(table->xNumbers, table->xDecimals));
+    const XAxis axis =
+        MakeXAxis(*table, table->HasTimes() ? ZoomableScale(table->xTimes)
+                                            : ZoomableScale(table->xNumbers, table->xDecimals));
     SeriesFile file;
     file.request = request;
     file.title = std::filesystem::path(name).filename().string();

@@ -78,8 +78,8 @@ TimeStep TimeStepFor(double leastSeconds) {
     for (const Microseconds unit : {kSecond, kMinute})
         for (const int count : {1, 2, 5, 10, 15, 30})
             if (static_cast<double>(unit * count) >= leastSeconds * 1e6) return {unit * count, 0};
-    for (const Microseconds count : {kHour, 2 * kHour, 3 * kHour, 6 * kHour, 12 * kHour, kDay, 2 * kDay,
-                                     7 * kDay, 14 * kDay})
+    for (const Microseconds count :
+         {kHour, 2 * kHour, 3 * kHour, 6 * kHour, 12 * kHour, kDay, 2 * kDay, 7 * kDay, 14 * kDay})
         if (static_cast<double>(count) >= leastSeconds * 1e6) return {count, 0};
     for (const int months : {1, 2, 3, 6})
         if (months * kMonthSeconds >= leastSeconds) return {0, months};

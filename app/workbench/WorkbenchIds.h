@@ -5,7 +5,7 @@
 
 namespace app {
 
-constexpr UINT kMainFrame = 128;    // title, menu and toolbar
+constexpr UINT kMainFrame = 128;  // title, menu and toolbar
 constexpr UINT kViewContextMenu = 129;
 
 constexpr UINT kRecentFirst = 57616;

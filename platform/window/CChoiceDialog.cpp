@@ -27,7 +27,9 @@ ChoiceDialogHandler& Handler() {
 QString Text(const CString& text) { return QString::fromUtf8(text.GetString()); }
 
 // What a screen reader says: the label without its marks.
-QString SpokenName(const CString& label) { return Text(label).remove(QLatin1Char('&')).remove(QLatin1Char(':')); }
+QString SpokenName(const CString& label) {
+    return Text(label).remove(QLatin1Char('&')).remove(QLatin1Char(':'));
+}
 
 class ChoiceWidget : public QDialog {
   public:
@@ -156,8 +158,8 @@ int CChoiceDialog::DoModal() {
 
 int CChoiceDialog::Ask() {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return IDCANCEL;
-    QWidget* const over =
-        m_parent && m_parent->GetSafeHwnd() ? m_parent->GetSafeHwnd()->window() : QApplication::activeWindow();
+    QWidget* const over = m_parent && m_parent->GetSafeHwnd() ? m_parent->GetSafeHwnd()->window()
+                                                              : QApplication::activeWindow();
     ChoiceWidget widget(*this, QString::fromUtf8(m_title.GetString()), over);
     return widget.exec() == QDialog::Accepted ? IDOK : IDCANCEL;
 }

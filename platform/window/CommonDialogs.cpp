@@ -116,8 +116,8 @@ int CColorDialog::DoModal() {
 }
 
 int ShowMessageBox(const char* text, UINT type) {
-    QMessageBox box(IconOf(type), QApplication::applicationName(), QString::fromUtf8(text),
-                    ButtonsOf(type), QApplication::activeWindow());
+    QMessageBox box(IconOf(type), QApplication::applicationName(), QString::fromUtf8(text), ButtonsOf(type),
+                    QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     const int chosen = box.exec();
     for (const Button& button : kButtons)

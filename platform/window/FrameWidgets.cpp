@@ -135,9 +135,8 @@ class FrameWidget : public Framed<QMainWindow> {
         if (paths.empty()) return;
         event->acceptProposedAction();
         // After the drag has ended: the one that dragged waits for it, and the program may show a message.
-        QTimer::singleShot(0, this, [this, paths] {
-            Tell([&paths](CWnd* w) { WindowEvents::DropFiles(w, paths); });
-        });
+        QTimer::singleShot(0, this,
+                           [this, paths] { Tell([&paths](CWnd* w) { WindowEvents::DropFiles(w, paths); }); });
     }
     void changeEvent(QEvent* event) override {
         Framed::changeEvent(event);

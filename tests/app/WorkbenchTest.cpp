@@ -118,7 +118,10 @@ TEST_F(WorkbenchTest, KeysZoomAndCommandsShowTheirState) {
     const struct {
         int key;
         UINT command;
-    } switches[] = {{Qt::Key_L, kLegend}, {Qt::Key_G, kGrid}, {Qt::Key_T, kTiles}, {Qt::Key_R, kRuler},
+    } switches[] = {{Qt::Key_L, kLegend},
+                    {Qt::Key_G, kGrid},
+                    {Qt::Key_T, kTiles},
+                    {Qt::Key_R, kRuler},
                     {Qt::Key_Z, 50000}};
     for (const auto& one : switches) {
         const bool before = State(one.command).IsChecked();
@@ -253,7 +256,8 @@ TEST_F(WorkbenchTest, TheReadersGuessesAreShownAndCanBeChanged) {
     });
     const auto request = AskHowToRead({folder.Path("german.csv"), {}, {}, {}}, frame);
     SetChoiceDialogHandler(before);
-    EXPECT_EQ(shown, (std::vector<std::string>{"guess: semicolon", "guess: comma", "guess: names", "guess", "t"}));
+    EXPECT_EQ(shown,
+              (std::vector<std::string>{"guess: semicolon", "guess: comma", "guess: names", "guess", "t"}));
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->x, "3");
     EXPECT_EQ(request->y, std::vector<std::string>{"2"});
@@ -275,7 +279,7 @@ TEST(WorkbenchUnderX, OpensTheSampleAndLeavesOnCtrlQ) {
     const Folder folder;
     folder.Write("days.csv", TenDays());
     // The server chooses a free display and says which.
-    folder.Write("smoke.sh", R"(cd "$(dirname "$0")"
+    folder.Write("smoke.sh", R"sh(cd "$(dirname "$0")"
 Xvfb -displayfd 3 -screen 0 900x600x24 -nolisten tcp 3>display >/dev/null 2>&1 &
 server=$!
 for _ in $(seq 200); do [ -s display ] && break; sleep 0.05; done
@@ -283,12 +287,12 @@ export DISPLAY=:$(cat display) XDG_RUNTIME_DIR=$PWD
 unset QT_QPA_PLATFORM WAYLAND_DISPLAY
 timeout 60 "$1" days.csv & program=$!
 window=$(timeout 50 xdotool search --sync --onlyvisible --name days | tail -n 1)
-xdotool windowfocus --sync "$window"
+xdotool windowfocus "$window"
 xdotool key ctrl+q
 wait $program; result=$?
 kill $server
 exit $result
-)");
+)sh");
     const int status = std::system(("bash " + folder.Path("smoke.sh") + " " TAVIN_PROGRAM).c_str());
     EXPECT_EQ(WEXITSTATUS(status), 0);
 }
@@ -297,8 +301,10 @@ TEST(WorkbenchWithoutDisplay, SaysWhatWorksThere) {
     const Folder folder;
     folder.Write("days.csv", TenDays());
     for (const std::string display : {"", "DISPLAY=:4711 "}) {
-        const std::string command = "cd " + folder.Path("") + "; env -u DISPLAY -u WAYLAND_DISPLAY -u "
-                                    "QT_QPA_PLATFORM " + display + TAVIN_PROGRAM " days.csv 2>err";
+        const std::string command = "cd " + folder.Path("") +
+                                    "; env -u DISPLAY -u WAYLAND_DISPLAY -u "
+                                    "QT_QPA_PLATFORM " +
+                                    display + TAVIN_PROGRAM " days.csv 2>err";
         const int status = std::system(command.c_str());
         EXPECT_EQ(WEXITSTATUS(status), 1);
         for (const char* word : {"display", "tavin clean", "tavin plot", "tavin info"})
