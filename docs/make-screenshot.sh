@@ -17,10 +17,10 @@ export XDG_RUNTIME_DIR=$scratch TAVIN_REGISTRY=$scratch/settings.db
 openbox >/dev/null 2>&1 &
 "$tavin" samples/tide-gauge.csv &
 window=$(xdotool search --sync --onlyvisible --name tide-gauge | tail -n 1)
-xdotool windowmove --sync "$window" 0 0 windowsize --sync "$window" 1180 690
+xdotool windowmove "$window" 0 0 windowsize "$window" 1170 690
 sleep 1
 # Zoom in on the days when the gauge was knocked, then stay over a peak.
-for key in z; do xdotool key $key; done
+xdotool key z
 xdotool mousemove 420 150 mousedown 1 mousemove 600 400 mousemove 980 600 mouseup 1
 xdotool key z mousemove 640 330
 sleep 1
