@@ -17,11 +17,14 @@ export XDG_RUNTIME_DIR=$scratch TAVIN_REGISTRY=$scratch/settings.db
 openbox >/dev/null 2>&1 &
 "$tavin" samples/tide-gauge.csv &
 window=$(xdotool search --sync --onlyvisible --name tide-gauge | tail -n 1)
-xdotool windowmove "$window" 0 0 windowsize "$window" 1170 690
+xdotool windowmove "$window" 2 22 windowsize "$window" 1174 692
 sleep 1
 # Zoom in on the days when the gauge was knocked, then stay over a peak.
 xdotool key z
-xdotool mousemove 420 150 mousedown 1 mousemove 600 400 mousemove 980 600 mouseup 1
+for step in "mousemove 420 150" "mousedown 1" "mousemove 600 400" "mousemove 960 600" "mouseup 1"; do
+    xdotool $step
+    sleep 0.2
+done
 xdotool key z mousemove 640 330
 sleep 1
 import -window root docs/workbench.png

@@ -35,6 +35,7 @@ class CSeriesView : public CXYGraphView {
     CSizeEx GetTickSpacing(CSizeEx visible, CSize minimum) override;
     int DrawCoordinateSystem(CDC* dc) override;
     void SetPositionText(CPoint& point) override;
+    void SetCaption() override;
     void UpdateAxis() override;
     void OnInitialUpdate() override;
 

@@ -126,6 +126,13 @@ CString& CSeriesView::FormatCaptionStr(CString& text) {
     return text;
 }
 
+// The view's own text is what a screen reader says of it.
+void CSeriesView::SetCaption() {
+    CXYGraphView::SetCaption();
+    CString text;
+    SetWindowText(FormatCaptionStr(text));
+}
+
 void CSeriesView::SetPositionText(CPoint& point) {
     if (!PrimarySource()) return;
     const double x = point.x / scaleX;
