@@ -28,7 +28,12 @@ OwnApplication*& Own() {
 }  // namespace
 
 void EnsureDrawingToolkit() {
-    if (!QCoreApplication::instance()) Own() = new OwnApplication;
+    if (QCoreApplication::instance()) return;
+    // A batch run has no session; what the toolkit says about that is nothing to the user.
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    Own() = new OwnApplication;
+    qInstallMessageHandler(before);
 }
 
 void EndDrawingToolkit() {

@@ -156,7 +156,8 @@ TEST_F(WorkbenchTest, TheStatusBarTellsTimeAndValueUnderTheMouse) {
     QTest::mouseMove(client, QPoint(client->width() / 2, client->height() / 2));
     Settle();
     // About the middle of the ten days and of values from 0 to 2.75.
-    EXPECT_EQ(Pane(kPositionPane).substr(0, 12), "2024-03-06 0") << Pane(kPositionPane);
+    EXPECT_GT(Pane(kPositionPane), "2024-03-05 18") << Pane(kPositionPane);
+    EXPECT_LT(Pane(kPositionPane), "2024-03-06 06") << Pane(kPositionPane);
     EXPECT_NE(Pane(kPositionPane).find(",  1.3"), std::string::npos) << Pane(kPositionPane);
     EXPECT_EQ(Pane(kPositionPane).substr(Pane(kPositionPane).size() - 2), " m");
 }
@@ -194,7 +195,8 @@ TEST_F(WorkbenchTest, AFileThatCannotBeReadGetsOneMessageAndTheProgramStays) {
     EXPECT_EQ(messages[0].find("--"), std::string::npos) << messages[0];
     EXPECT_NE(messages[1].find("none.csv"), std::string::npos);
     EXPECT_EQ(frame->GetChildren().size(), 1u);
-    EXPECT_EQ(RecentFiles(), std::vector<std::string>{folder.Path("days.csv")});
+    EXPECT_EQ(RecentFiles().front(), folder.Path("days.csv"));
+    for (const auto& path : RecentFiles()) EXPECT_NE(path, folder.Path("none.csv"));
 }
 
 TEST_F(WorkbenchTest, FilesCanBeDropped) {
