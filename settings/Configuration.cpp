@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <optional>
 #include <vector>
 
@@ -38,7 +39,7 @@ bool Configuration::Fail(std::int32_t code) {
     return false;
 }
 
-bool Configuration::exchange(HKEY root, const char* subKey, bool isWriting) {
+bool Configuration::exchange(HKEY root, const char* subKey, bool isWriting) try {
     // A record nested in itself would never end.
     if (key) return false;
     error = ERROR_SUCCESS;
@@ -58,6 +59,11 @@ bool Configuration::exchange(HKEY root, const char* subKey, bool isWriting) {
     const LONG stored = transaction ? transaction->Commit() : ERROR_SUCCESS;
     if (error == ERROR_SUCCESS) error = stored;
     return error == ERROR_SUCCESS;
+} catch (const std::bad_alloc&) {
+    buffer.reset();
+    key.reset();
+    bufferSize = 0;
+    return Fail(ERROR_NOT_ENOUGH_MEMORY);
 }
 
 bool Configuration::LoadText(const char* name) {
