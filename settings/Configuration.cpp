@@ -133,10 +133,11 @@ bool Configuration::readwriteValue(const char* name, CString& value) {
 }
 
 bool Configuration::readwriteArray(const char* name, char* text, std::size_t room) {
-    const std::size_t length = strnlen(writing ? text : "", room);
-    if (writing) return length < room && StoreText(name, text);
-    if (!LoadText(name) || std::strlen(buffer.get()) >= room) return false;
-    std::strcpy(text, buffer.get());
+    if (writing) return strnlen(text, room) < room && StoreText(name, text);
+    if (!LoadText(name)) return false;
+    const std::size_t length = std::strlen(buffer.get());
+    if (length >= room) return false;
+    std::memcpy(text, buffer.get(), length + 1);
     return true;
 }
 
