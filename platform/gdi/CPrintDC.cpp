@@ -61,13 +61,16 @@ class SvgDevice : public PaperDevice {
         m_generator.setResolution(DotsPerInch());
         m_generator.setSize(QSize(m_size.cx, m_size.cy));
         m_generator.setViewBox(QRect(0, 0, m_size.cx, m_size.cy));
-        m_generator.setTitle(ToQString(title));
+        // The generator writes it as it is.
+        m_generator.setTitle(ToQString(title).toHtmlEscaped());
     }
     bool IsOpen() const { return m_file.isOpen(); }
 
     QPaintDevice& Device() override { return m_generator; }
     int DotsPerInch() const override { return kScreenDotsPerInch * kDotsPerPixel; }
     CSize Size() const override { return m_size; }
+    double Hairline() const override { return kDotsPerPixel; }
+    bool Clips() const override { return false; }
     bool NewPage() override { return false; }
     bool Finish() override { return m_file.commit(); }
 
@@ -115,14 +118,12 @@ CPrintDC::CPrintDC(std::unique_ptr<PaperDevice> device) {
 
 CPrintDC::~CPrintDC() = default;
 
-BOOL CPrintDC::StartPage() {
-    RestoreDC(1);
-    SaveDC();
-    return m_state->paper->StartPage();
-}
+BOOL CPrintDC::StartPage() { return m_state->paper->StartPage(); }
 
 BOOL CPrintDC::EndPage() {
     m_state->paper->EndPage();
+    RestoreDC(1);
+    SaveDC();
     return TRUE;
 }
 

@@ -1,6 +1,8 @@
 // A device context that draws pages: of a PDF file, an SVG file (one page), a printer or a preview.
 // Everything works as on a picture, at the page's own resolution and as vectors, except for what paper does
-// not have: raster operations do not count and GetPixel knows nothing. Lines are at least 0.1 mm wide.
+// not have: raster operations do not count and GetPixel knows nothing. Lines are at least 0.1 mm wide, in SVG
+// files a pixel. SVG files have no clipping: lines and areas are cut instead, a text is drawn whole when any
+// of it is inside.
 //
 //   const auto dc = CPrintDC::CreatePdf(path, setup);
 //   if (!dc) ...
@@ -30,7 +32,7 @@ class CPrintDC : public CDC {
     explicit CPrintDC(std::unique_ptr<PaperDevice> device);
     ~CPrintDC() override;
 
-    // Every page starts with the attributes that a new context has. FALSE when there is no further page or
+    // EndPage gives the context the attributes of a new one. FALSE when there is no further page or
     // the last one has not been ended.
     BOOL StartPage();
     BOOL EndPage();

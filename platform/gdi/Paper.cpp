@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <map>
 #include <numbers>
 
 #include "platform/gdi/DrawingToolkit.h"
@@ -79,6 +80,26 @@ QPolygonF CutPolygon(QPolygonF polygon, const QRectF& bounds) {
     return CutPolygon(polygon, [&](QPointF p) { return bounds.bottom() - p.y(); });
 }
 
+// The parts inside the outline (even-odd) of the lines on which across * x + down * y is a multiple of
+// spacing.
+std::vector<QLineF> LinesInside(const QPolygonF& outline, double across, double down, double spacing) {
+    const auto level = [=](QPointF p) { return (across * p.x() + down * p.y()) / spacing; };
+    const auto along = [=](QPointF p) { return across != 0.0 ? p.y() : p.x(); };
+    std::map<double, std::vector<QPointF>> crossings;
+    for (qsizetype i = 0; i < outline.size(); ++i) {
+        const QPointF a = outline[i], b = outline[(i + 1) % outline.size()];
+        const double from = level(a), to = level(b), high = std::max(from, to);
+        for (double at = std::ceil(std::min(from, to)); at < high; at += 1.0)
+            crossings[at].push_back(a + (b - a) * ((at - from) / (to - from)));
+    }
+    std::vector<QLineF> lines;
+    for (auto& [at, points] : crossings) {
+        std::sort(points.begin(), points.end(), [&](QPointF a, QPointF b) { return along(a) < along(b); });
+        for (std::size_t i = 0; i + 1 < points.size(); i += 2) lines.emplace_back(points[i], points[i + 1]);
+    }
+    return lines;
+}
+
 QRectF RectOf(const CRect& box) { return {QPointF(box.left, box.top), QPointF(box.right, box.bottom)}; }
 
 }  // namespace
@@ -96,7 +117,11 @@ struct Paper::Painting {
     QRectF Bounds() const {
         return QRectF(0, 0, size.cx, size.cy).adjusted(-dotsPerInch, -dotsPerInch, dotsPerInch, dotsPerInch);
     }
-    double Hairline() const { return dotsPerInch / 254.0; }
+    // What shapes are cut off at.
+    QRectF Limits() const {
+        return clip && !device->Clips() ? RectOf(*clip).intersected(Bounds()) : Bounds();
+    }
+    double Hairline() const { return device->Hairline(); }
     QPen Pen(const PaperPen& pen) const {
         QPen line(ColorOf(pen.color), std::max<double>(pen.width, Hairline()));
         line.setCapStyle(Qt::RoundCap);
@@ -135,28 +160,21 @@ struct Paper::Painting {
         painter.setPen(Qt::NoPen);
         if (fill.hatch == kNoHatch) return painter.fillPath(shape, ColorOf(fill.color));
         if (fill.gapColor) painter.fillPath(shape, ColorOf(*fill.gapColor));
-        painter.save();
-        painter.setClipPath(shape, Qt::IntersectClip);
         painter.setPen(Pen({PS_SOLID, 0, fill.color, std::nullopt}));
-        Hatch(shape.boundingRect(), fill.hatch);
-        painter.restore();
+        Hatch(shape, fill.hatch);
     }
 
-    // Lines over a rectangle, their distances counted from the device's origin.
-    void Hatch(const QRectF& area, int hatch) {
-        const double spacing = 8.0 * dotsPerInch / kScreenDotsPerInch;
-        const auto sweep = [&](double from, double to, auto&& line) {
-            for (double at = std::ceil(from / spacing) * spacing; at <= to; at += spacing) line(at);
+    // Lines inside a shape, their distances counted from the device's origin.
+    void Hatch(const QPainterPath& shape, int hatch) {
+        const QPolygonF outline = shape.toFillPolygon();
+        const auto draw = [&](double across, double down) {
+            const double spacing = 8.0 * dotsPerInch / kScreenDotsPerInch;
+            for (const QLineF& line : LinesInside(outline, across, down, spacing)) painter.drawLine(line);
         };
-        const double l = area.left(), t = area.top(), r = area.right(), b = area.bottom();
-        if (hatch == HS_HORIZONTAL || hatch == HS_CROSS)
-            sweep(t, b, [&](double y) { painter.drawLine(QLineF(l, y, r, y)); });
-        if (hatch == HS_VERTICAL || hatch == HS_CROSS)
-            sweep(l, r, [&](double x) { painter.drawLine(QLineF(x, t, x, b)); });
-        if (hatch == HS_FDIAGONAL || hatch == HS_DIAGCROSS)
-            sweep(l - b, r - t, [&](double d) { painter.drawLine(QLineF(t + d, t, b + d, b)); });
-        if (hatch == HS_BDIAGONAL || hatch == HS_DIAGCROSS)
-            sweep(l + t, r + b, [&](double s) { painter.drawLine(QLineF(s - t, t, s - b, b)); });
+        if (hatch == HS_HORIZONTAL || hatch == HS_CROSS) draw(0, 1);
+        if (hatch == HS_VERTICAL || hatch == HS_CROSS) draw(1, 0);
+        if (hatch == HS_FDIAGONAL || hatch == HS_DIAGCROSS) draw(1, -1);
+        if (hatch == HS_BDIAGONAL || hatch == HS_DIAGCROSS) draw(1, 1);
     }
 };
 
@@ -211,7 +229,7 @@ void Paper::SetClip(const std::optional<CRect>& clip) {
 void Paper::Lines(const std::vector<CPoint>& points, bool closed, const PaperPen& pen) {
     Painting& p = *m_painting;
     if (!p.onPage || points.size() < 2) return;
-    const QRectF bounds = p.Bounds();
+    const QRectF bounds = p.Limits();
     std::vector<QPolygonF> pieces;
     bool joined = false;  // the last piece ends at points[i - 1]
     for (std::size_t i = 1; i < points.size() + closed; ++i) {
@@ -236,14 +254,14 @@ void Paper::Polygon(const std::vector<CPoint>& points, const PaperFill& fill) {
     QPolygonF outline;
     for (const CPoint point : points) outline << ToQt(point);
     QPainterPath shape;  // even-odd by default
-    shape.addPolygon(CutPolygon(std::move(outline), p.Bounds()));
+    shape.addPolygon(CutPolygon(std::move(outline), p.Limits()));
     shape.closeSubpath();
     p.Fill(shape, fill);
 }
 
 void Paper::Box(const CRect& box, const PaperFill& fill) {
     Painting& p = *m_painting;
-    const QRectF visible = RectOf(box).intersected(p.Bounds());
+    const QRectF visible = RectOf(box).intersected(p.Limits());
     if (!p.onPage || visible.isEmpty()) return;
     QPainterPath shape;
     shape.addRect(visible);
@@ -253,7 +271,7 @@ void Paper::Box(const CRect& box, const PaperFill& fill) {
 void Paper::Ellipse(const CRect& box, const PaperFill* fill, const PaperPen* pen) {
     Painting& p = *m_painting;
     if (!p.onPage) return;
-    if (!p.Bounds().contains(RectOf(box))) {
+    if (!p.Limits().contains(RectOf(box))) {
         constexpr int kCorners = 4096;
         std::vector<CPoint> corners;
         const QRectF area = RectOf(box);
@@ -276,7 +294,7 @@ void Paper::Ellipse(const CRect& box, const PaperFill* fill, const PaperPen* pen
 void Paper::Dots(std::vector<CPoint> points, COLORREF color) {
     Painting& p = *m_painting;
     if (!p.onPage) return;
-    const QRectF bounds = p.Bounds();
+    const QRectF bounds = p.Limits();
     std::erase_if(points, [&](CPoint d) { return !bounds.contains(ToQt(d)); });
     std::sort(points.begin(), points.end(),
               [](const CPoint& a, const CPoint& b) { return a.y != b.y ? a.y < b.y : a.x < b.x; });
@@ -294,7 +312,7 @@ void Paper::Dots(std::vector<CPoint> points, COLORREF color) {
 
 void Paper::Text(const TextFont& font, const CRect& cell, std::string_view text, COLORREF color) {
     Painting& p = *m_painting;
-    if (!p.onPage || !p.Bounds().intersects(RectOf(cell))) return;
+    if (!p.onPage || !p.Limits().intersects(RectOf(cell))) return;
     font.Draw(p.painter, cell.left, cell.top + font.Ascent(), text, color);
 }
 

@@ -1,6 +1,7 @@
 // Drawing on pages: shapes in device units, handed to the toolkit as vectors. Raster operations do not count
-// here. The thinnest line is 0.1 mm, dashes are as long as on a screen of 96 dots per inch. Shapes are cut
-// off an inch outside the page, so that no coordinate is too large for a file format.
+// here. The thinnest line is 0.1 mm (in an SVG file a pixel), dashes are as long as on a screen of 96 dots
+// per inch. Shapes are cut off an inch outside the page, so that no coordinate is too large for a file
+// format.
 #pragma once
 
 #include <memory>

@@ -3,6 +3,7 @@
 #include "platform/window/CClientDC.h"
 #include "platform/window/CDocument.h"
 #include "platform/window/CFrameWnd.h"
+#include "platform/window/CPrintInfo.h"
 
 IMPLEMENT_DYNAMIC(CView, CWnd)
 
@@ -18,7 +19,10 @@ bool CView::OnCmdMsg(UINT id, CCmdUI* update) {
 }
 
 void CView::OnInitialUpdate() { OnUpdate(nullptr, 0, nullptr); }
-void CView::OnPrepareDC(CDC*, CPrintInfo*) {}
+void CView::OnPrepareDC(CDC*, CPrintInfo* info) {
+    if (!info) return;
+    info->m_bContinuePrinting = info->GetMaxPage() != CPrintInfo::kUnknown || info->m_nCurPage == 1;
+}
 void CView::OnUpdate(CView*, long, CObject*) { Invalidate(); }
 
 void CView::OnActivateView(BOOL activate, CView* activated, CView*) {

@@ -6,6 +6,7 @@
 
 class CDocument;
 struct CPrintInfo;
+struct PrintJob;
 
 class CView : public CWnd {
     DECLARE_DYNAMIC(CView)
@@ -25,8 +26,10 @@ class CView : public CWnd {
   protected:
     friend class CDocument;
     friend class CFrameWnd;
+    friend struct PrintJob;
 
-    // Prepares a context before drawing or hit testing; `info` comes with printing only.
+    // Prepares a context before drawing or hit testing; `info` comes with printing only, before each page.
+    // Default: ends a print of unknown length after its first page.
     virtual void OnPrepareDC(CDC* dc, CPrintInfo* info = nullptr);
     virtual void OnDraw(CDC* dc) = 0;
     // The document changed: `sender` is the view that changed it (null: none), the hint says how (null:
@@ -34,6 +37,20 @@ class CView : public CWnd {
     virtual void OnUpdate(CView* sender, long hint, CObject* hintObject);
     // The frame's active view changes, or its frame gets or loses the user. Default: takes the keyboard.
     virtual void OnActivateView(BOOL activate, CView* activated, CView* deactivated);
+
+    // Printing, in this order. OnPreparePrinting says how many pages there are and returns what
+    // DoPreparePrinting returns, which asks the user where to print unless that is known; FALSE: no print. It
+    // comes once, OnPrint once for each page, drawing it inside m_rectDraw. Default: the page is what OnDraw
+    // draws. OnBeginPrinting and OnEndPrinting come in pairs, in a preview for every time its pages are
+    // drawn.
+    virtual BOOL OnPreparePrinting(CPrintInfo* info);
+    virtual void OnBeginPrinting(CDC* dc, CPrintInfo* info);
+    virtual void OnPrint(CDC* dc, CPrintInfo* info);
+    virtual void OnEndPrinting(CDC* dc, CPrintInfo* info);
+    BOOL DoPreparePrinting(CPrintInfo* info);
+    // The handlers of ID_FILE_PRINT and ID_FILE_PRINT_PREVIEW, for a derived class's table of commands.
+    void OnFilePrint();
+    void OnFilePrintPreview();
 
     // A derived class that overrides these calls them.
     int OnCreate(CREATESTRUCT* create) override;
