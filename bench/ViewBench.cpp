@@ -38,9 +38,9 @@ class BenchView : public CXYGraphView {
         CDC dc(picture_);
         DrawOn(dc, kArea);
     }
-    // Zooms `factor` times about the middle, on both axes.
+    // Zooms `factor` times about the middle of the x axis.
     bool ZoomIn(float factor) {
-        Zoom(factor, factor, zoom.ViewCentre());
+        Zoom(factor, 1.0f, zoom.ViewCentre());
         SetScrollSizes();
         return zoom.Depth() > 1;
     }

@@ -130,6 +130,7 @@ void KViewEx::FitPicture(std::unique_ptr<CBitmapEx>& bitmap, CDC* reference, int
 }
 
 void KViewEx::OnDraw(CDC* dc) {
+    if (dc->IsPrinting()) return DrawOnPage(*dc);
     if (size.cx == 0) return;
     const COLORREF textBackground = dc->SetBkColor(colors.background);
     CDC memory;

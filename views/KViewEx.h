@@ -15,6 +15,14 @@
 #include "platform/window/CView.h"
 #include "settings/CColorProperties.h"
 
+// Twips.
+struct PrintMargins {
+    int left = 0;
+    int right = 0;
+    int headerHeight = 0;
+    int footerHeight = 0;
+};
+
 class KViewEx : public CView {
     DECLARE_DYNCREATE(KViewEx)
 
@@ -58,6 +66,12 @@ class KViewEx : public CView {
     virtual int DrawBackground(CDC* dc, CBrush* brush, CSize size);
     virtual int DrawBitmap(CDC* dc);
     virtual int DrawAfterBitmap(CDC* dc);
+    // Before each page: may choose margins and heights.
+    virtual void PreparePrintDC(CDC* dc, CPrintInfo* info);
+    // Draw into info->m_rectDraw, in twips; the first one leaves the body's rectangle there.
+    virtual void PrintHeaderFooter(CDC* dc, CPrintInfo* info);
+    virtual void OnPrintHeader(CDC* dc, CPrintInfo* info);
+    virtual void OnPrintFooter(CDC* dc, CPrintInfo* info);
 
   public:
     // Stores the name and loads the colours from its section.
@@ -65,20 +79,27 @@ class KViewEx : public CView {
     // Valid until the next call.
     virtual const char* GetViewName();
 
+    bool OnCmdMsg(UINT id, CCmdUI* update) override;
+
   protected:
+    void OnPrepareDC(CDC* dc, CPrintInfo* info = nullptr) override;
     void OnDraw(CDC* dc) override;
+    BOOL OnPreparePrinting(CPrintInfo* info) override;
+    void OnPrint(CDC* dc, CPrintInfo* info) override;
     void OnSize(UINT type, int width, int height) override;
     void OnContextMenu(CWnd* window, CPoint point) override;
 
     // Has the picture drawn anew at the next paint.
     void Redraw(BOOL erase = FALSE);
-    // What is drawn into: the client area, or the area of DrawOn. Device units.
+    // What is drawn into: the client area, the body of a page, or the area of DrawOn. Device units.
     CRect DrawingArea() const;
     void RebuildBackground();
 
   private:
     void FitPicture(std::unique_ptr<CBitmapEx>& bitmap, CDC* reference, int width, int height);
     void DrawFromPictures(CDC& dc, CDC& memory);
+    void DrawOnPage(CDC& dc);
+    void TakePrintArea(CDC& dc, CPrintInfo& info, const CRect& area) const;
 
     std::unique_ptr<CBitmapEx> overlayPicture;
     bool deviceIndependent;
@@ -97,9 +118,15 @@ class KViewEx : public CView {
     void* pictureBits = nullptr;
     void* overlayBits = nullptr;
     CBrush backgroundBrush;
-    int stale = 0;      // the picture must be redrawn before it is shown
-    int redrawing = 0;  // it is being redrawn
-    CSize size;         // of the client area, pixels
+    int stale = 0;                    // the picture must be redrawn before it is shown
+    int redrawing = 0;                // it is being redrawn
+    CPrintInfo* printInfo = nullptr;  // while a page is being drawn
+    bool framePrintAreas = true;      // header, footer and body of a page
+    CSize size;                       // of the client area, pixels
+    PrintMargins printMargins;
+    // Between the side margins of the page drawn last.
+    int headerWidth = 0;
+    int footerWidth = 0;
 
   private:
     std::optional<CRect> elsewhere;  // drawing there, not in the window; device units
