@@ -1,8 +1,8 @@
 # Debian packages. Sourced by ./run and ./check: install_packages installs what is missing.
 
-BUILD_PACKAGES="cmake ninja-build g++ ccache qt6-base-dev libgl-dev libegl-dev libsqlite3-dev libutf8proc-dev libssl-dev
+BUILD_PACKAGES="cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev libgl-dev libegl-dev libsqlite3-dev libutf8proc-dev libssl-dev
  libcli11-dev nlohmann-json3-dev libcsv-dev libfast-float-dev libhowardhinnant-date-dev fonts-dejavu-core python3"
-CHECK_PACKAGES="libgtest-dev libgmock-dev libbenchmark-dev clang-format-14 clang-tidy-14 git"
+CHECK_PACKAGES="libgtest-dev libgmock-dev libbenchmark-dev clang-format-14 clang-tidy-14 git poppler-utils"
 
 # install_packages NAME...: quietly does nothing where all are there; asks for nothing.
 install_packages() {

@@ -8,6 +8,7 @@
 #include "platform/core/Types.h"
 
 constexpr UINT MB_OK = 0x00;
+constexpr UINT MB_YESNOCANCEL = 0x03;
 constexpr UINT MB_YESNO = 0x04;
 constexpr UINT MB_ICONSTOP = 0x10;
 constexpr UINT MB_ICONQUESTION = 0x20;

@@ -1,9 +1,11 @@
 #include "platform/gdi/CBitmapEx.h"
 
 #include <QImage>
+#include <QSaveFile>
 #include <QString>
 #include <exception>
 
+#include "platform/gdi/CDC.h"
 #include "platform/gdi/Picture.h"
 
 namespace {
@@ -16,7 +18,8 @@ CBitmapEx::CBitmapEx(int, int, int) : m_picture(std::make_shared<Picture>()) {}
 
 CBitmapEx::~CBitmapEx() = default;
 
-int CBitmapEx::ReSize(CDC*, int cx, int cy) {
+int CBitmapEx::ReSize(CDC* reference, int cx, int cy) {
+    if (reference) SetDotsPerInch(reference->GetDeviceCaps(LOGPIXELSX));
     if (cx < 1 || cy < 1) return 0;
     if (cx == m_picture->width && cy == m_picture->height) return 0;
     try {
@@ -38,6 +41,7 @@ int CBitmapEx::Copy(CDC*, CBitmapEx* other) {
     } catch (const std::exception&) {
         return 0;
     }
+    m_picture->dotsPerInch = other->m_picture->dotsPerInch;
     m_picture->width = other->m_picture->width;
     m_picture->height = other->m_picture->height;
     return 1;
@@ -45,14 +49,23 @@ int CBitmapEx::Copy(CDC*, CBitmapEx* other) {
 
 void* CBitmapEx::GetBits() { return m_picture->pixels.empty() ? nullptr : m_picture->pixels.data(); }
 
+unsigned CBitmapEx::GetChanges() const { return m_picture->changes; }
+
 int CBitmapEx::GetWidth() const { return m_picture->width; }
 
 int CBitmapEx::GetHeight() const { return m_picture->height; }
+
+int CBitmapEx::GetDotsPerInch() const { return m_picture->dotsPerInch; }
+
+void CBitmapEx::SetDotsPerInch(int dotsPerInch) {
+    if (dotsPerInch > 0) m_picture->dotsPerInch = dotsPerInch;
+}
 
 bool CBitmapEx::SaveAsPng(const char* path) const {
     if (!path || m_picture->pixels.empty()) return false;
     const auto* bytes = reinterpret_cast<const uchar*>(m_picture->pixels.data());
     const QImage image(bytes, m_picture->width, m_picture->height, qsizetype{4} * m_picture->width,
                        QImage::Format_RGB32);
-    return image.save(QString::fromUtf8(path), "PNG");
+    QSaveFile file(QString::fromUtf8(path));
+    return file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit();
 }

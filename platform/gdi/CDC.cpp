@@ -10,16 +10,39 @@
 CDC::CDC() : m_state(std::make_unique<State>()) {
     SelectObject(&StockBlackPen());
     SelectObject(&StockWhiteBrush());
+    SelectObject(&StockSystemFont());
 }
 
 CDC::CDC(CBitmapEx& picture) : CDC() { SelectObject(&picture); }
 
 CDC::~CDC() = default;
 
+BOOL CDC::CreateCompatibleDC(const CDC* other) {
+    if (m_state->picture || m_state->paper) return FALSE;
+    m_state->dotsPerInchWithoutPicture = other ? other->GetDeviceCaps(LOGPIXELSX) : kScreenDotsPerInch;
+    return TRUE;
+}
+
+int CDC::GetDeviceCaps(int index) const {
+    switch (index) {
+        case HORZRES:
+            return m_state->DeviceSize().cx;
+        case VERTRES:
+            return m_state->DeviceSize().cy;
+        case LOGPIXELSX:
+        case LOGPIXELSY:
+            return m_state->DotsPerInch();
+        default:
+            return 0;
+    }
+}
+
+bool CDC::IsPrinting() const { return m_state->paper != nullptr; }
+
 CPen* CDC::SelectObject(CPen* pen) {
     if (!pen) return nullptr;
     const GdiRecord* record = pen->GetSafeHandle();
-    m_state->penRecord = record && record->isPen ? *record : GdiRecord{true, PS_NULL, 0, 0};
+    m_state->penRecord = record && record->kind == GdiKind::Pen ? *record : GdiRecord{GdiKind::Pen, PS_NULL};
     return std::exchange(m_state->pen, pen);
 }
 
@@ -27,17 +50,26 @@ CBrush* CDC::SelectObject(CBrush* brush) {
     if (!brush) return nullptr;
     const GdiRecord* record = brush->GetSafeHandle();
     m_state->brushRecord.reset();
-    if (record && !record->isPen) m_state->brushRecord = *record;
+    if (record && record->kind == GdiKind::Brush) m_state->brushRecord = *record;
     return std::exchange(m_state->brush, brush);
+}
+
+CFont* CDC::SelectObject(CFont* font) {
+    if (!font) return nullptr;
+    const GdiRecord* record = font->GetSafeHandle();
+    m_state->fontRecord = record && record->kind == GdiKind::Font ? record->font : LOGFONT{};
+    return std::exchange(m_state->font, font);
 }
 
 CGdiObject* CDC::SelectObject(CGdiObject* object) {
     if (auto* pen = dynamic_cast<CPen*>(object)) return SelectObject(pen);
     if (auto* brush = dynamic_cast<CBrush*>(object)) return SelectObject(brush);
+    if (auto* font = dynamic_cast<CFont*>(object)) return SelectObject(font);
     return nullptr;
 }
 
 CBitmapEx* CDC::SelectObject(CBitmapEx* picture) {
+    if (m_state->paper) return nullptr;
     m_state->picture = picture ? picture->m_picture : nullptr;
     return std::exchange(m_state->selectedPicture, picture);
 }
@@ -62,7 +94,7 @@ COLORREF CDC::GetBkColor() const { return m_state->bkColor; }
 
 int CDC::SetMapMode(int mode) {
     const int previous = m_state->mapping.mode;
-    return m_state->mapping.SetMode(mode, Picture::kDotsPerInch) ? previous : 0;
+    return m_state->mapping.SetMode(mode, m_state->DotsPerInch()) ? previous : 0;
 }
 
 int CDC::GetMapMode() const { return m_state->mapping.mode; }
@@ -107,6 +139,18 @@ void CDC::DPtoLP(CPoint* points, int count) const {
     for (int i = 0; i < count; ++i) points[i] = m_state->mapping.ToLogical(points[i]);
 }
 
+void CDC::LPtoDP(RECT* rect) const {
+    const Mapping& mapping = m_state->mapping;
+    *rect = {mapping.x.ToDevice(rect->left), mapping.y.ToDevice(rect->top), mapping.x.ToDevice(rect->right),
+             mapping.y.ToDevice(rect->bottom)};
+}
+
+void CDC::DPtoLP(RECT* rect) const {
+    const Mapping& mapping = m_state->mapping;
+    *rect = {mapping.x.ToLogical(rect->left), mapping.y.ToLogical(rect->top),
+             mapping.x.ToLogical(rect->right), mapping.y.ToLogical(rect->bottom)};
+}
+
 void CDC::LPtoDP(SIZE* size) const {
     size->cx = m_state->mapping.x.LengthToDevice(size->cx);
     size->cy = m_state->mapping.y.LengthToDevice(size->cy);
@@ -120,8 +164,9 @@ void CDC::DPtoLP(SIZE* size) const {
 // Through pixels, so that a fixed size is a whole number of pixels on the device.
 void CDC::HIMETRICtoLP(SIZE* size) const {
     constexpr int kHundredthsOfMillimetrePerInch = 2540;
-    const auto toPixels = [](LONG length) {
-        return SaturateToInt32(MulDivHalfAway(length, Picture::kDotsPerInch, kHundredthsOfMillimetrePerInch));
+    const auto toPixels = [this](LONG length) {
+        return SaturateToInt32(
+            MulDivHalfAway(length, m_state->DotsPerInch(), kHundredthsOfMillimetrePerInch));
     };
     size->cx = toPixels(size->cx);
     size->cy = toPixels(size->cy);
@@ -147,9 +192,14 @@ BOOL CDC::RestoreDC(int savedState) {
     return TRUE;
 }
 
-void CDC::IntersectClipRect(const CRect& rect) {
-    const CRect added = m_state->ToDevice(rect);
-    const CRect before = m_state->clip.value_or(added);
-    m_state->clip = CRect(std::max(before.left, added.left), std::max(before.top, added.top),
-                          std::min(before.right, added.right), std::min(before.bottom, added.bottom));
+int CDC::SetGraphicsMode(int mode) {
+    return mode == GM_COMPATIBLE || mode == GM_ADVANCED ? std::exchange(m_state->graphicsMode, mode) : 0;
+}
+
+int CDC::GetGraphicsMode() const { return m_state->graphicsMode; }
+
+BOOL CDC::SetWorldTransform(const XFORM* transform) {
+    if (!transform || m_state->graphicsMode != GM_ADVANCED) return FALSE;
+    return transform->eM11 == 1.0f && transform->eM12 == 0.0f && transform->eM21 == 0.0f &&
+           transform->eM22 == 1.0f && transform->eDx == 0.0f && transform->eDy == 0.0f;
 }

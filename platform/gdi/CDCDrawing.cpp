@@ -47,27 +47,7 @@ std::vector<CPoint> EllipseCorners(const CRect& box) {
     return corners;
 }
 
-CRect BoxRound(CPoint p, CSize half) {
-    return {SubtractSaturated(p.x, half.cx), SubtractSaturated(p.y, half.cy), AddSaturated(p.x, half.cx),
-            AddSaturated(p.y, half.cy)};
-}
-
 }  // namespace
-
-std::optional<Canvas> CDC::State::Target() const {
-    if (!picture || picture->pixels.empty()) return std::nullopt;
-    CRect visible(0, 0, picture->width, picture->height);
-    if (clip)
-        visible = CRect(std::max<LONG>(clip->left, 0), std::max<LONG>(clip->top, 0),
-                        std::min(clip->right, visible.right), std::min(clip->bottom, visible.bottom));
-    if (visible.IsRectEmpty()) return std::nullopt;
-    return Canvas{picture->pixels.data(), picture->width, visible};
-}
-
-CRect CDC::State::ToDevice(const CRect& rect) const {
-    const CPoint a = mapping.ToDevice({rect.left, rect.top}), b = mapping.ToDevice({rect.right, rect.bottom});
-    return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
-}
 
 void CDC::State::Stroke(const Canvas& canvas, const CPoint* points, std::size_t count, bool closed) const {
     if (!HasPen() || count == 0) return;
@@ -86,6 +66,7 @@ CPoint CDC::MoveTo(int x, int y) {
 BOOL CDC::LineTo(int x, int y) {
     const CPoint ends[] = {m_state->mapping.ToDevice(m_state->at), m_state->mapping.ToDevice({x, y})};
     m_state->at = CPoint(x, y);
+    if (m_state->Page()) return Guarded([&] { m_state->LineOnPage(ends[0], ends[1]); });
     const auto canvas = m_state->Target();
     if (!canvas || !m_state->HasPen()) return TRUE;
     if (!m_state->HasHairPen()) return Guarded([&] { m_state->Stroke(*canvas, ends, 2, false); });
@@ -97,9 +78,10 @@ BOOL CDC::Polyline(const CPoint* points, int count) { return Polyline(points, co
 
 BOOL CDC::Polyline(const CPoint* points, int count, const StatusFilter& which) {
     if (!points || count < 2) return FALSE;
+    const auto size = static_cast<std::size_t>(count);
+    if (m_state->Page()) return Guarded([&] { m_state->PolylineOnPage(points, size, which); });
     const auto canvas = m_state->Target();
     if (!canvas || !m_state->HasPen()) return TRUE;
-    const auto size = static_cast<std::size_t>(count);
     if (m_state->HasHairPen())
         return Guarded(
             [&] { DrawPolyline(*canvas, m_state->mapping, points, size, which, m_state->Hair()); });
@@ -112,6 +94,8 @@ BOOL CDC::Polyline(const CPoint* points, int count, const StatusFilter& which) {
 
 BOOL CDC::Polygon(const CPoint* points, int count) {
     if (!points || count < 2) return FALSE;
+    if (m_state->Page())
+        return Guarded([&] { m_state->PolygonOnPage(points, static_cast<std::size_t>(count)); });
     const auto canvas = m_state->Target();
     if (!canvas) return TRUE;
     return Guarded([&] {
@@ -123,8 +107,9 @@ BOOL CDC::Polygon(const CPoint* points, int count) {
 }
 
 BOOL CDC::Rectangle(int left, int top, int right, int bottom) {
+    const CRect box = m_state->ToDevice({left, top, right, bottom});
+    if (m_state->Page()) return Guarded([&] { m_state->RectangleOnPage(box); });
     const auto canvas = m_state->Target();
-    CRect box = m_state->ToDevice({left, top, right, bottom});
     if (!canvas || box.IsRectEmpty()) return TRUE;
     const std::int64_t inset = m_state->HasHairPen() ? 1 : 0, cut = m_state->HasPen() ? inset : 1;
     if (m_state->brushRecord)
@@ -143,8 +128,9 @@ BOOL CDC::Rectangle(int left, int top, int right, int bottom) {
 }
 
 BOOL CDC::Ellipse(int left, int top, int right, int bottom) {
-    const auto canvas = m_state->Target();
     CRect box = m_state->ToDevice({left, top, right, bottom});
+    if (m_state->Page()) return Guarded([&] { m_state->EllipseOnPage(box); });
+    const auto canvas = m_state->Target();
     if (!m_state->HasPen() && !box.IsRectEmpty())
         box = CRect(box.left, box.top, box.right - 1, box.bottom - 1);
     if (!canvas || box.IsRectEmpty()) return TRUE;
@@ -163,13 +149,18 @@ BOOL CDC::Ellipse(int left, int top, int right, int bottom) {
 
 void CDC::FillSolidRect(const CRect& rect, COLORREF color) {
     const CRect box = m_state->ToDevice(rect);
+    if (Paper* page = m_state->Page()) {
+        Guarded([&] { page->Box(box, {kNoHatch, color, std::nullopt}); });
+        return;
+    }
     if (const auto canvas = m_state->Target())
         FillBox(*canvas, box.left, box.top, box.right, box.bottom, {ToPixel(color), R2_COPYPEN});
 }
 
 BOOL CDC::SetPixelV(int x, int y, COLORREF color) {
-    const auto canvas = m_state->Target();
     const CPoint p = m_state->mapping.ToDevice({x, y});
+    if (Paper* page = m_state->Page()) return Guarded([&] { page->Dots({p}, color); });
+    const auto canvas = m_state->Target();
     if (!canvas || !canvas->clip.PtInRect(p)) return FALSE;
     canvas->Row(p.y)[p.x] = ToPixel(color);
     return TRUE;
@@ -183,15 +174,25 @@ COLORREF CDC::GetPixel(int x, int y) const {
 }
 
 void CDC::DrawPixels(const CPoint* points, int count, COLORREF color, const StatusFilter& which) {
-    const auto canvas = m_state->Target();
-    if (!canvas || !points || count < 1) return;
-    DrawPixelCloud(*canvas, m_state->mapping, points, static_cast<std::size_t>(count), which, ToPixel(color));
+    if (!points || count < 1) return;
+    const auto size = static_cast<std::size_t>(count);
+    if (m_state->Page()) {
+        Guarded([&] { m_state->DotsOnPage(points, size, color, which); });
+        return;
+    }
+    if (const auto canvas = m_state->Target())
+        DrawPixelCloud(*canvas, m_state->mapping, points, size, which, ToPixel(color));
 }
 
 void CDC::DrawRectangles(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which) {
-    const auto canvas = m_state->Target();
-    if (!canvas || !points || count < 1) return;
+    if (!points || count < 1) return;
     const auto size = static_cast<std::size_t>(count);
+    if (m_state->Page()) {
+        Guarded([&] { m_state->RectanglesOnPage(points, size, halfExtent, which); });
+        return;
+    }
+    const auto canvas = m_state->Target();
+    if (!canvas) return;
     if (m_state->DrawsPlainShapes() && Guarded([&] {
             DrawBoxCloud(*canvas, m_state->mapping, points, size, which, halfExtent,
                          m_state->HasPen() ? 0 : 1, m_state->BrushInk().pixel);
@@ -201,9 +202,14 @@ void CDC::DrawRectangles(const CPoint* points, int count, CSize halfExtent, cons
 }
 
 void CDC::DrawEllipses(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which) {
-    const auto canvas = m_state->Target();
-    if (!canvas || !points || count < 1) return;
+    if (!points || count < 1) return;
     const auto size = static_cast<std::size_t>(count);
+    if (m_state->Page()) {
+        Guarded([&] { m_state->EllipsesOnPage(points, size, halfExtent, which); });
+        return;
+    }
+    const auto canvas = m_state->Target();
+    if (!canvas) return;
     if (m_state->DrawsPlainShapes() && Guarded([&] {
             DrawEllipseCloud(*canvas, m_state->mapping, points, size, which, halfExtent,
                              m_state->HasPen() ? 0 : 1, m_state->BrushInk().pixel);

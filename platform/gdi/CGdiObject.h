@@ -1,6 +1,6 @@
-// A drawing object (pen, brush): owns the handle that describes it. A context copies the description when
-// the object is selected, so deleting the handle afterwards does the context no harm; the object itself must
-// stay while it is selected, because the context hands it back.
+// A drawing object (pen, brush, font, region): owns the handle that describes it. A context copies the
+// description when the object is selected, so deleting the handle afterwards does the context no harm; the
+// object itself must stay while it is selected, because the context hands it back.
 #pragma once
 
 #include "platform/core/CObject.h"
@@ -10,6 +10,8 @@ struct GdiRecord;
 using HGDIOBJ = GdiRecord*;
 using HPEN = GdiRecord*;
 using HBRUSH = GdiRecord*;
+using HFONT = GdiRecord*;
+using HRGN = GdiRecord*;
 
 class CGdiObject : public CObject {
   public:
@@ -34,3 +36,8 @@ class CGdiObject : public CObject {
 // for a style that is not one of the pen styles, or when memory is short.
 HPEN CreatePen(int style, int width, COLORREF color);
 HBRUSH CreateSolidBrush(COLORREF color);
+HBRUSH CreateHatchBrush(int style, COLORREF color);
+// A face name that fills its array is cut off.
+HFONT CreateFontIndirect(const LOGFONT* font);
+// The sides may be given in any order.
+HRGN CreateRectRgn(int left, int top, int right, int bottom);

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "platform/core/Geometry.h"
-#include "platform/gdi/GdiTypes.h"
+#include "platform/gdi/GdiRecord.h"
 
 struct Canvas {
     std::uint32_t* pixels;
@@ -20,7 +20,32 @@ struct Canvas {
 struct Ink {
     std::uint32_t pixel;  // 0xffRRGGBB
     int operation;        // R2_...
+    // Filled areas only: lines in place of the whole area.
+    int hatch = kNoHatch;  // HS_...
+    std::uint32_t gapPixel = 0;
+    bool drawGaps = false;
 };
+
+// Whether a pixel lies on a line of a hatch pattern.
+constexpr bool IsHatchLine(int hatch, std::int64_t x, std::int64_t y) {
+    constexpr std::int64_t kSpacing = 8;
+    const bool rising = (x + y) % kSpacing == kSpacing - 1, falling = (x - y) % kSpacing == 0;
+    const bool across = y % kSpacing == kSpacing / 2, upright = x % kSpacing == kSpacing / 2;
+    switch (hatch) {
+        case HS_HORIZONTAL:
+            return across;
+        case HS_VERTICAL:
+            return upright;
+        case HS_FDIAGONAL:
+            return falling;
+        case HS_BDIAGONAL:
+            return rising;
+        case HS_CROSS:
+            return across || upright;
+        default:
+            return rising || falling;
+    }
+}
 
 constexpr std::uint32_t kOpaque = 0xff000000;
 
@@ -53,7 +78,14 @@ inline void FillSpan(const Canvas& canvas, std::int64_t y, std::int64_t left, st
     right = std::min<std::int64_t>(right, canvas.clip.right);
     std::uint32_t* const row = canvas.Row(y);
     WithOperation(ink.operation, [=](auto put) {
-        for (std::int64_t x = left; x < right; ++x) put(row[x], ink.pixel);
+        if (ink.hatch == kNoHatch) {
+            for (std::int64_t x = left; x < right; ++x) put(row[x], ink.pixel);
+            return;
+        }
+        for (std::int64_t x = left; x < right; ++x) {
+            const bool line = IsHatchLine(ink.hatch, x, y);
+            if (line || ink.drawGaps) put(row[x], line ? ink.pixel : ink.gapPixel);
+        }
     });
 }
 

@@ -38,6 +38,84 @@ constexpr int NULL_BRUSH = 5;
 constexpr int WHITE_PEN = 6;
 constexpr int BLACK_PEN = 7;
 constexpr int NULL_PEN = 8;
+constexpr int SYSTEM_FONT = 13;
+
+// Hatch styles of brushes.
+constexpr int HS_HORIZONTAL = 0;  // -----
+constexpr int HS_VERTICAL = 1;    // |||||
+constexpr int HS_FDIAGONAL = 2;   // falling to the right
+constexpr int HS_BDIAGONAL = 3;   // rising to the right
+constexpr int HS_CROSS = 4;       // +++++
+constexpr int HS_DIAGCROSS = 5;   // xxxxx
+
+// Where the point given to TextOut lies on the text: one of each row.
+constexpr UINT TA_LEFT = 0;
+constexpr UINT TA_RIGHT = 2;
+constexpr UINT TA_CENTER = 6;
+constexpr UINT TA_TOP = 0;
+constexpr UINT TA_BOTTOM = 8;
+constexpr UINT TA_BASELINE = 24;
+
+// Fonts.
+constexpr int FW_NORMAL = 400;
+constexpr int FW_BOLD = 700;
+constexpr BYTE DEFAULT_CHARSET = 1;
+constexpr BYTE OUT_DEFAULT_PRECIS = 0;
+constexpr BYTE OUT_TT_PRECIS = 4;
+constexpr BYTE CLIP_DEFAULT_PRECIS = 0;
+constexpr BYTE DEFAULT_QUALITY = 0;
+constexpr BYTE PROOF_QUALITY = 2;
+constexpr BYTE DEFAULT_PITCH = 0;
+constexpr int LF_FACESIZE = 32;
+
+// Height in logical units: positive for the whole cell (ascent and descent), negative for the em, 0 for a
+// readable default. Weight 0 means normal. An empty face name means the default face, an unknown one the
+// nearest that the system has. Character set, precisions, quality and pitch do not count: all text is UTF-8
+// and all fonts are outlines. Text runs to the right with its natural width: width, escapement and
+// orientation do not count either.
+struct LOGFONT {
+    LONG lfHeight;
+    LONG lfWidth;
+    LONG lfEscapement;
+    LONG lfOrientation;
+    LONG lfWeight;
+    BYTE lfItalic;
+    BYTE lfUnderline;
+    BYTE lfStrikeOut;
+    BYTE lfCharSet;
+    BYTE lfOutPrecision;
+    BYTE lfClipPrecision;
+    BYTE lfQuality;
+    BYTE lfPitchAndFamily;
+    char lfFaceName[LF_FACESIZE];  // with a terminating zero
+};
+
+// Graphics modes.
+constexpr int GM_COMPATIBLE = 1;
+constexpr int GM_ADVANCED = 2;  // the only one that takes a world transform
+
+// x' = eM11 x + eM21 y + eDx, y' = eM12 x + eM22 y + eDy.
+struct XFORM {
+    float eM11;
+    float eM12;
+    float eM21;
+    float eM22;
+    float eDx;
+    float eDy;
+};
+
+// What BitBlt makes of the pixels: replaces them.
+constexpr DWORD SRCCOPY = 0x00CC0020;
+
+// What a region is.
+constexpr int NULLREGION = 1;    // empty
+constexpr int SIMPLEREGION = 2;  // one rectangle
+
+// What GetDeviceCaps tells.
+constexpr int HORZRES = 8;      // width in device units
+constexpr int VERTRES = 10;     // height
+constexpr int LOGPIXELSX = 88;  // device units per inch
+constexpr int LOGPIXELSY = 90;
 
 // What GetPixel answers outside the picture.
 constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;

@@ -5,10 +5,13 @@
 #include <cstdint>
 #include <vector>
 
+// Of a screen at scale 1.
+constexpr int kScreenDotsPerInch = 96;
+
 struct Picture {
     std::vector<std::uint32_t> pixels;  // 0xffRRGGBB, rows from the top without padding
     int width = 0;
     int height = 0;
-
-    static constexpr int kDotsPerInch = 96;
+    int dotsPerInch = kScreenDotsPerInch;
+    unsigned changes = 0;  // drawing operations so far
 };

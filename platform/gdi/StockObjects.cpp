@@ -1,6 +1,7 @@
 #include "platform/gdi/StockObjects.h"
 
 #include "platform/gdi/CBrush.h"
+#include "platform/gdi/CFont.h"
 #include "platform/gdi/CPen.h"
 
 CPen& StockBlackPen() {
@@ -11,6 +12,11 @@ CPen& StockBlackPen() {
 CBrush& StockWhiteBrush() {
     static CBrush& brush = *new CBrush(RGB(255, 255, 255));
     return brush;
+}
+
+CFont& StockSystemFont() {
+    static CFont& font = *new CFont;
+    return font;
 }
 
 CGdiObject* StockObject(int index) {
@@ -40,6 +46,8 @@ CGdiObject* StockObject(int index) {
             return &StockBlackPen();
         case NULL_PEN:
             return &nullPen;
+        case SYSTEM_FONT:
+            return &StockSystemFont();
         default:
             return nullptr;
     }

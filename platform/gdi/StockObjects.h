@@ -1,7 +1,9 @@
-// The pens and brushes that every context may select without creating them. They live until the process ends.
+// The pens, brushes and fonts that every context may select without creating them. They live until the
+// process ends.
 #pragma once
 
 class CBrush;
+class CFont;
 class CGdiObject;
 class CPen;
 
@@ -10,3 +12,4 @@ CGdiObject* StockObject(int index);
 // What a new context draws with.
 CPen& StockBlackPen();
 CBrush& StockWhiteBrush();
+CFont& StockSystemFont();

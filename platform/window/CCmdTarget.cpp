@@ -1,0 +1,15 @@
+#include "platform/window/CCmdTarget.h"
+
+IMPLEMENT_DYNAMIC(CCmdTarget, CObject)
+
+bool CCmdTarget::OnCmdMsg(UINT, CCmdUI*) { return false; }
+
+CCmdUI QueryCommand(CCmdTarget& target, UINT id) {
+    CCmdUI state(id);
+    if (!target.OnCmdMsg(id, &state)) state.Enable(FALSE);
+    return state;
+}
+
+bool RunCommand(CCmdTarget& target, UINT id) {
+    return QueryCommand(target, id).IsEnabled() && target.OnCmdMsg(id, nullptr);
+}

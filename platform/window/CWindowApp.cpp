@@ -1,0 +1,62 @@
+#include "platform/window/CWindowApp.h"
+
+#include <QApplication>
+#include <QEvent>
+
+#include "platform/core/MessageBox.h"
+#include "platform/gdi/DrawingToolkit.h"
+#include "platform/window/CommonDialogs.h"
+
+IMPLEMENT_DYNAMIC(CWindowApp, CWinApp)
+
+struct CWindowApp::Toolkit {
+    Toolkit(int& argc, char** argv) : application((EndDrawingToolkit(), argc), argv) {}
+
+    QApplication application;
+};
+
+CWindowApp::CWindowApp(int& argc, char** argv, const char* appName)
+    : CWinApp(appName), m_toolkit(std::make_unique<Toolkit>(argc, argv)) {
+    QApplication::setApplicationDisplayName(QString::fromUtf8(m_pszAppName));
+    // The end is when the main window is gone, also while an earlier window of the program was the last one.
+    QApplication::setQuitOnLastWindowClosed(false);
+    SetMessageBoxHandler(ShowMessageBox);
+}
+
+CWindowApp::CWindowApp(const char* appName) : CWinApp(appName) {}
+
+CWindowApp::~CWindowApp() {
+    if (!m_toolkit) return;
+    SetMessageBoxHandler({});
+    // Windows that ended while one of their events was being handled.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+CWindowApp* CWindowApp::Get() {
+    CWinApp* application = AfxGetApp();
+    const bool windowed = application && application->IsKindOf(RUNTIME_CLASS(CWindowApp));
+    return windowed ? static_cast<CWindowApp*>(application) : nullptr;
+}
+
+BOOL CWindowApp::InitInstance() { return TRUE; }
+
+int CWindowApp::Run() {
+    if (m_pMainWnd) QApplication::exec();
+    return ExitInstance();
+}
+
+int CWindowApp::ExitInstance() { return 0; }
+
+bool CWindowApp::OnCmdMsg(UINT, CCmdUI*) { return false; }
+
+void CWindowApp::FrameGone(CFrameWnd* frame) {
+    if (frame != m_pMainWnd) return;
+    m_pMainWnd = nullptr;
+    // Not quit(), which asks the remaining windows to close: documents have been asked for already.
+    if (m_toolkit) QCoreApplication::exit();
+}
+
+CFrameWnd* AfxGetMainWnd() {
+    const CWindowApp* application = CWindowApp::Get();
+    return application ? application->m_pMainWnd : nullptr;
+}

@@ -1,0 +1,79 @@
+#include "platform/window/Icons.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPalette>
+#include <QPixmap>
+#include <sstream>
+#include <string>
+
+#include "platform/window/CommandResources.h"
+
+namespace {
+
+constexpr double kGrid = 16.0;
+constexpr double kStroke = 1.4;
+
+class PathIcon : public QIconEngine {
+  public:
+    explicit PathIcon(const std::string& path);
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override;
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
+    QIconEngine* clone() const override { return new PathIcon(*this); }
+
+  private:
+    QPainterPath m_lines;
+    QPainterPath m_solid;
+};
+
+PathIcon::PathIcon(const std::string& path) {
+    std::istringstream steps(path);
+    char step = 0;
+    double x = 0;
+    double y = 0;
+    double radius = 0;
+    while (steps >> step) {
+        if (step == 'Z') {
+            m_lines.closeSubpath();
+            continue;
+        }
+        if (!(steps >> x >> y)) return;
+        if (step == 'M') m_lines.moveTo(x, y);
+        if (step == 'L') m_lines.lineTo(x, y);
+        if (step != 'O' && step != 'F') continue;
+        if (!(steps >> radius)) return;
+        (step == 'O' ? m_lines : m_solid).addEllipse(QPointF(x, y), radius, radius);
+    }
+}
+
+void PathIcon::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) {
+    const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+    const QColor color = QApplication::palette().color(group, QPalette::ButtonText);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->translate(rect.topLeft());
+    painter->scale(rect.width() / kGrid, rect.height() / kGrid);
+    painter->setPen(QPen(color, kStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->drawPath(m_lines);
+    painter->fillPath(m_solid, color);
+    painter->restore();
+}
+
+QPixmap PathIcon::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) {
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+    return pixmap;
+}
+
+}  // namespace
+
+QIcon IconOf(const char* name) {
+    const char* path = FindIconResource(name);
+    return path ? QIcon(new PathIcon(path)) : QIcon();
+}

@@ -1,0 +1,97 @@
+#include "platform/window/NativeWindow.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QWidget>
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace {
+
+int g_eventDepth = 0;
+
+}  // namespace
+
+NativeWindow::EventScope::EventScope() { ++g_eventDepth; }
+NativeWindow::EventScope::~EventScope() { --g_eventDepth; }
+
+NativeWindow* NativeWindow::Of(QWidget* widget) { return dynamic_cast<NativeWindow*>(widget); }
+
+double NativeWindow::Scale() { return Widget()->devicePixelRatioF(); }
+
+QRect NativeWindow::UnitsOf(const CRect& pixels) {
+    const double scale = Scale();
+    // The toolkit adds up corners in 32 bits.
+    const auto place = [scale](LONG value) {
+        return std::clamp(RoundHalfAway(value / scale), -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    };
+    // No window is larger than all screens together: a damaged placement must not ask for gigabytes of
+    // pixels.
+    const QSize most = QGuiApplication::primaryScreen()->virtualSize();
+    const auto length = [scale](LONG value, int limit) {
+        return std::clamp(RoundHalfAway(value / scale), 0, limit);
+    };
+    return {place(pixels.left), place(pixels.top), length(pixels.Width(), most.width()),
+            length(pixels.Height(), most.height())};
+}
+
+CRect NativeWindow::PixelsOf(const QRect& units) {
+    const double scale = Scale();
+    return {RoundHalfAway(units.x() * scale), RoundHalfAway(units.y() * scale),
+            RoundHalfAway((units.x() + units.width()) * scale),
+            RoundHalfAway((units.y() + units.height()) * scale)};
+}
+
+CRect NativeWindow::NormalRect() { return PixelsOf(Widget()->geometry()); }
+
+void NativeWindow::SetNormalRect(const CRect& rect) { Widget()->setGeometry(UnitsOf(rect)); }
+
+void NativeWindow::Adopt(QWidget* child, UINT) { child->setParent(Client()); }
+
+void NativeWindow::Show(int how) {
+    QWidget* widget = Widget();
+    switch (how) {
+        case SW_HIDE:
+            widget->hide();
+            break;
+        case SW_SHOWMINIMIZED:
+        case SW_MINIMIZE:
+        case SW_SHOWMINNOACTIVE:
+            widget->showMinimized();
+            break;
+        case SW_SHOWMAXIMIZED:
+            widget->showMaximized();
+            break;
+        case SW_SHOWNORMAL:
+        case SW_RESTORE:
+            widget->showNormal();
+            break;
+        default:
+            widget->show();
+    }
+}
+
+void NativeWindow::Sever() {
+    if (!m_owner) return;
+    Guarded([this] { WindowEvents::Destroy(m_owner); });
+    // A handler may destroy other windows meanwhile.
+    std::vector<QPointer<QWidget>> inside;
+    for (QWidget* child : Widget()->findChildren<QWidget*>()) inside.emplace_back(child);
+    for (const QPointer<QWidget>& widget : inside)
+        if (NativeWindow* native = Of(widget)) native->Sever();
+    WindowEvents::Gone(std::exchange(m_owner, nullptr));
+}
+
+void NativeWindow::Destroy() {
+    QWidget* widget = Widget();
+    Sever();
+    Retire();
+    if (g_eventDepth == 0) {
+        delete widget;
+        return;
+    }
+    widget->hide();
+    widget->deleteLater();
+}
