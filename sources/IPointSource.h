@@ -90,8 +90,8 @@ class IPointSource : public CObject {
     virtual int SetModified(int modified);
     virtual int GetClosestIndex(long x, bool skipDeleted);
     // The sample whose entry in `xs` (GetCount() ascending values) is nearest to x, the upper one of two as
-    // near, and of a series of two always the upper one; deleted samples give way to their nearest neighbour when `skipDeleted`. A negative x gives 0; no
-    // `xs`, no samples or nothing left gives -1.
+    // near, and of a series of two always the upper one; deleted samples give way to their nearest neighbour
+    // when `skipDeleted`. A negative x gives 0; no `xs`, no samples or nothing left gives -1.
     virtual int GetClosestIndex(long x, long* xs, bool skipDeleted);
     // Saves the arrays on the undo stack and returns the stream behind them, for the caller to append its own
     // state. Without memory the stream is in its error state and the history is as before.

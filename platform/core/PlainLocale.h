@@ -1,4 +1,5 @@
-// The C locale, for numbers that must not change with the process's: a window toolkit sets that to the user's.
+// The C locale, for numbers that must not change with the process's: a window toolkit sets that to the
+// user's.
 #pragma once
 
 #include <locale.h>
