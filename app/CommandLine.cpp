@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <new>
 
@@ -14,6 +15,8 @@
 #include "app/OutputFile.h"
 #include "app/Progress.h"
 #include "app/TableReader.h"
+#include "app/workbench/Plot.h"
+#include "app/workbench/Workbench.h"
 
 namespace app {
 
@@ -167,28 +170,29 @@ class CommandLine {
         : program_("Shows and cleans series of measurements.", "tavin"),
           infoCommand_(*program_.add_subcommand("info", "Say what a file holds and how it would be read")),
           cleanCommand_(*program_.add_subcommand("clean", "Clean the values of a file in steps")),
+          plotCommand_(*program_.add_subcommand("plot", "Draw a file as a picture")),
           steps_(cleanCommand_) {
         program_.set_version_flag("--version", "tavin " TAVIN_VERSION, "Print the version and exit");
-        program_.require_subcommand(1);
+        program_.require_subcommand(0, 1);
+        program_.add_option("FILE", files_, "tables to open in the workbench")->type_name("");
         program_.footer(kMainHelp);
-        for (CLI::App* app : {&program_, &infoCommand_, &cleanCommand_})
+        for (CLI::App* app : {&program_, &infoCommand_, &cleanCommand_, &plotCommand_})
             app->formatter(std::make_shared<Formatter>());
         AddInfo();
         AddClean();
+        AddPlot();
     }
 
     int Run(int argc, char** argv) {
         try {
             program_.parse(argc, argv);
         } catch (const CLI::ParseError& error) {
-            const bool strange =
-                argc > 1 && argv[1][0] != '-' && !infoCommand_.parsed() && !cleanCommand_.parsed();
-            if (strange)
-                return Report(UsageError("there is no command \"" + std::string(argv[1]) +
-                                         "\"; the commands are info and clean (see tavin --help)"));
             return AnswerParseError(error);
         }
-        const auto result = infoCommand_.parsed() ? RunInfo() : RunClean();
+        const auto result = infoCommand_.parsed()    ? RunInfo()
+                            : cleanCommand_.parsed() ? RunClean()
+                            : plotCommand_.parsed()  ? RunPlot()
+                                                     : OpenWorkbench(argc, argv);
         return result ? *result : Report(result.Error());
     }
 
@@ -231,6 +235,28 @@ class CommandLine {
         cleanTexts_.AddTo(command, clean_.layout);
     }
 
+    void AddPlot() {
+        plotCommand_.footer(kPlotHelp);
+        auto& command = plotCommand_;
+        command.add_option("FILE", plot_.request.path, "the table; - is standard input")->required();
+        command.add_option("-o,--output", plot_.output, "the picture: a name that ends in .png, .svg or .pdf")
+            ->required()
+            ->type_name("OUT");
+        command
+            .add_option("-x", plot_.request.x,
+                        "the x column, by name or number from 1; else the first of times or numbers")
+            ->type_name("COLUMN");
+        command.add_option("-y", plot_.request.y, "a column to draw, by name or number; repeatable; else all")
+            ->allow_extra_args(false)
+            ->type_name("COLUMN");
+        command.add_option("--size", plot_.size, "width and height in pixels; else 1200x800")
+            ->type_name("WxH");
+        command.add_option("--from", plot_.from, "draw from this x on: a time in ISO 8601, or a number")
+            ->type_name("X");
+        command.add_option("--to", plot_.to, "draw up to this x")->type_name("X");
+        plotTexts_.AddTo(command, plot_.request.layout);
+    }
+
     Result<int> RunInfo() {
         infoTexts_.Finish(info_.layout);
         if (const auto failure = CheckTimeFormat(info_.layout.timeFormat)) return *failure;
@@ -252,10 +278,28 @@ class CommandLine {
         return Clean(clean_);
     }
 
+    Result<int> RunPlot() {
+        plotTexts_.Finish(plot_.request.layout);
+        if (const auto failure = CheckTimeFormat(plot_.request.layout.timeFormat)) return *failure;
+        return Plot(plot_);
+    }
+
+    Result<int> OpenWorkbench(int argc, char** argv) {
+        // A single word that is no file was meant as a command.
+        for (const auto& file : files_)
+            if (file.find_first_of("./") == std::string::npos && !std::filesystem::exists(file))
+                return UsageError("there is no command or file \"" + file +
+                                  "\"; the commands are info, clean and plot (see tavin --help)");
+        return RunWorkbench(argc, argv, files_);
+    }
+
     // --help and --version end here as well: what they print has to arrive.
     int AnswerParseError(const CLI::ParseError& error) {
         if (error.get_exit_code() != 0) {
-            const char* command = cleanCommand_.parsed() ? " clean" : infoCommand_.parsed() ? " info" : "";
+            const char* command = cleanCommand_.parsed()  ? " clean"
+                                  : infoCommand_.parsed() ? " info"
+                                  : plotCommand_.parsed() ? " plot"
+                                                          : "";
             std::fprintf(stderr, "tavin: %s\nTry tavin%s --help.\n", error.what(), command);
             return kWrongUsage;
         }
@@ -267,12 +311,16 @@ class CommandLine {
     CLI::App program_;
     CLI::App& infoCommand_;
     CLI::App& cleanCommand_;
+    CLI::App& plotCommand_;
     StepOptions steps_;
     InfoOptions info_;
     LayoutTexts infoTexts_;
     CleanOptions clean_;
     LayoutTexts cleanTexts_;
     std::string drop_;
+    PlotOptions plot_;
+    LayoutTexts plotTexts_;
+    std::vector<std::string> files_;
 };
 
 }  // namespace

@@ -2,8 +2,12 @@
 
 namespace app {
 
-const char* const kMainHelp = R"(Examples:
+const char* const kMainHelp = R"(Without a command the files are opened in the workbench, which needs a display.
+
+Examples:
+  tavin level.csv
   tavin info level.csv
+  tavin plot level.csv -o level.png
   tavin clean level.csv --median 11,0.2 --delete-spikes -o clean.csv
   tavin clean --help
 
@@ -57,5 +61,13 @@ Examples:
   tavin clean level.csv --spikes 6h,0.15 --delete-spikes --drop deleted -o clean.csv --report report.json
   tavin clean level.csv -y level --select x=2024-03-14T08:00: --translate -0.35 -o clean.csv
   tavin clean --smooth 12h - -o - < level.csv > smooth.csv)";
+
+const char* const kPlotHelp =
+    R"(Draws the columns over x as the workbench shows them, without a display. All columns share one plot.
+--from and --to take what the x column holds: ISO 8601 times on a time axis, numbers otherwise.
+
+Examples:
+  tavin plot level.csv -o level.png
+  tavin plot level.csv -y level -o level.svg --size 1600x600 --from 2024-03-14 --to 2024-03-21T12:00)";
 
 }  // namespace app

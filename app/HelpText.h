@@ -6,5 +6,6 @@ namespace app {
 extern const char* const kMainHelp;
 extern const char* const kInfoHelp;
 extern const char* const kCleanHelp;
+extern const char* const kPlotHelp;
 
 }  // namespace app

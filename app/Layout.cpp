@@ -133,7 +133,8 @@ Trial Try(std::string_view text, std::size_t begin, char delimiter, char decimal
         for (std::size_t i = 0; i < row.cells.size() && i < trial.fields; ++i)
             trial.tallies[i].Add(reader.KindOf(row.cells[i]));
     // A short table's headings would outvote its values: they are judged again without them.
-    for (std::size_t rows = std::min<std::size_t>(2, trial.sample.size()); rows > 0; --rows) {
+    const std::size_t most = options.header && !*options.header ? 0 : 2;
+    for (std::size_t rows = std::min(most, trial.sample.size()); rows > 0; --rows) {
         std::vector<Tally> below(trial.fields);
         for (std::size_t r = rows; r < trial.sample.size(); ++r)
             for (std::size_t i = 0; i < trial.sample[r].cells.size() && i < trial.fields; ++i)
@@ -141,6 +142,7 @@ Trial Try(std::string_view text, std::size_t begin, char delimiter, char decimal
         std::swap(trial.tallies, below);
         bool all = true;
         for (std::size_t r = 0; r < rows; ++r) all &= IsHeading(trial, r, reader);
+        all |= rows == 1 && options.header;
         if (all) {
             trial.headings = rows;
             break;

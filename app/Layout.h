@@ -16,6 +16,7 @@ namespace app {
 struct LayoutOptions {
     std::optional<char> delimiter;
     std::optional<char> decimalSign;
+    std::optional<bool> header;        // whether the first row names the columns
     std::string timeFormat;            // iso, epoch, epoch-ms, number or a form with % fields; empty: guess
     std::vector<std::string> missing;  // further names for no value
 };

@@ -57,16 +57,16 @@ void AddPoint(Series& series, CPoint point) {
 
 }  // namespace
 
-XAxis MakeXAxis(const Table& table) {
+XAxis MakeXAxis(const Table& table, const std::optional<AxisScale>& scale) {
     XAxis axis;
     axis.stored.reserve(static_cast<std::size_t>(table.rows));
     if (table.HasTimes()) {
-        axis.scale = ScaleForTimes(table.xTimes);
+        axis.scale = scale ? *scale : ScaleForTimes(table.xTimes);
         axis.exactness = Examine(axis.scale, table.xTimes);
         for (const Microseconds time : table.xTimes) axis.stored.push_back(axis.scale.StoredTime(time));
         axis.sorted = std::is_sorted(table.xTimes.begin(), table.xTimes.end());
     } else {
-        axis.scale = ScaleForValues(table.xNumbers, table.xDecimals, false);
+        axis.scale = scale ? *scale : ScaleForValues(table.xNumbers, table.xDecimals, false);
         axis.exactness = Examine(axis.scale, table.xNumbers);
         for (const double x : table.xNumbers) axis.stored.push_back(axis.scale.Stored(x));
         axis.sorted = std::is_sorted(table.xNumbers.begin(), table.xNumbers.end());
@@ -78,8 +78,9 @@ XAxis MakeXAxis(const Table& table) {
 Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, const SeriesWishes& wishes) {
     Series series;
     const ValueColumn& column = table.columns[index];
-    series.scale =
-        ScaleForValues(column.values, std::max(column.decimals, wishes.decimals), wishes.zeroOrigin);
+    series.scale = wishes.scale ? *wishes.scale
+                                : ScaleForValues(column.values, std::max(column.decimals, wishes.decimals),
+                                                 wishes.zeroOrigin);
     series.exactness = Examine(series.scale, column.values);
     const auto rows = static_cast<std::int64_t>(column.values.size());
     if (rows >= std::numeric_limits<std::int32_t>::max()) return series;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "app/AxisScale.h"
@@ -22,7 +23,8 @@ struct XAxis {
     // lengths are multiplied by it.
     double unitsPerReal = 1;
 };
-XAxis MakeXAxis(const Table& table);
+// With the scale given, else with the one that keeps x most exactly.
+XAxis MakeXAxis(const Table& table, const std::optional<AxisScale>& scale = {});
 
 struct Series {
     static constexpr std::int32_t kNoPoint = -1;
@@ -41,6 +43,7 @@ struct Series {
 struct SeriesWishes {
     int decimals = -1;        // at least so many for y; -1: as in the file
     bool zeroOrigin = false;  // stored y are real y times the scale
+    std::optional<AxisScale> scale = {};  // of y, instead of one made for the column
 };
 
 // The series of value column `index`; null source when memory or the 2^31 points of a series do not suffice.

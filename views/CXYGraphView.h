@@ -11,6 +11,7 @@
 // ...Axes, ...Legend, ...Zoom, ...Mouse, ...Commands, ...Settings.
 #pragma once
 
+#include <functional>
 #include <list>
 #include <memory>
 #include <optional>
@@ -177,6 +178,11 @@ class CXYGraphView : public KViewEx {
     void ZoomExtent();
     void SetScrollSizes();
 
+    // What a derived view may say in its own way. Where the x ticks stand between two user values; empty: at
+    // the multiples of the tick spacing.
+    std::function<std::vector<double>(double from, double to)> xTickPlaces;
+    // What a ruler measures; empty: its own text.
+    std::function<CString(const KRuler&)> rulerText;
     // The distance of neighbouring ticks on either axis in user units, as far as it is known: 0 before the
     // first layout.
     CSizeEx TickSpacingInForce() const { return tickSpacing; }
@@ -258,6 +264,7 @@ class CXYGraphView : public KViewEx {
     void EndZoomRect(CPoint point);
     void PanTo(CDC& dc, CPoint point);
     void ShowRulerText();
+    CString RulerText() const;
     void RunZoomCommand(unsigned int command, CPoint about);
     std::optional<int> ScrollTarget(int bar, UINT code, UINT position) const;
 

@@ -36,10 +36,10 @@ int CXYGraphView::DrawCoordinateSystem(CDC* dc) {
 void CXYGraphView::DrawTicks(CDC& dc, const PlotMap& map, const CRect& plot) {
     const CZoomInfo& shown = zoom.Current();
     const CSize extent = zoom.viewExtent;
+    const double fromX = coordinates.DeviceToWorldX(shown.originX);
+    const double toX = coordinates.DeviceToWorldX(double{1.0} * shown.originX + std::abs(extent.cx));
     const auto xTicks =
-        TickValues(coordinates.DeviceToWorldX(shown.originX),
-                   coordinates.DeviceToWorldX(double{1.0} * shown.originX + std::abs(extent.cx)),
-                   tickSpacing.cx, FirstTick::Rounded);
+        xTickPlaces ? xTickPlaces(fromX, toX) : TickValues(fromX, toX, tickSpacing.cx, FirstTick::Rounded);
     const auto yTicks =
         TickValues(coordinates.DeviceToWorldY(shown.originY),
                    coordinates.DeviceToWorldY(double{1.0} * shown.originY + std::abs(extent.cy)),

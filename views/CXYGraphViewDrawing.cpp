@@ -110,7 +110,7 @@ void CXYGraphView::DrawRulerOverlay(CDC& dc) {
     dc.LPtoDP(&right);
     {
         const PixelSpace pixels(dc);
-        const CString text = ruler.ToString();
+        const CString text = RulerText();
         dc.TextOut(AddSaturated(right.x, dc.GetTextExtent(text).cy), right.y, text);
     }
     const Selected usePen(dc, rulerPen);

@@ -75,8 +75,10 @@ void CXYGraphView::SetPositionText(CPoint& point) {
     frame->SetMessageText(text);
 }
 
+CString CXYGraphView::RulerText() const { return rulerText ? rulerText(ruler) : ruler.ToString(); }
+
 void CXYGraphView::ShowRulerText() {
-    if (CFrameWnd* const frame = GetParentFrame()) frame->SetMessageText("Ruler: " + ruler.ToString());
+    if (CFrameWnd* const frame = GetParentFrame()) frame->SetMessageText("Ruler: " + RulerText());
 }
 
 void CXYGraphView::PanTo(CDC& dc, CPoint point) {

@@ -137,6 +137,12 @@ void CFrameWnd::UpdateCommands() {
     if (GetSafeHwnd()) RefreshCommands(*GetNative());
 }
 
+void CFrameWnd::DragAcceptFiles(BOOL accept) {
+    if (GetSafeHwnd()) GetSafeHwnd()->setAcceptDrops(accept != FALSE);
+}
+
+void CFrameWnd::OnDropFiles(const std::vector<CString>&) {}
+
 void CFrameWnd::OnClose() {
     for (CView* view : GetViews()) {
         CDocument* document = view->GetDocument();

@@ -49,6 +49,9 @@ class CFrameWnd : public CWnd {
     // the window text is whatever was set last.
     virtual void OnUpdateFrameTitle();
 
+    // Files dropped on the frame go to OnDropFiles from now on.
+    void DragAcceptFiles(BOOL accept = TRUE);
+
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
     // Brings menus, toolbars and shortcuts up to date.
     void UpdateCommands();
@@ -61,6 +64,9 @@ class CFrameWnd : public CWnd {
     // Null when the class makes no view or the view refuses.
     CView* CreateView(CCreateContext* context, UINT id = AFX_IDW_PANE_FIRST);
 
+    // The user dropped files. Default: nothing.
+    virtual void OnDropFiles(const std::vector<CString>& paths);
+
     // The user answers for the document first.
     void OnClose() override;
     int OnCreate(CREATESTRUCT* create) override;
@@ -72,6 +78,7 @@ class CFrameWnd : public CWnd {
     friend struct WindowEvents;
 
     void FrameActivated(bool active);
+    void FilesDropped(const std::vector<CString>& paths) { OnDropFiles(paths); }
     void OnViewBar(UINT id);
     void OnUpdateViewBar(CCmdUI* state);
 

@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QScreen>
 
 #include "platform/core/MessageBox.h"
+#include "platform/core/Rounding.h"
 #include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CommonDialogs.h"
 
@@ -17,7 +19,8 @@ struct CWindowApp::Toolkit {
 
 CWindowApp::CWindowApp(int& argc, char** argv, const char* appName)
     : CWinApp(appName), m_toolkit(std::make_unique<Toolkit>(argc, argv)) {
-    QApplication::setApplicationDisplayName(QString::fromUtf8(m_pszAppName));
+    // Not the display name, which the toolkit would add to every title.
+    QApplication::setApplicationName(QString::fromUtf8(m_pszAppName));
     // The end is when the main window is gone, also while an earlier window of the program was the last one.
     QApplication::setQuitOnLastWindowClosed(false);
     SetMessageBoxHandler(ShowMessageBox);
@@ -59,4 +62,13 @@ void CWindowApp::FrameGone(CFrameWnd* frame) {
 CFrameWnd* AfxGetMainWnd() {
     const CWindowApp* application = CWindowApp::Get();
     return application ? application->m_pMainWnd : nullptr;
+}
+
+CRect ScreenWorkArea() {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    const QRect units = screen->availableGeometry();
+    const double scale = screen->devicePixelRatio();
+    const auto pixels = [scale](int length) { return RoundHalfAway(length * scale); };
+    return {pixels(units.left()), pixels(units.top()), pixels(units.left() + units.width()),
+            pixels(units.top() + units.height())};
 }

@@ -11,6 +11,7 @@
 
 #include <memory>
 
+#include "platform/core/Geometry.h"
 #include "platform/registry/CWinApp.h"
 #include "platform/window/CCmdTarget.h"
 
@@ -50,3 +51,7 @@ class CWindowApp : public CWinApp {
 
 // Null when there is none.
 CFrameWnd* AfxGetMainWnd();
+// The main screen without its bars, in physical pixels.
+CRect ScreenWorkArea();
+// Whether a program can show windows here. Without a display CWindowApp would end the process.
+bool IsDisplayAvailable();

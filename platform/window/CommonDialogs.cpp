@@ -116,7 +116,7 @@ int CColorDialog::DoModal() {
 }
 
 int ShowMessageBox(const char* text, UINT type) {
-    QMessageBox box(IconOf(type), QApplication::applicationDisplayName(), QString::fromUtf8(text),
+    QMessageBox box(IconOf(type), QApplication::applicationName(), QString::fromUtf8(text),
                     ButtonsOf(type), QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     const int chosen = box.exec();

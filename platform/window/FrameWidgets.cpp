@@ -4,13 +4,17 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMimeData>
 #include <QPointer>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
+#include <QUrl>
 #include <utility>
 
 #include "platform/core/Rounding.h"
@@ -24,6 +28,13 @@ void AdoptInMainWindow(QMainWindow& body, QWidget* child, UINT id) {
     if (auto* statusBar = qobject_cast<QStatusBar*>(child)) return body.setStatusBar(statusBar);
     if (id == AFX_IDW_PANE_FIRST) return body.setCentralWidget(child);
     child->setParent(&body);
+}
+
+std::vector<CString> LocalFiles(const QMimeData& data) {
+    std::vector<CString> paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) paths.emplace_back(url.toLocalFile().toStdString());
+    return paths;
 }
 
 // What main windows and child frames have in common: the toolkit's own normal rectangle is unknown for child
@@ -115,6 +126,18 @@ class FrameWidget : public Framed<QMainWindow> {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::ShortcutOverride) Refresh();
         return Framed::eventFilter(watched, event);
+    }
+    void dragEnterEvent(QDragEnterEvent* event) override {
+        if (!LocalFiles(*event->mimeData()).empty()) event->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* event) override {
+        const std::vector<CString> paths = LocalFiles(*event->mimeData());
+        if (paths.empty()) return;
+        event->acceptProposedAction();
+        // After the drag has ended: the one that dragged waits for it, and the program may show a message.
+        QTimer::singleShot(0, this, [this, paths] {
+            Tell([&paths](CWnd* w) { WindowEvents::DropFiles(w, paths); });
+        });
     }
     void changeEvent(QEvent* event) override {
         Framed::changeEvent(event);

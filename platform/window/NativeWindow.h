@@ -4,6 +4,7 @@
 #include <exception>
 #include <new>
 #include <utility>
+#include <vector>
 
 #include "platform/core/MessageBox.h"
 #include "platform/window/CFrameWnd.h"
@@ -129,6 +130,9 @@ struct WindowEvents {
     // The frame gets or loses the user.
     static void FrameActivated(CWnd* w, bool active) {
         if (w->IsKindOf(RUNTIME_CLASS(CFrameWnd))) static_cast<CFrameWnd*>(w)->FrameActivated(active);
+    }
+    static void DropFiles(CWnd* w, const std::vector<CString>& paths) {
+        if (w->IsKindOf(RUNTIME_CLASS(CFrameWnd))) static_cast<CFrameWnd*>(w)->FilesDropped(paths);
     }
     static void Timer(CWnd* w, UINT id) { w->OnTimer(id); }
     static void Destroy(CWnd* w) { w->OnDestroy(); }

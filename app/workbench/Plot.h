@@ -1,0 +1,20 @@
+// `tavin plot`: the workbench's drawing without a window.
+#pragma once
+
+#include <string>
+
+#include "app/workbench/SeriesFile.h"
+
+namespace app {
+
+struct PlotOptions {
+    ReadRequest request;
+    std::string output;  // its ending says the format
+    std::string size;    // as "1200x800"; empty: that
+    std::string from;    // x of the left and the right edge as the user writes them; empty: the data's
+    std::string to;
+};
+
+Result<int> Plot(const PlotOptions& options);
+
+}  // namespace app

@@ -1,0 +1,146 @@
+#include "app/workbench/SeriesFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <iterator>
+
+#include "app/InputFile.h"
+
+namespace app {
+
+namespace {
+
+Failure WithName(const Failure& failure, const std::string& name) {
+    return {failure.exitCode, name + ": " + failure.message};
+}
+
+XReading ReadingOf(const Table& table, const XAxis& axis) {
+    XReading x;
+    x.unitsPerReal = axis.unitsPerReal;
+    x.name = table.x.name;
+    x.isTime = table.HasTimes();
+    if (x.isTime) {
+        x.zoned = table.times.zoned;
+        x.origin = axis.scale.RealTime(0);
+    } else {
+        x.shift = axis.scale.Real(0);
+        x.unit = table.x.unit;
+    }
+    return x;
+}
+
+// A graph view zooms while it shows more than 100 and less than 500,000,000 stored counts. So the scales of
+// the workbench have decimals to spare, and so few that the whole range can be zoomed.
+constexpr int kSpareDecimals = 4;
+constexpr double kMostCounts = 2e8;
+
+double RangeOf(const std::vector<double>& values) {
+    double least = 1e300;
+    double most = -1e300;
+    for (const double value : values) {
+        if (!HasValue(value)) continue;
+        least = std::min(least, value);
+        most = std::max(most, value);
+    }
+    return most > least ? most - least : 0;
+}
+
+AxisScale ZoomableScale(const std::vector<double>& values, int writtenDecimals) {
+    const double range = RangeOf(values);
+    for (int decimals = writtenDecimals + kSpareDecimals;; --decimals) {
+        const AxisScale scale = ScaleForValues(values, decimals, false);
+        if (range * scale.Scale() <= kMostCounts || scale.Decimals() > decimals) return scale;
+    }
+}
+
+AxisScale ZoomableScale(const std::vector<Microseconds>& times) {
+    const auto [least, most] = std::minmax_element(times.begin(), times.end());
+    constexpr int kMicrosecondDecimals = 6;
+    const double seconds = static_cast<double>(*most - *least) / 1e6;
+    int decimals = std::min(kMicrosecondDecimals, ScaleForTimes(times).Decimals() + kSpareDecimals);
+    while (seconds * std::pow(10.0, decimals) > kMostCounts) --decimals;
+    return {decimals, 0, *least};
+}
+
+// One scale for the values of all columns; none when it would round more of them than scales of their own.
+std::optional<AxisScale> SharedScale(const Table& table) {
+    std::vector<double> all;
+    int decimals = 0;
+    for (const auto& column : table.columns) {
+        all.insert(all.end(), column.values.begin(), column.values.end());
+        decimals = std::max(decimals, column.decimals);
+    }
+    const AxisScale shared = ZoomableScale(all, decimals);
+    for (const auto& column : table.columns) {
+        const AxisScale own = ZoomableScale(column.values, column.decimals);
+        if (Examine(shared, column.values).inexact > Examine(own, column.values).inexact) return {};
+    }
+    return shared;
+}
+
+void AddSeries(SeriesFile& file, const Table& table, const XAxis& axis) {
+    const auto shared = SharedScale(table);
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        SeriesWishes wishes;
+        wishes.scale = shared ? *shared : ZoomableScale(table.columns[i].values, table.columns[i].decimals);
+        Series made = MakeSeries(table, axis, i, wishes);
+        if (!made.source || made.source->empty()) continue;
+        made.source->UpdateStats();
+        const AxisReading y{1.0, made.scale.Real(0) - made.source->GetOffset().y / made.scale.Scale()};
+        const int group = shared ? 0 : static_cast<int>(i);
+        file.series.push_back({std::move(made.source), y, table.columns[i].decimals, group});
+    }
+}
+
+std::string SummaryOf(const Table& table) {
+    std::string text = Counted(table.rows, "row");
+    if (table.skippedRows) text += ", " + Counted(table.skippedRows, "row") + " skipped";
+    if (table.unreadableCells) text += ", " + Counted(table.unreadableCells, "unreadable cell");
+    return text;
+}
+
+}  // namespace
+
+Microseconds XReading::Time(double user) const {
+    const double seconds = user / unitsPerReal;
+    constexpr double kMost = 9e18;  // what the count of microseconds can take
+    return origin + std::llround(std::clamp(seconds * 1e6, -kMost / 10, kMost / 10));
+}
+
+double XReading::UserOf(Microseconds time) const {
+    return static_cast<double>(time - origin) / 1e6 * unitsPerReal;
+}
+
+Result<SeriesFile> ReadSeriesFile(const ReadRequest& request, const Advance& advance) {
+    const std::string name = ShownName(request.path);
+    auto bytes = ReadInput(request.path);
+    if (!bytes) return bytes.Error();
+    const auto layout = GuessLayout(*bytes, name, request.layout);
+    if (!layout) return layout.Error();
+    const auto choice = ChooseColumns(*layout, request.x, request.y, request.layout.timeFormat);
+    if (!choice) return WithName(choice.Error(), name);
+    const auto table = ReadTable(std::move(*bytes), name, *layout, *choice, request.layout, advance);
+    if (!table) return table.Error();
+    const XAxis axis = MakeXAxis(*table, table->HasTimes() ? ZoomableScale(table->xTimes)
+                                                           : ZoomableScale(table->xNumbers, table->xDecimals));
+    SeriesFile file;
+    file.request = request;
+    file.title = std::filesystem::path(name).filename().string();
+    file.x = ReadingOf(*table, axis);
+    AddSeries(file, *table, axis);
+    if (file.series.empty()) return Refusal(name + ": no column holds a value");
+    file.summary = SummaryOf(*table);
+    return file;
+}
+
+// After Masataka Okabe and Kei Ito, "Color Universal Design", 2002; yellow is left out, which is too pale for
+// lines on white.
+unsigned long SeriesColor(std::size_t i) {
+    constexpr unsigned long kColors[] = {RGB(0, 114, 178),   RGB(213, 94, 0),   RGB(0, 158, 115),
+                                         RGB(204, 121, 167), RGB(230, 159, 0),  RGB(86, 180, 233),
+                                         RGB(120, 80, 60),   RGB(100, 100, 100)};
+    return kColors[i % std::size(kColors)];
+}
+
+}  // namespace app

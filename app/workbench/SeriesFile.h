@@ -1,0 +1,62 @@
+// A file of measurements as the workbench and plots show it: every value column is a series. All series of a
+// file share the x axis, and one y scale wherever that rounds no value, so that they can share a plot.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/Series.h"
+#include "app/TableReader.h"
+
+namespace app {
+
+// What to read and how; everything but the path may be left to the reader's guesses.
+struct ReadRequest {
+    std::string path;
+    LayoutOptions layout;
+    std::string x;
+    std::vector<std::string> y;
+};
+
+// From the user units of a series to the values in the file and back: real = user / unitsPerReal + shift.
+struct AxisReading {
+    double unitsPerReal = 1;
+    double shift = 0;
+    double Real(double user) const { return user / unitsPerReal + shift; }
+    double User(double real) const { return (real - shift) * unitsPerReal; }
+};
+
+struct XReading : AxisReading {
+    bool isTime = false;
+    bool zoned = false;
+    Microseconds origin = 0;  // of times, whose real values are seconds from here
+    std::string name;
+    std::string unit;  // empty for times
+
+    Microseconds Time(double user) const;
+    double UserOf(Microseconds time) const;
+};
+
+struct FileSeries {
+    std::unique_ptr<KPointSource> source;
+    AxisReading y;
+    int decimals = 0;  // that the file writes its values with
+    // Series of the same group have the same scales and may be shown together.
+    int group = 0;
+};
+
+struct SeriesFile {
+    ReadRequest request;
+    std::string title;  // the path's last part
+    XReading x;
+    std::vector<FileSeries> series;
+    std::string summary;  // one line: rows, columns, what was skipped
+};
+
+// Fails with one message for the user when the file cannot be read or holds no series.
+Result<SeriesFile> ReadSeriesFile(const ReadRequest& request, const Advance& advance = {});
+
+// A colour of its own for the i-th series of a file, 0x00BBGGRR.
+unsigned long SeriesColor(std::size_t i);
+
+}  // namespace app

@@ -1,0 +1,43 @@
+// The numbers of the program's own commands and resources; the library's and the framework's are beside them.
+#pragma once
+
+#include "tavin/tavin.h"
+
+namespace app {
+
+constexpr UINT kMainFrame = 128;    // title, menu and toolbar
+constexpr UINT kViewContextMenu = 129;
+
+constexpr UINT kRecentFirst = 57616;
+constexpr UINT kRecentLast = 57625;
+constexpr UINT kAbout = 57664;
+
+constexpr UINT kSeriesFirst = 33000;
+constexpr UINT kSeriesLast = 33039;
+constexpr UINT kNextSeries = 33100;
+constexpr UINT kPreviousSeries = 33101;
+constexpr UINT kAllSeries = 33102;
+constexpr UINT kTiles = 33103;
+constexpr UINT kNextPage = 33104;
+constexpr UINT kPreviousPage = 33105;
+constexpr UINT kGrid = 33106;
+constexpr UINT kDrawDots = 33110;  // in the order of the draw styles
+constexpr UINT kDrawLineAndDots = 33111;
+constexpr UINT kDrawLine = 33112;
+constexpr UINT kRulerFree = 33115;  // in the order of the ruler types
+constexpr UINT kRulerStraight = 33116;
+constexpr UINT kRulerCircle = 33117;
+constexpr UINT kBackground = 33120;
+constexpr UINT kSeriesColor = 33121;
+constexpr UINT kExport = 33122;
+constexpr UINT kReadAgain = 33123;
+constexpr UINT kShortcuts = 33124;
+constexpr UINT kCloseAll = 33125;
+
+constexpr UINT kModeEscape = 50021;
+constexpr UINT kLegend = 50022;
+constexpr UINT kRuler = 50028;
+constexpr UINT kTitleBar = 50030;
+constexpr UINT kIsoAspect = 50034;
+
+}  // namespace app

@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include "tests/app/Files.h"
+
+namespace app {
+namespace {
+
+// A day of readings, one an hour: 1 until noon, 3 from noon on.
+std::string StepAtNoon() {
+    std::string text = "time,level [m]\n";
+    for (int hour = 0; hour <= 24; ++hour)
+        text += "2024-03-0" + std::to_string(1 + hour / 24) + "T" + (hour % 24 < 10 ? "0" : "") +
+                std::to_string(hour % 24) + ":00," + (hour < 12 ? "1.0" : "3.0") + "\n";
+    return text;
+}
+
+// How many pixels of the first series' colour a part of the picture has.
+int SeriesPixels(const QImage& picture, const QRect& part) {
+    int count = 0;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x)
+            count += (picture.pixel(x, y) & 0xFFFFFF) == 0x0072B2;
+    return count;
+}
+
+class PlotTest : public testing::Test {
+  protected:
+    PlotTest() { folder.Write("step.csv", StepAtNoon()); }
+
+    QImage Picture(const std::string& options) {
+        const auto run = folder.Run("plot step.csv -o step.png " + options);
+        EXPECT_EQ(run.exitCode, 0) << run.err;
+        EXPECT_EQ(run.err, "");
+        return QImage(QString::fromStdString(folder.Path("step.png")));
+    }
+
+    Folder folder;
+};
+
+TEST_F(PlotTest, DrawsTheSeriesWhereItsValuesAre) {
+    const QImage picture = Picture("--size 600x400");
+    ASSERT_EQ(picture.size(), QSize(600, 400));
+    // Low in the left half, high in the right half, up to the legend's place.
+    EXPECT_GT(SeriesPixels(picture, {60, 200, 200, 180}), 180);
+    EXPECT_EQ(SeriesPixels(picture, {60, 0, 200, 200}), 0);
+    EXPECT_GT(SeriesPixels(picture, {350, 0, 150, 200}), 140);
+    EXPECT_EQ(SeriesPixels(picture, {350, 200, 200, 200}), 0);
+}
+
+TEST_F(PlotTest, DrawsThePartAskedForOverTheWholeWidth) {
+    const QImage picture = Picture("--size 600x400 --from 2024-03-01T13:00 --to 2024-03-01T20:00");
+    // Constant there: one line in the middle.
+    EXPECT_GT(SeriesPixels(picture, {80, 150, 450, 100}), 440);
+    EXPECT_EQ(SeriesPixels(picture, {80, 250, 450, 150}), 0);
+}
+
+TEST_F(PlotTest, WritesDrawingsAndPages) {
+    EXPECT_EQ(folder.Run("plot step.csv -o step.svg").exitCode, 0);
+    EXPECT_NE(folder.Read("step.svg").find("<svg"), std::string::npos);
+    EXPECT_EQ(folder.Run("plot - -y level -o step.pdf < step.csv").exitCode, 0);
+    EXPECT_EQ(folder.Read("step.pdf").substr(0, 5), "%PDF-");
+}
+
+TEST_F(PlotTest, RefusesWithOneMessageAndLeavesNothingBehind) {
+    const struct {
+        const char* arguments;
+        int exitCode;
+        const char* message;
+    } cases[] = {
+        {"plot step.csv -o step.gif", 2, "must end in .png, .svg or .pdf"},
+        {"plot step.csv -o step.png --size 12", 2, "--size 12"},
+        {"plot step.csv -o step.png --size 99999x99999", 2, "--size"},
+        {"plot step.csv -o step.png --from noon", 2, "--from noon: expected a time"},
+        {"plot step.csv -o step.png --from 2024-03-02 --to 2024-03-01", 2, "nothing between"},
+        {"plot step.csv -o step.png -y depth", 2, "there is no column \"depth\""},
+        {"plot none.csv -o step.png", 1, "cannot open none.csv"},
+        {"plot step.csv -o nowhere/step.png", 1, "cannot write nowhere/step.png"},
+        {"plot step.csv -o nowhere/step.pdf", 1, "cannot write nowhere/step.pdf"},
+    };
+    for (const auto& one : cases) {
+        const auto run = folder.Run(one.arguments);
+        EXPECT_EQ(run.exitCode, one.exitCode) << one.arguments;
+        EXPECT_NE(run.err.find(one.message), std::string::npos) << one.arguments << ": " << run.err;
+    }
+    EXPECT_EQ(folder.Count(), 1u);
+}
+
+}  // namespace
+}  // namespace app

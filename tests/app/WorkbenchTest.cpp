@@ -1,0 +1,310 @@
+// The workbench driven with real events, without a display; once with one.
+#include <QDropEvent>
+#include <QImage>
+#include <QMimeData>
+#include <QUrl>
+#include <QtTest>
+
+#include "app/workbench/CGraphFrame.h"
+#include "app/workbench/CSeriesView.h"
+#include "app/workbench/CWorkbenchFrame.h"
+#include "app/workbench/ImportDialog.h"
+#include "app/workbench/RecentFiles.h"
+#include "app/workbench/WorkbenchIds.h"
+#include "app/workbench/WorkbenchResources.h"
+#include "tests/app/Files.h"
+#include "tests/window/WindowTest.h"
+
+namespace app {
+namespace {
+
+// Ten days of readings, one an hour, in two columns.
+std::string TenDays() {
+    std::string text = "time,level [m],temperature\n";
+    for (int hour = 0; hour <= 240; ++hour) {
+        char row[64];
+        std::snprintf(row, sizeof row, "2024-03-%02dT%02d:00,%.2f,%d\n", 1 + hour / 24, hour % 24,
+                      hour % 12 * 0.25, 15 + hour % 7);
+        text += row;
+    }
+    return text;
+}
+
+class WorkbenchTest : public WindowTest {
+  protected:
+    WorkbenchTest() {
+        folder.Write("days.csv", TenDays());
+        application.SetRegistryKey("Tavin");
+        boxes = SetMessageBoxHandler([this](const char* text, UINT) {
+            messages.emplace_back(text);
+            return IDOK;
+        });
+        Begin();
+    }
+    ~WorkbenchTest() override {
+        End();
+        SetMessageBoxHandler(boxes);
+    }
+
+    void Begin() {
+        frame = new CWorkbenchFrame;
+        application.m_pMainWnd = frame;
+        ASSERT_TRUE(frame->CreateWorkbench());
+        frame->ShowAsBefore();
+    }
+    void End() {
+        if (frame) frame->DestroyWindow();
+        frame = nullptr;
+        Settle();
+    }
+    CSeriesView& Open() {
+        frame->OpenFiles({folder.Path("days.csv")});
+        Settle();
+        EXPECT_NE(frame->ActiveSeriesView(), nullptr);
+        return *frame->ActiveSeriesView();
+    }
+    void Key(int key, int modifiers = 0) {
+        Press(frame->ActiveSeriesView()->GetSafeHwnd(), key, modifiers);
+        Settle();
+    }
+    CCmdUI State(UINT id) { return QueryCommand(*frame, id); }
+    std::string Pane(int pane) const { return frame->StatusText(pane).GetString(); }
+
+    Folder folder;
+    CWindowApp application{"Tavin"};
+    WorkbenchResources resources;
+    CWorkbenchFrame* frame = nullptr;
+    std::vector<std::string> messages;
+    MessageBoxHandler boxes;
+};
+
+TEST_F(WorkbenchTest, ShowsTheFirstSeriesOfAFileAndListsAll) {
+    CSeriesView& view = Open();
+    EXPECT_TRUE(view.IsShown(0));
+    EXPECT_FALSE(view.IsShown(1));
+    CString caption;
+    view.GetParentFrame()->GetWindowText(caption);
+    EXPECT_STREQ(caption, "days.csv - level");
+    EXPECT_STREQ(State(kSeriesFirst).GetText(), "level");
+    EXPECT_STREQ(State(kSeriesFirst + 1).GetText(), "temperature");
+    EXPECT_FALSE(State(kSeriesFirst + 2).IsEnabled());
+    Key(Qt::Key_N);
+    EXPECT_FALSE(view.IsShown(0));
+    EXPECT_TRUE(view.IsShown(1));
+    EXPECT_TRUE(RunCommand(*frame, kAllSeries));
+    EXPECT_TRUE(view.IsShown(0) && view.IsShown(1));
+    // The same file again is no second window.
+    Open();
+    EXPECT_EQ(frame->GetChildren().size(), 1u);
+}
+
+TEST_F(WorkbenchTest, KeysZoomAndCommandsShowTheirState) {
+    Open();
+    EXPECT_EQ(Pane(kZoomPane), "Zoom 1 x 1");
+    EXPECT_FALSE(State(50005).IsEnabled());
+    Key(Qt::Key_Plus);
+    EXPECT_EQ(Pane(kZoomPane), "Zoom 1.41 x 1.41");
+    Key(Qt::Key_Plus);
+    EXPECT_EQ(Pane(kZoomPane), "Zoom 2 x 2");
+    EXPECT_TRUE(State(50005).IsEnabled());
+    Key(Qt::Key_Backspace);
+    EXPECT_EQ(Pane(kZoomPane), "Zoom 1.41 x 1.41");
+    Key(Qt::Key_Minus);
+    EXPECT_EQ(Pane(kZoomPane), "Zoom 1 x 1");
+    Key(Qt::Key_Plus);
+    Key(Qt::Key_F);
+    EXPECT_EQ(Pane(kZoomPane), "Zoom 1 x 1");
+
+    const struct {
+        int key;
+        UINT command;
+    } switches[] = {{Qt::Key_L, kLegend}, {Qt::Key_G, kGrid}, {Qt::Key_T, kTiles}, {Qt::Key_R, kRuler},
+                    {Qt::Key_Z, 50000}};
+    for (const auto& one : switches) {
+        const bool before = State(one.command).IsChecked();
+        Key(one.key);
+        EXPECT_NE(State(one.command).IsChecked(), before) << one.command;
+        Key(one.key);
+        EXPECT_EQ(State(one.command).IsChecked(), before) << one.command;
+    }
+    Key(Qt::Key_Z);
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(State(50000).IsChecked());
+}
+
+TEST_F(WorkbenchTest, EveryCommandOfTheMenusIsAnsweredWhileAFileIsOpen) {
+    Open();
+    for (const MenuResource& row : FindMenuResource(kMainFrame)) {
+        if (row.kind != MenuResource::Kind::Item) continue;
+        ASSERT_NE(FindCommandResource(row.id), nullptr) << row.id;
+        CCmdUI state(row.id);
+        EXPECT_TRUE(frame->OnCmdMsg(row.id, &state)) << FindCommandResource(row.id)->text;
+    }
+    for (const UINT id : FindToolBarResource(kMainFrame)) {
+        if (id == 0) continue;
+        const char* const icon = FindCommandResource(id)->icon;
+        EXPECT_TRUE(icon && FindIconResource(icon)) << id;
+    }
+}
+
+TEST_F(WorkbenchTest, TheStatusBarTellsTimeAndValueUnderTheMouse) {
+    CSeriesView& view = Open();
+    QWidget* const client = ClientOf(view);
+    QTest::mouseMove(client, QPoint(client->width() / 2, client->height() / 2));
+    Settle();
+    // About the middle of the ten days and of values from 0 to 2.75.
+    EXPECT_EQ(Pane(kPositionPane).substr(0, 12), "2024-03-06 0") << Pane(kPositionPane);
+    EXPECT_NE(Pane(kPositionPane).find(",  1.3"), std::string::npos) << Pane(kPositionPane);
+    EXPECT_EQ(Pane(kPositionPane).substr(Pane(kPositionPane).size() - 2), " m");
+}
+
+TEST_F(WorkbenchTest, ExportsTheViewInEveryFormat) {
+    CSeriesView& view = Open();
+    for (const char* name : {"out.png", "out.svg", "out.pdf"}) {
+        const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
+            EXPECT_STREQ(dialog.GetPathName(), "days.png");
+            dialog.SetPathNames({CString(folder.Path(name))});
+            return IDOK;
+        });
+        Key(Qt::Key_E, Qt::ControlModifier);
+        SetFileDialogHandler(before);
+        EXPECT_TRUE(folder.Has(name)) << name;
+    }
+    const QImage picture(QString::fromStdString(folder.Path("out.png")));
+    EXPECT_EQ(CSize(picture.width(), picture.height()), view.PixelSize());
+    EXPECT_TRUE(messages.empty());
+    const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
+        dialog.SetPathNames({CString(folder.Path("nowhere/out.png"))});
+        return IDOK;
+    });
+    RunCommand(*frame, kExport);
+    SetFileDialogHandler(before);
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_NE(messages[0].find("nowhere/out.png"), std::string::npos);
+}
+
+TEST_F(WorkbenchTest, AFileThatCannotBeReadGetsOneMessageAndTheProgramStays) {
+    folder.Write("words.csv", "these are\nonly words\n");
+    frame->OpenFiles({folder.Path("words.csv"), folder.Path("none.csv"), folder.Path("days.csv")});
+    ASSERT_EQ(messages.size(), 2u);
+    EXPECT_NE(messages[0].find("words.csv:1: not a table"), std::string::npos) << messages[0];
+    EXPECT_EQ(messages[0].find("--"), std::string::npos) << messages[0];
+    EXPECT_NE(messages[1].find("none.csv"), std::string::npos);
+    EXPECT_EQ(frame->GetChildren().size(), 1u);
+    EXPECT_EQ(RecentFiles(), std::vector<std::string>{folder.Path("days.csv")});
+}
+
+TEST_F(WorkbenchTest, FilesCanBeDropped) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder.Path("days.csv")))});
+    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(frame->GetSafeHwnd(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(frame->GetSafeHwnd(), &drop);
+    QTest::qWait(20);
+    EXPECT_EQ(frame->GetChildren().size(), 1u);
+}
+
+TEST_F(WorkbenchTest, WhatTheUserChoseIsThereNextTime) {
+    Open();
+    const bool grid = State(kGrid).IsChecked();
+    const bool legend = State(kLegend).IsChecked();
+    Key(Qt::Key_G);
+    Key(Qt::Key_L);
+    WINDOWPLACEMENT placement;
+    frame->GetWindowPlacement(&placement);
+    placement.rcNormalPosition = CRect(40, 50, 740, 550);
+    frame->SetWindowPlacement(&placement);
+    End();
+    Begin();
+    frame->GetWindowPlacement(&placement);
+    EXPECT_EQ(CRect(placement.rcNormalPosition), CRect(40, 50, 740, 550));
+    EXPECT_EQ(RecentFiles().front(), folder.Path("days.csv"));
+    EXPECT_NE(std::string(State(kRecentFirst).GetText()).find("days.csv"), std::string::npos);
+    RunCommand(*frame, kRecentFirst);
+    Settle();
+    EXPECT_NE(State(kGrid).IsChecked(), grid);
+    EXPECT_NE(State(kLegend).IsChecked(), legend);
+    Key(Qt::Key_G);
+    Key(Qt::Key_L);
+}
+
+TEST_F(WorkbenchTest, TheReadersGuessesAreShownAndCanBeChanged) {
+    folder.Write("german.csv", "t;a;b\n1;2,5;7\n2;3,5;8\n3;4,5;9\n");
+    std::vector<std::string> shown;
+    const auto before = SetChoiceDialogHandler([&](CChoiceDialog& dialog) {
+        for (const auto& choice : dialog.choices)
+            shown.emplace_back(choice.options[static_cast<std::size_t>(choice.chosen)].GetString());
+        EXPECT_EQ(dialog.preview.size(), 4u);
+        EXPECT_STREQ(dialog.preview[1][1], "2,5");
+        EXPECT_TRUE(dialog.items[1].ticked && dialog.items[2].ticked && !dialog.items[0].enabled);
+        dialog.choices[4].chosen = 2;  // x is b
+        dialog.choices[2].chosen = 2;  // no header
+        dialog.OnChange();
+        EXPECT_FALSE(dialog.items[2].enabled);
+        dialog.items[0].ticked = dialog.items[1].ticked = false;
+        dialog.OnChange();
+        EXPECT_FALSE(dialog.acceptable);
+        dialog.items[1].ticked = true;
+        dialog.OnChange();
+        EXPECT_TRUE(dialog.acceptable) << dialog.note;
+        return IDOK;
+    });
+    const auto request = AskHowToRead({folder.Path("german.csv"), {}, {}, {}}, frame);
+    SetChoiceDialogHandler(before);
+    EXPECT_EQ(shown, (std::vector<std::string>{"guess: semicolon", "guess: comma", "guess: names", "guess", "t"}));
+    ASSERT_TRUE(request.has_value());
+    EXPECT_EQ(request->x, "3");
+    EXPECT_EQ(request->y, std::vector<std::string>{"2"});
+    EXPECT_EQ(request->layout.header, std::optional<bool>(false));
+    const auto file = ReadSeriesFile(*request);
+    ASSERT_TRUE(file);
+    ASSERT_EQ(file->series.size(), 1u);
+    EXPECT_EQ(file->series[0].source->GetCount(), 3);
+    EXPECT_EQ(file->series[0].source->GetMinX() / file->x.unitsPerReal, 7.0);
+}
+
+bool Installed(const char* program) {
+    return std::system((std::string("command -v ") + program + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+TEST(WorkbenchUnderX, OpensTheSampleAndLeavesOnCtrlQ) {
+    if (!Installed("Xvfb") || !Installed("xdotool"))
+        GTEST_SKIP() << "Xvfb and xdotool are not installed (scripts/packages.sh names the packages)";
+    const Folder folder;
+    folder.Write("days.csv", TenDays());
+    // The server chooses a free display and says which.
+    folder.Write("smoke.sh", R"(cd "$(dirname "$0")"
+Xvfb -displayfd 3 -screen 0 900x600x24 -nolisten tcp 3>display >/dev/null 2>&1 &
+server=$!
+for _ in $(seq 200); do [ -s display ] && break; sleep 0.05; done
+export DISPLAY=:$(cat display) XDG_RUNTIME_DIR=$PWD
+unset QT_QPA_PLATFORM WAYLAND_DISPLAY
+timeout 60 "$1" days.csv & program=$!
+window=$(timeout 50 xdotool search --sync --onlyvisible --name days | tail -n 1)
+xdotool windowfocus --sync "$window"
+xdotool key ctrl+q
+wait $program; result=$?
+kill $server
+exit $result
+)");
+    const int status = std::system(("bash " + folder.Path("smoke.sh") + " " TAVIN_PROGRAM).c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+TEST(WorkbenchWithoutDisplay, SaysWhatWorksThere) {
+    const Folder folder;
+    folder.Write("days.csv", TenDays());
+    for (const std::string display : {"", "DISPLAY=:4711 "}) {
+        const std::string command = "cd " + folder.Path("") + "; env -u DISPLAY -u WAYLAND_DISPLAY -u "
+                                    "QT_QPA_PLATFORM " + display + TAVIN_PROGRAM " days.csv 2>err";
+        const int status = std::system(command.c_str());
+        EXPECT_EQ(WEXITSTATUS(status), 1);
+        for (const char* word : {"display", "tavin clean", "tavin plot", "tavin info"})
+            EXPECT_NE(folder.Read("err").find(word), std::string::npos) << word;
+    }
+}
+
+}  // namespace
+}  // namespace app
