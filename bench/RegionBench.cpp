@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "editing/CBigRegion.h"
-#include "sources/PointStatus.h"
 
 namespace {
 
@@ -58,12 +57,11 @@ BENCHMARK(FlagPoints)
 
 void SelectPoints(benchmark::State& state) {
     const std::vector<CPoint> points = NoisySeries(true);
-    const std::vector<unsigned short> status(points.size());
     const std::vector<CPoint> outline = Outline(100);
     const CBigRegion region(outline.data(), 100);
     std::vector<long> indices;
     for (auto _ : state) {
-        SelectInRegion(region, points.data(), status.data(), kPoints, PS_DELETED, true, indices);
+        SelectInRegion(region, points.data(), kPoints, true, indices);
         benchmark::DoNotOptimize(indices.data());
     }
     if (!std::is_sorted(indices.begin(), indices.end()) || indices.empty())

@@ -4,10 +4,9 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Tavin)
 install(TARGETS tavin EXPORT TavinTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT TavinTargets NAMESPACE Tavin:: DESTINATION ${package_dir})
-foreach(room platform sources settings editing pages views)
-    install(DIRECTORY ${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tavin FILES_MATCHING PATTERN "*.h")
-endforeach()
-install(FILES tavin/tavin.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tavin)
+install(CODE "set(source_dir \"${PROJECT_SOURCE_DIR}\")
+set(include_dir \"${CMAKE_INSTALL_INCLUDEDIR}/tavin\")")
+install(SCRIPT cmake/InstallHeaders.cmake)
 
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/TavinConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 file(WRITE ${PROJECT_BINARY_DIR}/TavinConfig.cmake

@@ -90,8 +90,8 @@ void CBigRegion::PtsInRegion(const CPoint* points, long n, unsigned char* inside
     for (long i = 0; i < n; ++i) inside[i] = PtInRegion(points[i]);
 }
 
-bool SelectInRegion(const CBigRegion& region, const CPoint* points, const unsigned short* status, long count,
-                    unsigned short skipped, bool inside, std::vector<long>& indices) {
+bool SelectInRegion(const CBigRegion& region, const CPoint* points, long count, bool inside,
+                    std::vector<long>& indices) {
     indices.clear();
     if (!points || count < 1) return true;
     const auto n = static_cast<std::size_t>(count);
@@ -101,8 +101,7 @@ bool SelectInRegion(const CBigRegion& region, const CPoint* points, const unsign
 
     std::size_t found = 0;
     for (std::size_t i = 0; i < n; ++i) {
-        const bool usable = !status || !(status[i] & skipped);
-        chosen[i] = (chosen[i] == static_cast<unsigned char>(inside)) & usable;
+        chosen[i] = chosen[i] == static_cast<unsigned char>(inside);
         found += chosen[i];
     }
     try {

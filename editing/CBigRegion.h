@@ -30,9 +30,7 @@ class CBigRegion {
     std::vector<std::int64_t> ys_;
 };
 
-// Fills `indices` with the ascending indices of the points whose containment in the region equals `inside`
-// and whose status word (none without a status array) has no bit of `skipped`. This is all that a data set's
-// selection needs: pass PS_DELETED and store the result as it is. False, with an empty list, without memory
-// for it.
-bool SelectInRegion(const CBigRegion& region, const CPoint* points, const unsigned short* status, long count,
-                    unsigned short skipped, bool inside, std::vector<long>& indices);
+// Fills `indices` with the ascending indices of the points whose containment in the region equals `inside`.
+// False, with an empty list, without memory for it.
+bool SelectInRegion(const CBigRegion& region, const CPoint* points, long count, bool inside,
+                    std::vector<long>& indices);

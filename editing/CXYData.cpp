@@ -4,9 +4,16 @@
 
 #include "editing/DrawSizes.h"
 #include "editing/SeriesArrays.h"
+#include "platform/gdi/PointPyramid.h"
 #include "platform/gdi/Selected.h"
 
 IPointSource* CXYData::SelectPointSource(IPointSource* newSource) { return std::exchange(source, newSource); }
+
+const PointPyramid* CXYData::PyramidFor(const CDC& dc, int penStyle, const CPoint* points, int count,
+                                        const StatusFilter& which) const {
+    if (!pyramids || penStyle != PS_SOLID || dc.IsPrinting() || !points || count < 1) return nullptr;
+    return pyramids->Of(points, static_cast<std::size_t>(count), which);
+}
 
 void CXYData::PrepareDots(unsigned long color) {
     dotPen.DeleteObject();
@@ -35,7 +42,7 @@ void CXYData::DrawLine(CDC* dc, unsigned long color, int penStyle, CRect) {
         firstIndex = 0;
         lastIndex = series.count - 1;
         dc->MoveTo(series.draw[0]);
-        dc->Polyline(series.draw, series.count);
+        dc->Polyline(series.draw, series.count, {}, PyramidFor(*dc, penStyle, series.draw, series.count, {}));
     }
     source->UnLock();
 }

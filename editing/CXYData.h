@@ -10,6 +10,9 @@
 #include "platform/gdi/CPen.h"
 #include "sources/IPointSource.h"
 
+class PointPyramid;
+class PointPyramids;
+
 class CXYData {
   public:
     CXYData() = default;
@@ -29,7 +32,14 @@ class CXYData {
     virtual CPoint XYtoDP(double& x, double& y);
     virtual ~CXYData() = default;
 
+    // Lines may use and build pyramids there (null: none). They are the view's, which clears them before
+    // points or status words that may have changed are drawn.
+    void UsePyramids(PointPyramids* kept) { pyramids = kept; }
+
   protected:
+    // The pyramid for a line of this style through the points that the filter takes, or null.
+    const PointPyramid* PyramidFor(const CDC& dc, int penStyle, const CPoint* points, int count,
+                                   const StatusFilter& which) const;
     // Makes `brush` and `dotPen` solid ones of the colour.
     void PrepareDots(unsigned long color);
 
@@ -39,4 +49,5 @@ class CXYData {
     CPen dotPen;
     IPointSource* source = nullptr;
     long lastIndex = 0;
+    PointPyramids* pyramids = nullptr;
 };

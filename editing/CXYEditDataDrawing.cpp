@@ -79,7 +79,9 @@ void CXYEditData::DrawLine(CDC* dc, unsigned long color, int penStyle, CRect) {
     const Selected usePen(*dc, linePen);
     const Shifted shift(*dc, drawOffset);
     dc->MoveTo(series.draw[firstIndex]);
-    dc->Polyline(series.draw, series.count, Where(series, PS_DELETED, 0));
+    const StatusFilter present = Where(series, PS_DELETED, 0);
+    dc->Polyline(series.draw, series.count, present,
+                 PyramidFor(*dc, penStyle, series.draw, series.count, present));
 }
 
 void CXYEditData::DrawSelection(CDC* dc, unsigned long color, int size) {

@@ -40,6 +40,7 @@ int CXYEditData::MarkSelected(bool inside, int flags, int code) {
     const SeriesArrays series(source);
     if (!series.status) return 0;
     const FittingSelection selection(selected.get(), selectedCount, series.count);
+    if (!selection.IsKnown()) return 0;
     const int marked = MarkPoints(series.count, selection.Indices(), selection.Count(), inside, series.status,
                                   flags, series.rejection, code);
     if (inside) ClearSelection();

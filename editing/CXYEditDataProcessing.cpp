@@ -23,13 +23,14 @@ void LevelRun(const SeriesArrays& series, long begin, long end, LONG level) {
 
 // Marks the series and those it is made of as modified and calls record(part) for each of the latter.
 template <class Record>
-void RecordForParts(IPointSource& whole, Record record) {
+void RecordForParts(IPointSource& whole, Record record) try {
     whole.SetModified(1);
     for (IPointSource* part : whole.GetPointSources()) {
         if (!part) continue;
         part->SetModified(1);
         record(part);
     }
+} catch (const std::bad_alloc&) {  // without memory for the list nothing is recorded
 }
 
 void RecordTranslation(IPointSource* owner, long dx, long dy) {
@@ -59,6 +60,7 @@ int CXYEditData::TranslateAll(long dx, long dy, bool setLevel) {
 int CXYEditData::TranslateSelected(long dx, long dy, bool setLevel, bool inside) {
     const SeriesArrays series(source);
     const FittingSelection selection(selected.get(), selectedCount, series.count);
+    if (!selection.IsKnown()) return 0;
     const int listed = selection.Count();
     int changed = 0;
     if (!setLevel) {
@@ -156,6 +158,7 @@ int CXYEditData::SmoothSelected(double waveLength, bool inside) {
 int CXYEditData::InterpolateSelected() try {
     const SeriesArrays series(source);
     const FittingSelection selection(selected.get(), selectedCount, series.count);
+    if (!selection.IsKnown()) return 0;
     std::unique_ptr<KInterpolateCmd> command;
     if (selection.Count() > 0)
         command = std::make_unique<KInterpolateCmd>(source, selection.Indices(), selection.Count());

@@ -33,14 +33,12 @@ bool CXYEditData::SetSelected(const long* indices, int n) {
     return true;
 }
 
-// The region is asked without regard to the status words: which of its points may be selected is up to
-// ValidateSelection.
 bool CXYEditData::SetSelected(CBigRegion& region, bool inside) {
     ClearSelection();
     const SeriesArrays series(source);
     std::vector<long> found;
     if (series.count == 0) return true;
-    if (!SelectInRegion(region, series.draw, nullptr, series.count, 0, inside, found)) return false;
+    if (!SelectInRegion(region, series.draw, series.count, inside, found)) return false;
     std::erase_if(found,
                   [this, &series](long i) { return !ValidateSelection(static_cast<int>(i), series.status); });
     return found.empty() || SetSelected(found.data(), static_cast<int>(found.size()));

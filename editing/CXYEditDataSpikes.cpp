@@ -145,8 +145,8 @@ int CXYEditData::RejectSpikes() { return DeleteMarkedSpikes(PS_REJECTED); }
 
 int CXYEditData::DeleteMarkedSpikes(unsigned short flag) try {
     if (!spikesFound) return 0;
-    spikesFound = false;
     auto command = std::make_unique<KSpikeDeleteCmd>(source, flag);
+    spikesFound = false;
     if (!command->Execute()) return 0;
     HandOver(source, std::move(command));
     return 1;

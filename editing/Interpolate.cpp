@@ -80,6 +80,7 @@ void SetLine(CPoint* points, long n, const CPoint& from, const CPoint& to, doubl
 int InterpolatePoints(CPoint* data, long count, const long* indices, long indexCount, double yScale,
                       unsigned short* status) {
     if (!data || !indices || indexCount < 1 || indexCount >= count) return 0;
+    int changed = 0;
     Supports supports(status, count, indices, indexCount);
     ForListedRuns(count, indices, indexCount, [&](long begin, long end) {
         begin = std::max(begin, supports.Done());
@@ -94,7 +95,8 @@ int InterpolatePoints(CPoint* data, long count, const long* indices, long indexC
             SetLevel(data + begin, end - begin, data[below].y);
         else
             SetLine(data + begin, end - begin, data[below], data[above], yScale);
+        changed = 1;
         MarkRun(status, nullptr, begin, end, PS_INTERPOLATED | PS_EDITED, 0);
     });
-    return 1;
+    return changed;
 }

@@ -10,6 +10,6 @@
 //
 // `indices` ascends: entries that do not, or lie outside 0 ... count - 1, are passed over. `yScale`, stored
 // counts per real unit, enters only through rounding; a scale of 0 gives 0. `status` may be null: then no
-// point counts as deleted. 0 without data, with an empty list or with one as long as the series, else 1.
+// point counts as deleted. Non-zero when a point was replaced; a list as long as the series replaces none.
 int InterpolatePoints(CPoint* data, long count, const long* indices, long indexCount, double yScale,
                       unsigned short* status);

@@ -14,6 +14,7 @@ FittingSelection::FittingSelection(const long* selected, long selectedCount, int
     try {
         repaired_ = PointIndices(selected, selectedCount).Within(pointCount);
     } catch (const std::bad_alloc&) {
+        isKnown_ = false;
         return;
     }
     indices_ = repaired_.data();

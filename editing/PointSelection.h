@@ -14,6 +14,8 @@ class FittingSelection {
     FittingSelection(const FittingSelection&) = delete;
     FittingSelection& operator=(const FittingSelection&) = delete;
 
+    // False when there was no memory for the copy: what is selected is then not known.
+    bool IsKnown() const { return isKnown_; }
     const long* Indices() const { return indices_; }
     int Count() const { return count_; }
     Covered Cover(bool inside) const { return {indices_, count_, inside ? 1 : 0}; }
@@ -22,4 +24,5 @@ class FittingSelection {
     std::vector<long> repaired_;
     const long* indices_ = nullptr;
     int count_ = 0;
+    bool isKnown_ = true;
 };

@@ -10,12 +10,8 @@
 #include "sources/IPointSource.h"
 
 inline void HandOver(IPointSource* owner, std::unique_ptr<kelvo::IAction> action) {
-    const kelvo::KUndoManager* manager = kelvo::GetUndoManager();
-    if (!manager) return;
-    try {
+    if (const kelvo::KUndoManager* manager = kelvo::GetUndoManager())
         manager->SetLastAction(owner, action.release());
-    } catch (const std::bad_alloc&) {
-    }
 }
 
 // RecordEdit<KDeleteCmd>(source): makes the command for the series and hands it over.

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <optional>
 #include <vector>
 
@@ -38,7 +39,7 @@ bool Configuration::Fail(std::int32_t code) {
     return false;
 }
 
-bool Configuration::exchange(HKEY root, const char* subKey, bool isWriting) {
+bool Configuration::exchange(HKEY root, const char* subKey, bool isWriting) try {
     // A record nested in itself would never end.
     if (key) return false;
     error = ERROR_SUCCESS;
@@ -58,6 +59,11 @@ bool Configuration::exchange(HKEY root, const char* subKey, bool isWriting) {
     const LONG stored = transaction ? transaction->Commit() : ERROR_SUCCESS;
     if (error == ERROR_SUCCESS) error = stored;
     return error == ERROR_SUCCESS;
+} catch (const std::bad_alloc&) {
+    buffer.reset();
+    key.reset();
+    bufferSize = 0;
+    return Fail(ERROR_NOT_ENOUGH_MEMORY);
 }
 
 bool Configuration::LoadText(const char* name) {
@@ -133,10 +139,11 @@ bool Configuration::readwriteValue(const char* name, CString& value) {
 }
 
 bool Configuration::readwriteArray(const char* name, char* text, std::size_t room) {
-    const std::size_t length = strnlen(writing ? text : "", room);
-    if (writing) return length < room && StoreText(name, text);
-    if (!LoadText(name) || std::strlen(buffer.get()) >= room) return false;
-    std::strcpy(text, buffer.get());
+    if (writing) return strnlen(text, room) < room && StoreText(name, text);
+    if (!LoadText(name)) return false;
+    const std::size_t length = std::strlen(buffer.get());
+    if (length >= room) return false;
+    std::memcpy(text, buffer.get(), length + 1);
     return true;
 }
 

@@ -1,34 +1,16 @@
 #include "settings/NumberText.h"
 
-#include <locale.h>
-
 #include <cmath>
 #include <cstdlib>
 
+#include "platform/core/PlainLocale.h"
+
 namespace {
-
-// This thread's numbers in the "C" locale for the life of the object.
-class PlainNumbers {
-  public:
-    PlainNumbers() : previous_(uselocale(Plain())) {}
-    ~PlainNumbers() { uselocale(previous_); }
-    PlainNumbers(const PlainNumbers&) = delete;
-    PlainNumbers& operator=(const PlainNumbers&) = delete;
-
-    // Kept for the life of the process.
-    static locale_t Plain() {
-        static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-        return plain;
-    }
-
-  private:
-    locale_t previous_;
-};
 
 template <class T, class Parse>
 bool ParseFinite(const char* text, T& value, Parse parse) {
     char* end = nullptr;
-    const T parsed = parse(text, &end, PlainNumbers::Plain());
+    const T parsed = parse(text, &end, PlainLocale());
     if (end == text || !std::isfinite(parsed)) return false;
     value = parsed;
     return true;
@@ -37,7 +19,6 @@ bool ParseFinite(const char* text, T& value, Parse parse) {
 }  // namespace
 
 CString FormatReal(const char* format, double value) {
-    const PlainNumbers plain;
     CString text;
     text.Format(format, value);
     return text;

@@ -16,12 +16,12 @@ constexpr std::size_t kStreamReserve = 1000;
 constexpr std::size_t kBytesPerSample = sizeof(CPoint) + sizeof(unsigned short) + sizeof(int);
 
 IPointSource::iterator Begin(CPoint* points, long count) {
-    return count < 1 ? IPointSource::iterator{nullptr, points, nullptr}
+    return count < 1 ? IPointSource::iterator{nullptr, points, points}
                      : IPointSource::iterator{points, points, points + (count - 1)};
 }
 
 IPointSource::iterator End(CPoint* points, long count) {
-    return {nullptr, points, count < 1 ? nullptr : points + (count - 1)};
+    return {nullptr, points, count < 1 ? points : points + (count - 1)};
 }
 
 // |a - b| without overflow.
@@ -43,6 +43,12 @@ void Read(std::istream& stream, T* values, std::size_t kept, std::size_t count) 
         stream.read(reinterpret_cast<char*>(values), static_cast<std::streamsize>(kept * sizeof(T)));
     if (count > kept)
         stream.seekg(static_cast<std::streamoff>((count - kept) * sizeof(T)), std::ios_base::cur);
+}
+
+// What there is to return when there is no stream: in its error state for good, with nothing to read.
+std::iostream& NoStream() {
+    static std::iostream none(nullptr);
+    return none;
 }
 
 }  // namespace
@@ -105,11 +111,6 @@ int IPointSource::GetClosestIndex(long x, long* xs, bool skipDeleted) {
     return static_cast<int>(Distance(x, xs[below]) < Distance(x, xs[above]) ? below : above);
 }
 
-SnapshotStream& IPointSource::SpareStream() {
-    if (!spareStream) spareStream = std::make_unique<SnapshotStream>(0);
-    return *spareStream;
-}
-
 // The snapshot: the number of samples in 4 bytes, then the samples, status words and, where the series keeps
 // them, rejection codes. A series without status words saves words of 0.
 bool IPointSource::WriteSnapshot(SnapshotStream& stream) {
@@ -148,12 +149,15 @@ void IPointSource::ReadSnapshot(SnapshotStream& stream) {
     stream.SkipSnapshot();
 }
 
-std::ostream& IPointSource::SaveForUndo(bool clearRedo) {
-    SnapshotStream& stream = SpareStream();
+std::ostream& IPointSource::SaveForUndo(bool clearRedo) try {
+    if (!spareStream) spareStream = std::make_unique<SnapshotStream>(0);
+    SnapshotStream& stream = *spareStream;
     if (!WriteSnapshot(stream)) return stream;
-    if (clearRedo) redoStack.clear();
     undoStack.push_back(std::move(spareStream));
+    if (clearRedo) redoStack.clear();
     return stream;
+} catch (const std::bad_alloc&) {
+    return NoStream();
 }
 
 // Restores the newest snapshot of `from`, which becomes the spare stream.
@@ -164,24 +168,23 @@ std::istream& IPointSource::Restore(Snapshots& from) {
     return *spareStream;
 }
 
-std::istream& IPointSource::UndoEdit() {
-    const bool saved = CanUndo() && SaveForUndo(false).good();
-    if (!saved) {
-        SpareStream().Rewrite(0);
-        return *spareStream;
+std::istream& IPointSource::UndoEdit() try {
+    if (!CanUndo()) return NoStream();
+    redoStack.emplace_back();  // the place first: from the save on nothing can fail
+    if (!SaveForUndo(false).good()) {
+        redoStack.pop_back();
+        return NoStream();
     }
-    redoStack.push_back(std::move(undoStack.back()));
+    redoStack.back() = std::move(undoStack.back());
     undoStack.pop_back();
     return Restore(undoStack);
+} catch (const std::bad_alloc&) {
+    return NoStream();
 }
 
 std::istream& IPointSource::RedoEdit() {
     const bool saved = CanRedo() && SaveForUndo(false).good();
-    if (!saved) {
-        SpareStream().Rewrite(0);
-        return *spareStream;
-    }
-    return Restore(redoStack);
+    return saved ? Restore(redoStack) : NoStream();
 }
 
 void IPointSource::ClearUndoBuffer() {

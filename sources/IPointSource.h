@@ -90,14 +90,15 @@ class IPointSource : public CObject {
     virtual int SetModified(int modified);
     virtual int GetClosestIndex(long x, bool skipDeleted);
     // The sample whose entry in `xs` (GetCount() ascending values) is nearest to x, the upper one of two as
-    // near; deleted samples give way to their nearest neighbour when `skipDeleted`. A negative x gives 0; no
-    // `xs`, no samples or nothing left gives -1.
+    // near, and of a series of two always the upper one; deleted samples give way to their nearest neighbour
+    // when `skipDeleted`. A negative x gives 0; no `xs`, no samples or nothing left gives -1.
     virtual int GetClosestIndex(long x, long* xs, bool skipDeleted);
     // Saves the arrays on the undo stack and returns the stream behind them, for the caller to append its own
     // state. Without memory the stream is in its error state and the history is as before.
     virtual std::ostream& SaveForUndo(bool clearRedo);
     // Restore the state before the last edit, or the one last undone. The stream returned stands behind the
-    // snapshot; it is at its end when there was nothing to restore.
+    // snapshot. It is in its error state when nothing was restored: there was nothing, or no memory to save
+    // the present state.
     virtual std::istream& UndoEdit();
     virtual std::istream& RedoEdit();
     // Forgets the history and the modified flag.
@@ -132,7 +133,6 @@ class IPointSource : public CObject {
     std::list<IPointSource*> sources;  // not owned
 
   private:
-    SnapshotStream& SpareStream();
     bool WriteSnapshot(SnapshotStream& stream);
     void ReadSnapshot(SnapshotStream& stream);
     std::istream& Restore(Snapshots& from);

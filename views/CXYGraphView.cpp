@@ -56,6 +56,7 @@ void CXYGraphView::AllocDataHandler(IPointSource* source) {
 
 void CXYGraphView::AddSource(IPointSource* source, bool shown) {
     if (!source) return;
+    pyramids.Clear();
     if (!shown) {
         hiddenSources.push_back(source);
         return;
@@ -70,6 +71,7 @@ void CXYGraphView::AddSource(IPointSource* source, bool shown) {
 }
 
 void CXYGraphView::RemoveSource(IPointSource* source) {
+    pyramids.Clear();
     shownSources.remove(source);
     hiddenSources.remove(source);
     if (source && dataHandler && dataHandler->GetPointSource() == source)

@@ -20,6 +20,7 @@
 #include "editing/CXYData.h"
 #include "platform/gdi/CFont.h"
 #include "platform/gdi/CPen.h"
+#include "platform/gdi/PointPyramid.h"
 #include "settings/CAxisProperties.h"
 #include "settings/CTiledLayoutProperties.h"
 #include "views/CCarthesian.h"
@@ -267,6 +268,7 @@ class CXYGraphView : public KViewEx {
     void RunZoomCommand(unsigned int command, CPoint about);
     std::optional<int> ScrollTarget(int bar, UINT code, UINT position) const;
 
+    PointPyramids pyramids;  // of the shown series, while only the view moves
     CSizeEx tickSpacing;
     CString viewName;  // what GetViewName returned last
 };

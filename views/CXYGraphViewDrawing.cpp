@@ -16,6 +16,8 @@ enum DrawStyle { kDots = 0, kLineAndDots = 1, kLine = 2 };
 
 int CXYGraphView::DrawBitmap(CDC* dc) {
     if (!dataHandler) AllocDataHandler(PrimarySource());
+    if (redrawing != Moved) pyramids.Clear();
+    dataHandler->UsePyramids(&pyramids);
     const std::size_t count = shownSources.size();
     const std::size_t perPage = tiled ? static_cast<std::size_t>(Tiles().SourcesPerPage()) : count;
     const std::size_t first = tiled ? static_cast<std::size_t>(page) * perPage : 0;

@@ -90,7 +90,7 @@ void CXYGraphView::PanTo(CDC& dc, CPoint point) {
         shown.originX = SubtractSaturated(shown.originX, ScaledDelta(delta.x, window.cx, viewport.cx));
         shown.originY = SubtractSaturated(shown.originY, ScaledDelta(delta.y, window.cy, viewport.cy));
         SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{shown.originX}});
-        Redraw();
+        RedrawMoved();
     }
     lastMiddlePosition = point;
 }
@@ -156,7 +156,7 @@ void CXYGraphView::EndZoomRect(CPoint point) {
     mouseMode = ZoomArmed;
     SendUpdate({GetCookie(), CViewUpdate::ZoomXChanged, double{zoom.Current().zoomX}});
     SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{zoom.Current().originX}});
-    Redraw();
+    RedrawMoved();
 }
 
 bool CXYGraphView::StartRuler(CDC* dc, CPoint point) {

@@ -37,7 +37,11 @@ void CXYGraphView::HandleZoom(unsigned int command, CPoint about) {
     }
     zoom.AlignTo(NewestSample());
     SetScrollSizes();
-    Redraw();
+    // Both renew the statistics, as after a change of the data.
+    if (command == CmdZoomAll || command == CmdZoomExtent)
+        Redraw();
+    else
+        RedrawMoved();
 }
 
 void CXYGraphView::RunZoomCommand(unsigned int command, CPoint about) {
@@ -142,14 +146,14 @@ void CXYGraphView::OnHScroll(UINT code, UINT position, CScrollBar*) {
     if (!target) return;
     zoom.Current().originX = *target;
     SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{*target}});
-    Redraw();
+    RedrawMoved();
 }
 
 void CXYGraphView::OnVScroll(UINT code, UINT position, CScrollBar*) {
     const std::optional<int> target = ScrollTarget(SB_VERT, code, position);
     if (!target) return;
     zoom.Current().originY = axes.PositiveUp ? Negated(*target) : *target;
-    Redraw();
+    RedrawMoved();
 }
 
 void CXYGraphView::OnSize(UINT type, int width, int height) {
@@ -183,6 +187,7 @@ void CXYGraphView::TakeUpdate(const CViewUpdate& hint) {
 void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {
     if (hintObject && hintObject->IsKindOf(RUNTIME_CLASS(CViewUpdate)))
         TakeUpdate(static_cast<const CViewUpdate&>(*hintObject));
+    pyramids.Clear();
     // Nothing disturbs a drag.
     if (mouseMode == ZoomDragging || mouseMode == RulerDragging) return;
     if (IPointSource* const primary = PrimarySource()) {
@@ -191,6 +196,6 @@ void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {
         if (const std::optional<CPoint> newest = NewestSample()) zoom.Follow(*newest, AxisRange());
         SetScrollSizes();
     }
-    stale = 1;
+    stale = Changed;
     KViewEx::OnUpdate(sender, hint, hintObject);
 }

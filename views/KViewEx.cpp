@@ -100,8 +100,13 @@ int KViewEx::EditColor(unsigned long& color) {
 }
 
 void KViewEx::Redraw(BOOL erase) {
-    stale = 1;
+    stale = Changed;
     Invalidate(erase);
+}
+
+void KViewEx::RedrawMoved() {
+    if (stale == UpToDate) stale = Moved;
+    Invalidate(FALSE);
 }
 
 CRect KViewEx::DrawingArea() const {
@@ -126,7 +131,7 @@ void KViewEx::FitPicture(std::unique_ptr<CBitmapEx>& bitmap, CDC* reference, int
     if (!bitmap)
         bitmap = std::make_unique<CBitmapEx>(deviceIndependent ? kDeviceIndependent : 0, GetBitsPrPixel(),
                                              kColors);
-    if (bitmap->ReSize(reference, width, height)) stale = 1;
+    if (bitmap->ReSize(reference, width, height) && stale == UpToDate) stale = Moved;
 }
 
 void KViewEx::OnDraw(CDC* dc) {
@@ -138,7 +143,7 @@ void KViewEx::OnDraw(CDC* dc) {
         DrawFromPictures(*dc, memory);
     else
         AfxMessageBox("Failed to create mem DC");
-    redrawing = 0;
+    redrawing = UpToDate;
     if (!doublePictures) {
         OnPrepareDC(dc);
         DrawAfterBitmap(dc);
@@ -150,13 +155,13 @@ void KViewEx::DrawFromPictures(CDC& dc, CDC& memory) {
     CBitmapEx* const before = memory.SelectObject(picture.get());
     if (stale) {
         DrawBackground(&memory, &backgroundBrush, {picture->GetWidth(), picture->GetHeight()});
-        redrawing = 1;
+        redrawing = stale;
     }
     OnPrepareDC(&memory);
     memory.SetBkColor(colors.background);
     if (redrawing) {
         // Cleared first: what DrawBitmap calls may ask for one more redraw.
-        stale = 0;
+        stale = UpToDate;
         DrawBitmap(&memory);
     }
     if (doublePictures && overlayPicture && overlayPicture->Copy(&memory, picture.get())) {
@@ -184,10 +189,14 @@ void KViewEx::DrawOn(CDC& dc, CSize area) {
     dc.SelectStockObject(BLACK_PEN);
     dc.SetBkColor(colors.background);
     OnPrepareDC(&dc);
+    redrawing = stale == Changed ? Changed : Moved;
     DrawBitmap(&dc);
+    redrawing = UpToDate;
     DrawAfterBitmap(&dc);
     dc.RestoreDC(saved);
     elsewhere = before;
+    // A view without a window has no other picture that would have to be drawn anew.
+    if (!GetSafeHwnd()) stale = UpToDate;
 }
 
 void KViewEx::OnContextMenu(CWnd*, CPoint point) {

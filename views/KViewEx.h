@@ -89,8 +89,15 @@ class KViewEx : public CView {
     void OnSize(UINT type, int width, int height) override;
     void OnContextMenu(CWnd* window, CPoint point) override;
 
+    // Why the picture is stale.
+    enum Stale {
+        UpToDate = 0,
+        Changed = 1,  // what is shown may be other than before
+        Moved = 2,    // only another part of it, or another size
+    };
     // Has the picture drawn anew at the next paint.
     void Redraw(BOOL erase = FALSE);
+    void RedrawMoved();
     // What is drawn into: the client area, the body of a page, or the area of DrawOn. Device units.
     CRect DrawingArea() const;
     void RebuildBackground();
@@ -118,8 +125,8 @@ class KViewEx : public CView {
     void* pictureBits = nullptr;
     void* overlayBits = nullptr;
     CBrush backgroundBrush;
-    int stale = 0;                    // the picture must be redrawn before it is shown
-    int redrawing = 0;                // it is being redrawn
+    int stale = UpToDate;             // otherwise the picture must be redrawn before it is shown
+    int redrawing = UpToDate;         // why it is being redrawn
     CPrintInfo* printInfo = nullptr;  // while a page is being drawn
     bool framePrintAreas = true;      // header, footer and body of a page
     CSize size;                       // of the client area, pixels

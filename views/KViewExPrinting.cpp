@@ -88,7 +88,7 @@ void KViewEx::OnPrint(CDC* dc, CPrintInfo* info) {
     dc->LPtoDP(&body);
     printInfo = info;
     elsewhere = body;
-    stale = 1;
+    stale = Changed;
     OnPrepareDC(dc);
     OnDraw(dc);
     elsewhere.reset();

@@ -1,30 +1,25 @@
 #include "platform/core/CString.h"
 
-#include <locale.h>
 #include <strings.h>
 
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 
+#include "platform/core/PlainLocale.h"
 #include "platform/core/StringTable.h"
 
 namespace {
 
-// Formats as in the C locale for as long as it lives: a window toolkit sets the process's locale to the
-// user's, and texts must not change with it.
-class PlainLocale {
+// Formats as in the C locale for as long as it lives.
+class InPlainLocale {
   public:
-    PlainLocale() : previous_(uselocale(Plain())) {}
-    ~PlainLocale() { uselocale(previous_); }
-    PlainLocale(const PlainLocale&) = delete;
-    PlainLocale& operator=(const PlainLocale&) = delete;
+    InPlainLocale() : previous_(uselocale(PlainLocale())) {}
+    ~InPlainLocale() { uselocale(previous_); }
+    InPlainLocale(const InPlainLocale&) = delete;
+    InPlainLocale& operator=(const InPlainLocale&) = delete;
 
   private:
-    static locale_t Plain() {
-        static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-        return plain;
-    }
     locale_t previous_;
 };
 
@@ -58,7 +53,7 @@ CString CString::Mid(int first, int count) const {
 void CString::Format(const char* format, ...) {
     // Formatted aside first: an argument may point into this text.
     std::string formatted;
-    const PlainLocale plain;
+    const InPlainLocale plain;
     va_list arguments;
     va_start(arguments, format);
     va_list again;

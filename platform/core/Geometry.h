@@ -28,7 +28,10 @@ struct RECT {
 class CSize : public SIZE {
   public:
     constexpr CSize() : SIZE{0, 0} {}
-    constexpr CSize(LONG width, LONG height) : SIZE{width, height} {}
+    constexpr CSize(LONG width, LONG height) : CSize() {
+        cx = width;
+        cy = height;
+    }
     constexpr CSize(SIZE size) : SIZE(size) {}
     friend constexpr bool operator==(const CSize& a, const CSize& b) { return a.cx == b.cx && a.cy == b.cy; }
 };
@@ -36,7 +39,10 @@ class CSize : public SIZE {
 class CPoint : public POINT {
   public:
     constexpr CPoint() : POINT{0, 0} {}
-    constexpr CPoint(LONG px, LONG py) : POINT{px, py} {}
+    constexpr CPoint(LONG px, LONG py) : CPoint() {
+        x = px;
+        y = py;
+    }
     constexpr CPoint(POINT point) : POINT(point) {}
 
     constexpr void Offset(LONG dx, LONG dy) {
@@ -63,7 +69,12 @@ static_assert(sizeof(CPoint) == 8 && std::is_trivially_copyable_v<CPoint>);
 class CRect : public RECT {
   public:
     constexpr CRect() : RECT{0, 0, 0, 0} {}
-    constexpr CRect(LONG l, LONG t, LONG r, LONG b) : RECT{l, t, r, b} {}
+    constexpr CRect(LONG l, LONG t, LONG r, LONG b) : CRect() {
+        left = l;
+        top = t;
+        right = r;
+        bottom = b;
+    }
     constexpr CRect(RECT rect) : RECT(rect) {}
 
     constexpr LONG Width() const { return SubtractSaturated(right, left); }

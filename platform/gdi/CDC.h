@@ -25,6 +25,7 @@
 #include "platform/gdi/StatusFilter.h"
 
 class CBitmapEx;
+class PointPyramid;
 
 class CDC : public CObject {
   public:
@@ -115,7 +116,9 @@ class CDC : public CObject {
     BOOL LineTo(POINT point) { return LineTo(point.x, point.y); }
     BOOL Polyline(const CPoint* points, int count);
     // Through the points that the filter takes, bridging the others.
-    BOOL Polyline(const CPoint* points, int count, const StatusFilter& which);
+    // A pyramid of just these points (see PointPyramid.h) saves looking at most of them.
+    BOOL Polyline(const CPoint* points, int count, const StatusFilter& which,
+                  const PointPyramid* pyramid = nullptr);
 
     // Shapes: filled with the brush (crossing outlines: even-odd), outlined with the pen.
     BOOL Polygon(const CPoint* points, int count);

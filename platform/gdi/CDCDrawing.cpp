@@ -76,7 +76,7 @@ BOOL CDC::LineTo(int x, int y) {
 
 BOOL CDC::Polyline(const CPoint* points, int count) { return Polyline(points, count, {}); }
 
-BOOL CDC::Polyline(const CPoint* points, int count, const StatusFilter& which) {
+BOOL CDC::Polyline(const CPoint* points, int count, const StatusFilter& which, const PointPyramid* pyramid) {
     if (!points || count < 2) return FALSE;
     const auto size = static_cast<std::size_t>(count);
     if (m_state->Page()) return Guarded([&] { m_state->PolylineOnPage(points, size, which); });
@@ -84,7 +84,7 @@ BOOL CDC::Polyline(const CPoint* points, int count, const StatusFilter& which) {
     if (!canvas || !m_state->HasPen()) return TRUE;
     if (m_state->HasHairPen())
         return Guarded(
-            [&] { DrawPolyline(*canvas, m_state->mapping, points, size, which, m_state->Hair()); });
+            [&] { DrawPolyline(*canvas, m_state->mapping, points, size, which, m_state->Hair(), pyramid); });
     return Guarded([&] {
         std::vector<CPoint> device;
         ForEachTaken(points, size, which, [&](CPoint p) { device.push_back(m_state->mapping.ToDevice(p)); });

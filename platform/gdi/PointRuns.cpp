@@ -60,6 +60,36 @@ TAVIN_INLINE void Scan(const CPoint* points, std::size_t count, const StatusFilt
     }
 }
 
+template <bool kFiltered>
+TAVIN_INLINE void Extremes(const CPoint* points, std::size_t blocks, const StatusFilter& which,
+                           PointExtremes* extremes) {
+    Points least0, greatest0;
+    Broadcast(least0, INT32_MAX, INT32_MAX);
+    Broadcast(greatest0, INT32_MIN, INT32_MIN);
+    for (std::size_t block = 0; block < blocks; ++block) {
+        Points least = least0, greatest = greatest0;
+        for (std::size_t k = block * kPointBlock; k < (block + 1) * kPointBlock; k += kAtOnce) {
+            Points low, high;
+            std::memcpy(&low, points + k, sizeof low);
+            high = low;
+            if constexpr (kFiltered) {
+                Mask(low, least0, which.status + k, which.mask, which.value);
+                Mask(high, greatest0, which.status + k, which.mask, which.value);
+            }
+            least = low < least ? low : least;
+            greatest = high > greatest ? high : greatest;
+        }
+        PointExtremes all{least[0], greatest[0], least[1], greatest[1]};
+        for (int lane = 2; lane < 8; lane += 2) {
+            all.minX = least[lane] < all.minX ? least[lane] : all.minX;
+            all.maxX = greatest[lane] > all.maxX ? greatest[lane] : all.maxX;
+            all.minY = least[lane + 1] < all.minY ? least[lane + 1] : all.minY;
+            all.maxY = greatest[lane + 1] > all.maxY ? greatest[lane + 1] : all.maxY;
+        }
+        extremes[block] = all;
+    }
+}
+
 using ScanFunction = void (*)(const CPoint*, std::size_t, const StatusFilter&, std::int32_t, std::int32_t,
                               RunScan&);
 
@@ -69,7 +99,21 @@ void ScanPortable(const CPoint* points, std::size_t count, const StatusFilter& w
     Scan<kFiltered>(points, count, which, left, right, scan);
 }
 
+using ExtremesFunction = void (*)(const CPoint*, std::size_t, const StatusFilter&, PointExtremes*);
+
+template <bool kFiltered>
+void ExtremesPortable(const CPoint* points, std::size_t blocks, const StatusFilter& which,
+                      PointExtremes* extremes) {
+    Extremes<kFiltered>(points, blocks, which, extremes);
+}
+
 #ifdef __x86_64__
+template <bool kFiltered>
+__attribute__((target("avx2"))) void ExtremesAvx2(const CPoint* points, std::size_t blocks,
+                                                  const StatusFilter& which, PointExtremes* extremes) {
+    Extremes<kFiltered>(points, blocks, which, extremes);
+}
+
 template <bool kFiltered>
 __attribute__((target("avx2"))) void ScanAvx2(const CPoint* points, std::size_t count,
                                               const StatusFilter& which, std::int32_t left,
@@ -86,7 +130,21 @@ ScanFunction Choose() {
     return ScanPortable<kFiltered>;
 }
 
+template <bool kFiltered>
+ExtremesFunction ChooseExtremes() {
+#ifdef __x86_64__
+    if (__builtin_cpu_supports("avx2")) return ExtremesAvx2<kFiltered>;
+#endif
+    return ExtremesPortable<kFiltered>;
+}
+
 }  // namespace
+
+void ScanBlocks(const CPoint* points, std::size_t blocks, const StatusFilter& which,
+                PointExtremes* extremes) {
+    static const ExtremesFunction all = ChooseExtremes<false>(), filtered = ChooseExtremes<true>();
+    (which.status ? filtered : all)(points, blocks, which, extremes);
+}
 
 void ScanBlocksInside(const CPoint* points, std::size_t count, const StatusFilter& which, std::int32_t left,
                       std::int32_t right, RunScan& scan) {

@@ -18,3 +18,14 @@ struct RunScan {
 // first block that has another point, or that the array does not fill.
 void ScanBlocksInside(const CPoint* points, std::size_t count, const StatusFilter& which, std::int32_t left,
                       std::int32_t right, RunScan& scan);
+
+// The least and greatest coordinates of some points; of none, minima above maxima.
+struct PointExtremes {
+    std::int32_t minX, maxX, minY, maxY;
+};
+
+constexpr std::size_t kPointBlock = 64;
+
+// The extremes of `blocks` consecutive blocks of kPointBlock points each, of the points that the filter
+// takes.
+void ScanBlocks(const CPoint* points, std::size_t blocks, const StatusFilter& which, PointExtremes* extremes);

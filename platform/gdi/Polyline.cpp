@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/gdi/PixelAxis.h"
+#include "platform/gdi/PointPyramid.h"
 #include "platform/gdi/PointRuns.h"
 
 namespace {
@@ -36,12 +37,13 @@ void DrawEverySegment(const Canvas& canvas, const Mapping& mapping, const CPoint
 class ReducedPolyline {
   public:
     ReducedPolyline(const Canvas& canvas, const Mapping& mapping, const CPoint* points,
-                    const StatusFilter& which, const HairPen& pen)
+                    const StatusFilter& which, const HairPen& pen, const PointPyramid* pyramid)
         : m_canvas(canvas),
           m_mapping(mapping),
           m_points(points),
           m_which(which),
           m_pen(pen),
+          m_pyramid(pyramid),
           m_axis(mapping.x, canvas.clip.left, canvas.clip.right - 1) {
         m_columns.reserve(static_cast<std::size_t>(canvas.clip.Width()));
         for (LONG x = canvas.clip.left; x < canvas.clip.right; ++x) m_columns.push_back(m_axis.LogicalOf(x));
@@ -89,8 +91,7 @@ class ReducedPolyline {
         const auto left = static_cast<std::int32_t>(column.first),
                    right = static_cast<std::int32_t>(column.last);
         RunScan scan{i + 1, first.y, first.y};
-        while (ProbeInside(end, left, right, scan))
-            ScanBlocksInside(m_points, end, m_which, left, right, scan);
+        while (ProbeInside(end, left, right, scan)) ScanInside(end, left, right, scan);
         SegmentTo(m_mapping.ToDevice(first));
         if (m_axis.Knows(first.x)) Stroke(first.x, scan.low, scan.high);
         m_at = m_mapping.ToDevice(m_points[LastTaken(scan.next)]);
@@ -100,7 +101,7 @@ class ReducedPolyline {
 
     // Looks at a few points one by one. False when the run ends there.
     bool ProbeInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const {
-        const std::size_t stop = std::min(end, scan.next + kProbe);
+        const std::size_t stop = std::min(BlockEnd(scan.next, end), scan.next + kProbe);
         for (; scan.next < stop; ++scan.next) {
             if (!m_which.Takes(scan.next)) continue;
             const CPoint p = m_points[scan.next];
@@ -109,6 +110,16 @@ class ReducedPolyline {
             scan.high = std::max(scan.high, p.y);
         }
         return scan.next < end;
+    }
+
+    // With a pyramid no scan crosses the border of a block, so that the pyramid can take over there.
+    std::size_t BlockEnd(std::size_t i, std::size_t end) const {
+        return m_pyramid ? std::min(end, PointPyramid::BlockEnd(i)) : end;
+    }
+
+    void ScanInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const {
+        if (m_pyramid && PointPyramid::BeginsBlock(scan.next)) m_pyramid->SkipInside(end, left, right, scan);
+        ScanBlocksInside(m_points, BlockEnd(scan.next, end), m_which, left, right, scan);
     }
 
     void SegmentTo(CPoint to) {
@@ -131,6 +142,7 @@ class ReducedPolyline {
     const CPoint* m_points;
     const StatusFilter& m_which;
     const HairPen& m_pen;
+    const PointPyramid* m_pyramid;
     PixelAxis m_axis;
     std::vector<PixelAxis::Interval> m_columns;  // by pixel column from clip.left
     CPoint m_at;                                 // device; where the line has come to
@@ -140,10 +152,11 @@ class ReducedPolyline {
 }  // namespace
 
 void DrawPolyline(const Canvas& canvas, const Mapping& mapping, const CPoint* points, std::size_t count,
-                  const StatusFilter& which, const HairPen& pen) {
+                  const StatusFilter& which, const HairPen& pen, const PointPyramid* pyramid) {
     const bool anyOrder = pen.style == PS_SOLID && pen.operation == R2_COPYPEN;
     const bool exact = canvas.clip.right <= PixelAxis::kLargestPicture;
     if (!anyOrder || !exact || count < kWorthReducing)
         return DrawEverySegment(canvas, mapping, points, count, which, pen);
-    ReducedPolyline(canvas, mapping, points, which, pen).Draw(count);
+    if (pyramid && !pyramid->Describes(points, count, which)) pyramid = nullptr;
+    ReducedPolyline(canvas, mapping, points, which, pen, pyramid).Draw(count);
 }

@@ -3,6 +3,7 @@
 #include <errno.h>
 
 #include <cstring>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@ namespace {
 
 CWinApp* application = nullptr;
 
-bool ReadValue(const CString& keyPath, const char* entry, DWORD& kind, std::vector<BYTE>& data) {
+bool ReadValue(const CString& keyPath, const char* entry, DWORD& kind, std::vector<BYTE>& data) try {
     CRegKey key;
     if (key.Open(HKEY_CURRENT_USER, keyPath, KEY_READ) != ERROR_SUCCESS) return false;
     data.resize(256);
@@ -27,6 +28,8 @@ bool ReadValue(const CString& keyPath, const char* entry, DWORD& kind, std::vect
     }
     data.resize(status == ERROR_SUCCESS ? size : 0);
     return status == ERROR_SUCCESS;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 BOOL WriteValue(const CString& keyPath, const char* entry, DWORD kind, const void* data, std::size_t size) {

@@ -38,7 +38,7 @@ std::shared_ptr<RegistryStore> RegistrySession::Store() {
     failureReported_ = false;
     damaged_ = false;
     // Last, because showing it may lead back here.
-    const std::shared_ptr<RegistryStore> store = store_;
+    std::shared_ptr<RegistryStore> store = store_;
     if (!opened.notice.empty()) AfxMessageBox(opened.notice.c_str(), MB_OK | MB_ICONEXCLAMATION);
     return store;
 }

@@ -46,6 +46,25 @@ std::string_view NextName(std::string_view& path) {
 
 }  // namespace
 
+// A transaction that ends on every way out, without memory too.
+class RegistryStore::Scope {
+  public:
+    explicit Scope(RegistryStore& store) : store_(&store), status_(store.Begin()) {}
+    ~Scope() {
+        if (store_) store_->End();
+    }
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+    // Whether it began.
+    LONG Status() const { return status_; }
+    LONG End() { return std::exchange(store_, nullptr)->End(); }
+
+  private:
+    RegistryStore* store_;  // null once ended
+    LONG status_;
+};
+
 RegistryStore::RegistryStore(std::unique_ptr<Database> database) : database_(std::move(database)) {}
 RegistryStore::~RegistryStore() = default;
 
@@ -121,7 +140,8 @@ LONG RegistryStore::CreateKey(KeyId base, std::string_view path, KeyId& found, b
     created = false;
     const LONG present = FindKey(base, path, found);
     if (present != ERROR_FILE_NOT_FOUND) return present;
-    LONG status = Begin();
+    Scope scope(*this);
+    LONG status = scope.Status();
     KeyId key = base;
     // Another process may have been faster, with the base or with any of the names.
     if (status == ERROR_SUCCESS) status = FindKey(base, {}, key);
@@ -133,7 +153,7 @@ LONG RegistryStore::CreateKey(KeyId base, std::string_view path, KeyId& found, b
         status = InsertChild(key, name, key);
         created = status == ERROR_SUCCESS;
     }
-    const LONG ended = End();
+    const LONG ended = scope.End();
     if (status == ERROR_SUCCESS) status = ended;
     if (status == ERROR_SUCCESS) found = key;
     return status;
@@ -159,14 +179,15 @@ LONG RegistryStore::DeleteTree(KeyId key) {
 }
 
 LONG RegistryStore::DeleteKey(KeyId base, std::string_view path, bool withSubKeys) {
-    LONG status = Begin();
+    Scope scope(*this);
+    LONG status = scope.Status();
     KeyId key = 0;
     bool refused = false;
     if (status == ERROR_SUCCESS) status = FindKey(base, path, key);
     if (status == ERROR_SUCCESS && !withSubKeys) status = HasSubKeys(key, refused);
     if (status == ERROR_SUCCESS && (refused || key == kRoot)) status = ERROR_ACCESS_DENIED;
     if (status == ERROR_SUCCESS) status = DeleteTree(key);
-    const LONG ended = End();
+    const LONG ended = scope.End();
     return status == ERROR_SUCCESS ? ended : status;
 }
 

@@ -52,6 +52,8 @@ class RegistryStore {
     const std::string& Reason() const { return reason_; }
 
   private:
+    class Scope;
+
     LONG FindChild(KeyId parent, std::string_view name, KeyId& found);
     LONG InsertChild(KeyId parent, std::string_view name, KeyId& inserted);
     LONG DeleteTree(KeyId key);

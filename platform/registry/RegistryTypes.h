@@ -5,9 +5,9 @@
 
 #include "platform/core/Types.h"
 
-struct HKEY__;
+struct RegistryKeyHandle;
 // An open key. A handle that was closed, or whose store was left, is recognised and refused.
-using HKEY = HKEY__*;
+using HKEY = RegistryKeyHandle*;
 using REGSAM = DWORD;
 
 // The root of the current user's keys; always open.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -24,15 +25,28 @@ struct KUndoManager::Impl {
     std::map<int, Listener> listeners;
     int nextListener = 1;
 
-    // Walks over a copy: a listener may add and remove listeners, itself included.
-    void Changed(const void* owner) const {
+    // Walks over a copy: a listener may add and remove listeners, itself included. Without memory for it
+    // nobody is told.
+    void Changed(const void* owner) const try {
         const auto present = listeners;
         for (const auto& [id, listener] : present)
             if (listener && listeners.contains(id)) listener(owner);
+    } catch (const std::bad_alloc&) {
     }
     const History* Find(const void* owner) const {
         const auto found = histories.find(owner);
         return found == histories.end() ? nullptr : &found->second;
+    }
+    // False, and the history as it was, without memory.
+    bool Append(const void* owner, std::unique_ptr<IAction> action) try {
+        History& history = histories[owner];
+        history.actions.reserve(history.done + 1);
+        history.actions.resize(history.done);
+        history.actions.push_back(std::move(action));
+        history.done = history.actions.size();
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
     }
     // Moves the owner's place by `steps`, held within its list; returns how far it went.
     long Step(const void* owner, long steps) {
@@ -57,13 +71,7 @@ KUndoManager::~KUndoManager() {
 
 void KUndoManager::SetLastAction(const void* owner, IAction* action) const {
     if (!action) return;
-    std::unique_ptr<IAction> owned(action);
-    History& history = impl_->histories[owner];
-    history.actions.reserve(history.done + 1);  // without memory the history stays as it is
-    history.actions.resize(history.done);
-    history.actions.push_back(std::move(owned));
-    history.done = history.actions.size();
-    impl_->Changed(owner);
+    if (impl_->Append(owner, std::unique_ptr<IAction>(action))) impl_->Changed(owner);
 }
 
 long KUndoManager::Undo(const void* owner, long count) const {
@@ -93,9 +101,11 @@ void KUndoManager::Clear(const void* owner) const {
     if (impl_->histories.erase(owner) > 0) impl_->Changed(owner);
 }
 
-int KUndoManager::AddListener(Listener listener) const {
+int KUndoManager::AddListener(Listener listener) const try {
     impl_->listeners.emplace(impl_->nextListener, std::move(listener));
     return impl_->nextListener++;
+} catch (const std::bad_alloc&) {
+    return 0;
 }
 
 void KUndoManager::RemoveListener(int id) const { impl_->listeners.erase(id); }

@@ -18,7 +18,7 @@ class KUndoManager {
     KUndoManager& operator=(const KUndoManager&) = delete;
 
     // Appends `action` to the history of `owner` and takes ownership; what had been undone is destroyed
-    // first. A null action is ignored.
+    // first. A null action is ignored. Without memory the history stays as it is and the action is destroyed.
     void SetLastAction(const void* owner, IAction* action) const;
     // Step the owner's history by at most `count` actions. Return the steps taken.
     long Undo(const void* owner, long count) const;
@@ -35,6 +35,7 @@ class KUndoManager {
     // A listener is called with the owner after each change of its history. It may add and remove listeners
     // and step or clear histories itself.
     using Listener = std::function<void(const void* owner)>;
+    // Returns the number by which RemoveListener knows it; 0 without memory.
     int AddListener(Listener listener) const;
     void RemoveListener(int id) const;
 

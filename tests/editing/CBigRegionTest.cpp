@@ -9,8 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "sources/PointStatus.h"
-
 namespace {
 
 __extension__ typedef __int128 Wide;
@@ -137,22 +135,20 @@ TEST(CBigRegion, TheFullRangeIsExactOnItsDiagonal) {
     ExpectSameAnswers(halfPlane, diagonal, "diagonal");
 }
 
-TEST(SelectInRegion, ListsUsablePointsInsideOrOutside) {
+TEST(SelectInRegion, ListsPointsInsideOrOutside) {
     const Points square = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-    const Points points = {{5, 5}, {50, 5}, {6, 6}, {7, 7}, {-1, -1}};
-    const unsigned short status[] = {0, 0, PS_DELETED, PS_SPIKE, PS_DELETED};
+    const Points points = {{5, 5}, {50, 5}, {6, 6}, {-1, -1}};
     const CBigRegion region(square.data(), 4);
     const CBigRegion line(square.data(), 1);
     std::vector<long> indices = {99};
-    const auto select = [&](const CBigRegion& in, const unsigned short* words, bool inside) {
-        EXPECT_TRUE(SelectInRegion(in, points.data(), words, 5, PS_DELETED, inside, indices));
+    const auto select = [&](const CBigRegion& in, bool inside) {
+        EXPECT_TRUE(SelectInRegion(in, points.data(), 4, inside, indices));
         return indices;
     };
-    EXPECT_EQ(select(region, status, true), (std::vector<long>{0, 3}));
-    EXPECT_EQ(select(region, status, false), (std::vector<long>{1}));
-    EXPECT_EQ(select(region, nullptr, false), (std::vector<long>{1, 4}));
-    EXPECT_EQ(select(line, status, true), std::vector<long>());
-    EXPECT_EQ(select(line, status, false), (std::vector<long>{0, 1, 3}));
+    EXPECT_EQ(select(region, true), (std::vector<long>{0, 2}));
+    EXPECT_EQ(select(region, false), (std::vector<long>{1, 3}));
+    EXPECT_EQ(select(line, true), std::vector<long>());
+    EXPECT_EQ(select(line, false), (std::vector<long>{0, 1, 2, 3}));
 }
 
 }  // namespace

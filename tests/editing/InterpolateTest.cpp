@@ -54,7 +54,7 @@ TEST(Interpolate, RefusesAFullListAndChangesNothingWithoutSupports) {
     const Points before = points;
     EXPECT_EQ(Interpolate(points, status, {0, 1, 2}), 0);
     EXPECT_EQ(Interpolate(points, status, {}), 0);
-    EXPECT_EQ(Interpolate(points, status, {0, 1}), 1);
+    EXPECT_EQ(Interpolate(points, status, {0, 1}), 0);
     EXPECT_EQ(points, before);
     EXPECT_EQ(status, (Words{0, 0, PS_DELETED}));
 }

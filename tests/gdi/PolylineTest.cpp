@@ -7,6 +7,7 @@
 #include <random>
 #include <vector>
 
+#include "platform/gdi/PointPyramid.h"
 #include "platform/gdi/Selected.h"
 #include "tests/gdi/DrawingTest.h"
 
@@ -117,6 +118,11 @@ TEST(Polyline, ReducedIsTheSamePicture) {
             });
             const auto reduced = Drawn(view, [&](CDC& dc) { dc.Polyline(points.data(), kCount); });
             EXPECT_EQ(DifferingPixels(*reduced, *segments), 0) << shape.name << ", " << view.name;
+            const PointPyramid pyramid(points.data(), kCount, {});
+            const auto skipped =
+                Drawn(view, [&](CDC& dc) { dc.Polyline(points.data(), kCount, {}, &pyramid); });
+            EXPECT_EQ(DifferingPixels(*skipped, *segments), 0)
+                << "pyramid, " << shape.name << ", " << view.name;
         }
     }
 }
@@ -136,11 +142,16 @@ TEST(Polyline, FilteredIsThePictureOfTheOtherPoints) {
                     dc.MoveTo(left[0]);
                     for (const CPoint& p : left) dc.LineTo(p);
                 });
-                const auto filtered = Drawn(view, [&](CDC& dc) {
-                    dc.Polyline(points.data(), kCount, {status.data(), kDeleted, 0});
-                });
-                EXPECT_EQ(DifferingPixels(*filtered, *segments), 0)
-                    << shape.name << ", " << view.name << ", pattern " << pattern;
+                const StatusFilter which{status.data(), kDeleted, 0};
+                const PointPyramid own(points.data(), kCount, which);
+                const PointPyramid others(points.data(), kCount, {});
+                for (const PointPyramid* pyramid :
+                     {static_cast<const PointPyramid*>(nullptr), &own, &others}) {
+                    const auto filtered =
+                        Drawn(view, [&](CDC& dc) { dc.Polyline(points.data(), kCount, which, pyramid); });
+                    EXPECT_EQ(DifferingPixels(*filtered, *segments), 0)
+                        << shape.name << ", " << view.name << ", pattern " << pattern;
+                }
             }
 }
 

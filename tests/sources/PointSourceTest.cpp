@@ -86,6 +86,8 @@ TEST(PointSource, TheClosestIndexPrefersTheUpperAndAvoidsDeleted) {
     EXPECT_EQ(series.GetClosestIndex(30, xs.data(), true), -1);
     series.hasStatus = false;
     EXPECT_EQ(series.GetClosestIndex(30, xs.data(), true), 3);
+    series.Resize(2);
+    EXPECT_EQ(series.GetClosestIndex(1, xs.data(), false), 1) << "of two always the upper one";
     series.Resize(1);
     EXPECT_EQ(series.GetClosestIndex(99, xs.data(), false), 0);
     series.Resize(0);
@@ -191,6 +193,7 @@ TEST(KPointSource, GrowsByItsStepAndKeepsSamplesAndStatus) {
     series.clear();
     EXPECT_TRUE(series.empty());
     EXPECT_TRUE(series.begin_data() == series.end_data());
+    EXPECT_EQ(series.begin_data().last, series.GetData());
     series.push_back(CPoint(7, 7));
     EXPECT_EQ(series.GetStatus()[0], 0);  // not the word of the sample that was there before
 }

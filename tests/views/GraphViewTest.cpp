@@ -1,10 +1,12 @@
 #include "tests/views/GraphViewTest.h"
 
 #include <QImage>
+#include <QTemporaryDir>
 #include <QWheelEvent>
 #include <QtTest>
 #include <cstdlib>
 
+#include "platform/window/Printing.h"
 #include "tests/gdi/DrawingTest.h"
 
 namespace {
@@ -262,6 +264,84 @@ TEST_F(GraphViewTest, DrawsTheSameOnAnyContext) {
     CDC anotherDc(*another);
     windowless.DrawOn(anotherDc, {another->GetWidth(), another->GetHeight()});
     EXPECT_EQ(DifferingPixels(*elsewhere, *another), 0);
+}
+
+// Long enough for a pyramid, with a valley between two hills.
+std::unique_ptr<KPointSource> LongSeries() {
+    auto series = std::make_unique<KPointSource>("long", 1000.0, 1000.0, "s", "m", 200000, 1);
+    for (int i = 0; i < 200000; ++i)
+        series->push_back({i, (i * 7919) % 1000 + (i < 90000 || i > 110000) * 9000});
+    return series;
+}
+
+TEST_F(GraphViewTest, NeverDrawsOldDataHoweverTheHostChangedIt) {
+    const auto data = LongSeries();
+    CDocument other;
+    OpenGraphView* const live = OpenView(other, {data.get()}, "NeverDrawsOldData");
+    const auto expectFresh = [&](const char* when) {
+        Settle();
+        OpenGraphView fresh("NeverDrawsOldData");
+        fresh.AddSource(data.get(), true);
+        fresh.OnInitialUpdate();
+        fresh.axes = live->axes;
+        fresh.zoom = live->zoom;
+        auto expected = NewPicture(live->picture->GetWidth(), live->picture->GetHeight());
+        CDC dc(*expected);
+        fresh.DrawOn(dc, {expected->GetWidth(), expected->GetHeight()});
+        EXPECT_EQ(DifferingPixels(*expected, *live->picture), 0) << when;
+    };
+    expectFresh("first picture");
+    RunCommand(*live, 50001);
+    expectFresh("zoomed");
+    live->OnHScroll(SB_LINERIGHT, 0, nullptr);
+    expectFresh("scrolled");
+    for (int i = 60000; i < 61000; ++i) data->GetData()[i].y = 4000;
+    other.UpdateAllViews(nullptr);
+    expectFresh("written to and updated");
+    for (int i = 120000; i < 121000; ++i) data->GetData()[i].y = 3000;
+    live->mouseMode = CXYGraphView::RulerDragging;
+    other.UpdateAllViews(nullptr);
+    live->mouseMode = CXYGraphView::ShowPosition;
+    RunCommand(*live, 50001);
+    expectFresh("updated while measuring, then zoomed");
+    data->push_back({200500, 2000});
+    live->OnHScroll(SB_PAGERIGHT, 0, nullptr);
+    expectFresh("appended, then scrolled");
+    live->GetParentFrame()->DestroyWindow();
+}
+
+TEST_F(GraphViewTest, APageHasHeaderBodyAndFooter) {
+    class PrintedView : public OpenGraphView {
+      public:
+        PrintedView() : OpenGraphView("APageHasHeaderBodyAndFooter") {}
+        CRect page, header, footer, body;
+
+      protected:
+        void PreparePrintDC(CDC*, CPrintInfo* info) override { page = info->m_rectDraw; }
+        void OnPrintHeader(CDC* dc, CPrintInfo* info) override {
+            header = info->m_rectDraw;
+            OpenGraphView::OnPrintHeader(dc, info);
+        }
+        void OnPrintFooter(CDC* dc, CPrintInfo* info) override {
+            footer = info->m_rectDraw;
+            OpenGraphView::OnPrintFooter(dc, info);
+        }
+        int DrawAfterBitmap(CDC* dc) override {
+            body = printInfo->m_rectDraw;
+            return OpenGraphView::DrawAfterBitmap(dc);
+        }
+    } printed;
+    printed.AddSource(series.get(), true);
+    printed.OnInitialUpdate();
+    QTemporaryDir folder;
+    ASSERT_TRUE(PrintToPdf(printed, folder.filePath("page.pdf").toUtf8()));
+    const CRect page = printed.page;
+    EXPECT_EQ(printed.header, CRect(page.left, page.top, page.right, page.top - 340));
+    EXPECT_EQ(printed.footer, CRect(page.left, page.bottom + 283, page.right, page.bottom));
+    EXPECT_EQ(printed.body, CRect(page.left, page.top - 340, page.right, page.bottom + 283));
+    EXPECT_EQ(printed.pictures, 1);
+    EXPECT_TRUE(QueryCommand(printed, 57607).IsEnabled());
+    printed.DestroyWindow();
 }
 
 TEST_F(GraphViewTest, IsoAspectCoversTheSameDistancePerPixel) {

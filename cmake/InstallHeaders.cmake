@@ -1,0 +1,18 @@
+# Installs the headers that tavin/tavin.h reaches; all others are the library's own. Runs at installation, so that it
+# sees the headers as they are then. Variables: source_dir; include_dir, below the prefix.
+cmake_minimum_required(VERSION 3.25)
+set(pending tavin/tavin.h)
+set(reached "")
+while(pending)
+    list(POP_FRONT pending header)
+    if(header IN_LIST reached)
+        continue()
+    endif()
+    list(APPEND reached ${header})
+    file(STRINGS ${source_dir}/${header} includes REGEX "^#include \"")
+    list(TRANSFORM includes REPLACE "^#include \"([^\"]+)\".*" "\\1")
+    list(APPEND pending ${includes})
+    cmake_path(GET header PARENT_PATH folder)
+    string(REGEX REPLACE "^tavin$" "" folder "${folder}")
+    file(INSTALL ${source_dir}/${header} DESTINATION ${CMAKE_INSTALL_PREFIX}/${include_dir}/${folder})
+endwhile()
