@@ -275,7 +275,7 @@ TEST(WorkbenchUnderX, OpensTheSampleAndLeavesOnCtrlQ) {
     const Folder folder;
     folder.Write("days.csv", TenDays());
     // The server chooses a free display and says which.
-    folder.Write("smoke.sh", R"(cd "$(dirname "$0")"
+    folder.Write("smoke.sh", R"(cd "${0%/*}"
 Xvfb -displayfd 3 -screen 0 900x600x24 -nolisten tcp 3>display >/dev/null 2>&1 &
 server=$!
 for _ in $(seq 200); do [ -s display ] && break; sleep 0.05; done
