@@ -106,6 +106,8 @@ void CXYGraphView::SetScrollSizes() {
         SetScrollRange(SB_VERT, Negated(y.max), Negated(y.min));
     else
         SetScrollRange(SB_VERT, y.min, y.max);
+    SetScrollPage(SB_HORZ, zoom.viewExtent.cx);
+    SetScrollPage(SB_VERT, zoom.viewExtent.cy);
     zoom.isoAspect = iso;
 }
 

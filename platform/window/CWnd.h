@@ -84,6 +84,8 @@ class CWnd : public CCmdTarget {
     // Scroll bars SB_HORZ and SB_VERT, as far as the style asks for them. Positions stay within the range;
     // setting one sends no message.
     void SetScrollRange(int bar, int min, int max, BOOL redraw = TRUE);
+    // How much of range and page together is in view: the length of the thumb. A new range resets it.
+    void SetScrollPage(int bar, int page);
     void GetScrollRange(int bar, int* min, int* max) const;
     // Returns the previous position.
     int SetScrollPos(int bar, int position, BOOL redraw = TRUE);

@@ -30,6 +30,10 @@ void CWnd::SetScrollRange(int bar, int min, int max, BOOL) {
     native->setPageStep(StepOf(min, max, 10));
 }
 
+void CWnd::SetScrollPage(int bar, int page) {
+    if (QScrollBar* native = BarOf(m_hWnd, m_style, bar)) native->setPageStep(std::max(1, page));
+}
+
 void CWnd::GetScrollRange(int bar, int* min, int* max) const {
     const QScrollBar* native = BarOf(m_hWnd, m_style, bar);
     *min = native ? native->minimum() : 0;
@@ -57,7 +61,7 @@ BOOL CWnd::GetScrollInfo(int bar, SCROLLINFO* info, UINT mask) const {
         info->nMin = native->minimum();
         info->nMax = native->maximum();
     }
-    if (mask & SIF_PAGE) info->nPage = 0;
+    if (mask & SIF_PAGE) info->nPage = static_cast<UINT>(native->pageStep());
     if (mask & SIF_POS) info->nPos = native->value();
     if (mask & SIF_TRACKPOS) info->nTrackPos = native->sliderPosition();
     return TRUE;
