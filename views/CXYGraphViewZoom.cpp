@@ -182,6 +182,8 @@ void CXYGraphView::TakeUpdate(const CViewUpdate& hint) {
     if (source && type == CViewUpdate::ShowSource) shownSources.push_back(source);
     if (source && type == CViewUpdate::HideSource) hiddenSources.push_back(source);
     if (type != CViewUpdate::HideSource) PrimaryDataChanged(PrimarySource());
+    // A primary series brings its caption along.
+    if (!PrimarySource()) SetCaption();
 }
 
 void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {

@@ -217,7 +217,6 @@ TEST_F(GraphViewTest, HintsShowHideAndRemoveSeries) {
     send(CViewUpdate::RemoveSource, series.get());
     EXPECT_TRUE(view->shownSources.empty());
     EXPECT_EQ(view->dataHandler->GetPointSource(), nullptr);
-    view->SetCaption();
     EXPECT_EQ(Caption(), "Empty");
     Settle();
 }
@@ -429,6 +428,11 @@ TEST_F(GraphViewTest, TilesShowTheirOwnSeriesPageByPage) {
     EXPECT_EQ(view->page, 0);
     Settle();
     EXPECT_EQ(view->dataHandler->GetPointSource(), series.get());
+    view->tiledLayout.NumSourcesPerTile = 2;
+    EXPECT_EQ(view->GetNumPages(), 1);
+    view->page = 3;
+    view->OnViewPrevPage();
+    EXPECT_EQ(view->page, 0) << "the last page that is left";
     for (const auto& one : more) view->RemoveSource(one.get());
 }
 
