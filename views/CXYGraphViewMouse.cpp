@@ -163,6 +163,7 @@ bool CXYGraphView::StartRuler(CDC* dc, CPoint point) {
     OnPrepareDC(dc);
     dc->DPtoLP(&point);
     ruler.StartRuler(point);
+    rulerOnScreen = ruler;
     return true;
 }
 
@@ -172,9 +173,10 @@ bool CXYGraphView::RulerTo(CDC* dc, CPoint point) {
     const SelectedStock noFill(*dc, NULL_BRUSH);
     const SelectedRop2 inverting(*dc, R2_NOT);
     dc->DPtoLP(&point);
-    ruler.Draw(dc);
+    rulerOnScreen.Draw(dc);
     ruler.RulerTo(dc, point);
     ruler.Draw(dc);
+    rulerOnScreen = ruler;
     return true;
 }
 
@@ -184,7 +186,7 @@ bool CXYGraphView::EndRuler(CDC* dc, CPoint point) {
     const SelectedStock noFill(*dc, NULL_BRUSH);
     const SelectedRop2 inverting(*dc, R2_NOT);
     dc->DPtoLP(&point);
-    ruler.Draw(dc);
+    rulerOnScreen.Draw(dc);
     ruler.RulerTo(dc, point);
     return ruler.EndRuler(point);
 }
