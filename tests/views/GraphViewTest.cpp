@@ -6,6 +6,7 @@
 #include <QtTest>
 #include <cstdlib>
 
+#include "platform/window/NativeWindow.h"
 #include "platform/window/Printing.h"
 #include "tests/gdi/DrawingTest.h"
 
@@ -180,6 +181,24 @@ TEST_F(GraphViewTest, TheRulerIsArmedDrawnAndLeftByMouseAndCommands) {
     EXPECT_EQ(view->mouseMode, CXYGraphView::ShowPosition);
 }
 
+TEST_F(GraphViewTest, ARulerLeavesNoTraceWhenCtrlChangesItsShape) {
+    QWidget* const client = ClientOf(*view);
+    const auto move = [&](int x, int y, Qt::KeyboardModifiers keys) {
+        QMouseEvent event(QEvent::MouseMove, QPoint(x, y), client->mapToGlobal(QPoint(x, y)), Qt::NoButton,
+                          {}, keys);
+        QCoreApplication::sendEvent(client, &event);
+        return DifferingPixels(*view->picture, *NativeWindow::Of(view->GetSafeHwnd())->Picture());
+    };
+    Settle();
+    view->ruler.setType(KRuler::Circle);
+    RunCommand(*view, 50028);
+    Settle();
+    Click({250, 200});
+    EXPECT_GT(move(300, 230, {}), 100);
+    EXPECT_GT(move(310, 230, Qt::ControlModifier), 10);
+    EXPECT_EQ(move(250, 200, {}), 0);
+}
+
 TEST_F(GraphViewTest, TheMiddleButtonPans) {
     RunCommand(*view, 50001);
     Settle();
@@ -241,6 +260,13 @@ TEST_F(GraphViewTest, APaintWithoutAStalePictureDrawsOverlaysOnly) {
     Settle();
     EXPECT_EQ(view->pictures, pictures + 1);
     EXPECT_FALSE(QueryCommand(*view, 50022).IsChecked());
+    view->UseDoubleBitmap(true);
+    Settle();
+    const int onScreen = view->overlays;
+    view->Invalidate(FALSE);
+    Settle();
+    EXPECT_EQ(view->overlays, onScreen + 1) << "on a second picture, without waiting for a resize";
+    view->UseDoubleBitmap(false);
     // What the host wrote into the arrays shows after an update.
     series->GetData()[500].y = 0;
     document.UpdateAllViews(nullptr);
@@ -376,6 +402,16 @@ TEST_F(GraphViewTest, ListenersHearWhatThePictureShows) {
     EXPECT_EQ(listener.heard.unitX, "s");
     EXPECT_EQ(view->StoredAt({listener.heard.plotLeft, 0}).x, 14645);
     EXPECT_EQ(view->StoredAt({listener.heard.plotRight, 0}).x, 14645 + 70711);
+    // An export leaves the window's sizes, and what stands beside it, alone.
+    const CSize plot = view->zoom.plotSize;
+    auto exported = NewPicture(300, 900);
+    CDC dc(*exported);
+    view->DrawOn(dc, {300, 900});
+    EXPECT_EQ(view->zoom.plotSize, plot);
+    QTemporaryDir folder;
+    ASSERT_TRUE(PrintToPdf(*view, folder.filePath("page.pdf").toUtf8()));
+    EXPECT_EQ(view->zoom.plotSize, plot);
+    EXPECT_EQ(listener.calls, 1);
 }
 
 TEST_F(GraphViewTest, SettingsComeBackUnderTheirKey) {
