@@ -332,6 +332,10 @@ TEST_F(GraphViewTest, NeverDrawsOldDataHoweverTheHostChangedIt) {
     data->push_back({200500, 2000});
     live->OnHScroll(SB_PAGERIGHT, 0, nullptr);
     expectFresh("appended, then scrolled");
+    // As a ring does whose samples have come round.
+    for (int i = 0; i < 200000; ++i) data->GetData()[i].y = (i * 31) % 1000 + i % 40000 / 4;
+    live->OnHScroll(SB_PAGELEFT, 0, nullptr);
+    expectFresh("filled anew without a word, then scrolled");
     live->GetParentFrame()->DestroyWindow();
 }
 
