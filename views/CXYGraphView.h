@@ -241,6 +241,8 @@ class CXYGraphView : public KViewEx {
     StoredRange AxisRange() const;
     TileGrid Tiles() const;
     void TakeUpdate(const CViewUpdate& hint);
+    // Takes an update that came during a drag, once that has ended.
+    void CatchUp();
 
     void SetCoordinates();
     void SetStoredMapping(CDC& dc, const CRect& plot);
@@ -271,6 +273,7 @@ class CXYGraphView : public KViewEx {
     std::optional<int> ScrollTarget(int bar, UINT code, UINT position) const;
 
     PointPyramids pyramids;  // of the shown series, while only the view moves
+    bool updateMissed = false;
     CSizeEx tickSpacing;
     CString viewName;  // what GetViewName returned last
 };

@@ -120,6 +120,7 @@ void CXYGraphView::OnLButtonUp(UINT flags, CPoint point) {
         Invalidate(FALSE);
         mouseMode = ShowPosition;
     }
+    CatchUp();
 }
 
 // The gaps of the dotted pen are drawn too, in the background colour: that is what shows under XOR.

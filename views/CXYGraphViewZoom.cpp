@@ -42,6 +42,7 @@ void CXYGraphView::HandleZoom(unsigned int command, CPoint about) {
         Redraw();
     else
         RedrawMoved();
+    CatchUp();
 }
 
 void CXYGraphView::RunZoomCommand(unsigned int command, CPoint about) {
@@ -190,8 +191,9 @@ void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {
     if (hintObject && hintObject->IsKindOf(RUNTIME_CLASS(CViewUpdate)))
         TakeUpdate(static_cast<const CViewUpdate&>(*hintObject));
     pyramids.Clear();
-    // Nothing disturbs a drag.
-    if (mouseMode == ZoomDragging || mouseMode == RulerDragging) return;
+    // Nothing disturbs a drag; CatchUp follows it.
+    updateMissed = mouseMode == ZoomDragging || mouseMode == RulerDragging;
+    if (updateMissed) return;
     if (IPointSource* const primary = PrimarySource()) {
         SetPrimaryData(primary);
         UpdateAxis();
@@ -200,4 +202,8 @@ void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {
     }
     stale = Changed;
     KViewEx::OnUpdate(sender, hint, hintObject);
+}
+
+void CXYGraphView::CatchUp() {
+    if (updateMissed) OnUpdate(nullptr, 0, nullptr);
 }

@@ -181,6 +181,20 @@ TEST_F(GraphViewTest, TheRulerIsArmedDrawnAndLeftByMouseAndCommands) {
     EXPECT_EQ(view->mouseMode, CXYGraphView::ShowPosition);
 }
 
+TEST_F(GraphViewTest, WhatTheDocumentToldDuringADragShowsAfterIt) {
+    Settle();
+    const int pictures = view->pictures;
+    RunCommand(*view, 50028);
+    Click({250, 200});
+    document.UpdateAllViews(nullptr);
+    Settle();
+    EXPECT_EQ(view->pictures, pictures) << "a drag is not disturbed";
+    Click({300, 230});
+    Settle();
+    EXPECT_EQ(view->pictures, pictures + 1);
+    EXPECT_TRUE(view->rulerVisible);
+}
+
 TEST_F(GraphViewTest, ARulerLeavesNoTraceWhenCtrlChangesItsShape) {
     QWidget* const client = ClientOf(*view);
     const auto move = [&](int x, int y, Qt::KeyboardModifiers keys) {
