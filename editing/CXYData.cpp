@@ -12,7 +12,7 @@ IPointSource* CXYData::SelectPointSource(IPointSource* newSource) { return std::
 const PointPyramid* CXYData::PyramidFor(const CDC& dc, int penStyle, const CPoint* points, int count,
                                         const StatusFilter& which) const {
     if (!pyramids || penStyle != PS_SOLID || dc.IsPrinting() || !points || count < 1) return nullptr;
-    return pyramids->Of(points, static_cast<std::size_t>(count), which);
+    return pyramids->Of(source, points, static_cast<std::size_t>(count), which);
 }
 
 void CXYData::PrepareDots(unsigned long color) {

@@ -134,7 +134,8 @@ void CXYGraphView::OnViewNextPage() {
 }
 
 void CXYGraphView::OnViewPrevPage() {
-    page = std::max(page - 1, 0);
+    // Series may have gone since, and pages with them.
+    page = std::clamp(page - 1, 0, GetNumPages() - 1);
     Redraw();
 }
 

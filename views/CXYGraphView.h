@@ -43,7 +43,8 @@ class CXYGraphView : public KViewEx {
         double toX = 0.0;
         CString unitX;
     };
-    // Told after each redraw, so that something beside the view can follow its x axis.
+    // Told after each redraw of the window, or of whatever a view without one draws on, so that something
+    // beside the view can follow its x axis.
     class IAxisChangeListener {
       public:
         virtual void OnAxisChanged(AxisChangeInfo* info) = 0;
@@ -219,6 +220,7 @@ class CXYGraphView : public KViewEx {
     CPen dottedPen;
     CPen rulerPen;
     KRuler ruler;
+    KRuler rulerOnScreen;  // as the drag drew it last: the type changes with Ctrl
     bool rulerVisible = false;
     int mouseMode = ShowPosition;
     CRect zoomRect;                            // device pixels, corners as dragged
@@ -239,6 +241,8 @@ class CXYGraphView : public KViewEx {
     StoredRange AxisRange() const;
     TileGrid Tiles() const;
     void TakeUpdate(const CViewUpdate& hint);
+    // Takes an update that came during a drag, once that has ended.
+    void CatchUp();
 
     void SetCoordinates();
     void SetStoredMapping(CDC& dc, const CRect& plot);
@@ -269,6 +273,7 @@ class CXYGraphView : public KViewEx {
     std::optional<int> ScrollTarget(int bar, UINT code, UINT position) const;
 
     PointPyramids pyramids;  // of the shown series, while only the view moves
+    bool updateMissed = false;
     CSizeEx tickSpacing;
     CString viewName;  // what GetViewName returned last
 };

@@ -23,6 +23,7 @@ void CXYGraphView::OnUpdateZoom(CCmdUI* state) {
 void CXYGraphView::OnModeEscape() {
     mouseMode = ShowPosition;
     Redraw();
+    CatchUp();
 }
 
 void CXYGraphView::OnToggleLegend() {
@@ -37,6 +38,7 @@ void CXYGraphView::OnCreateRuler() {
     mouseMode = inUse ? ShowPosition : RulerArmed;
     rulerVisible = false;
     Invalidate(FALSE);
+    CatchUp();
 }
 
 void CXYGraphView::OnUpdateCreateRuler(CCmdUI* state) {

@@ -84,6 +84,8 @@ void CXYGraphView::SetTiledClipRgn(CDC* dc) {
 }
 
 void CXYGraphView::TellListeners() {
+    // Columns of paper or of an exported picture mean nothing beside the window.
+    if (DrawsElsewhere() && GetSafeHwnd()) return;
     axisChange.plotLeft = tileClip.left;
     axisChange.plotRight = tileClip.right;
     axisChange.fromX = zoom.Current().originX;

@@ -120,6 +120,7 @@ void CXYGraphView::OnLButtonUp(UINT flags, CPoint point) {
         Invalidate(FALSE);
         mouseMode = ShowPosition;
     }
+    CatchUp();
 }
 
 // The gaps of the dotted pen are drawn too, in the background colour: that is what shows under XOR.
@@ -163,6 +164,7 @@ bool CXYGraphView::StartRuler(CDC* dc, CPoint point) {
     OnPrepareDC(dc);
     dc->DPtoLP(&point);
     ruler.StartRuler(point);
+    rulerOnScreen = ruler;
     return true;
 }
 
@@ -172,9 +174,10 @@ bool CXYGraphView::RulerTo(CDC* dc, CPoint point) {
     const SelectedStock noFill(*dc, NULL_BRUSH);
     const SelectedRop2 inverting(*dc, R2_NOT);
     dc->DPtoLP(&point);
-    ruler.Draw(dc);
+    rulerOnScreen.Draw(dc);
     ruler.RulerTo(dc, point);
     ruler.Draw(dc);
+    rulerOnScreen = ruler;
     return true;
 }
 
@@ -184,7 +187,7 @@ bool CXYGraphView::EndRuler(CDC* dc, CPoint point) {
     const SelectedStock noFill(*dc, NULL_BRUSH);
     const SelectedRop2 inverting(*dc, R2_NOT);
     dc->DPtoLP(&point);
-    ruler.Draw(dc);
+    rulerOnScreen.Draw(dc);
     ruler.RulerTo(dc, point);
     return ruler.EndRuler(point);
 }

@@ -42,6 +42,7 @@ void CXYGraphView::HandleZoom(unsigned int command, CPoint about) {
         Redraw();
     else
         RedrawMoved();
+    CatchUp();
 }
 
 void CXYGraphView::RunZoomCommand(unsigned int command, CPoint about) {
@@ -184,14 +185,17 @@ void CXYGraphView::TakeUpdate(const CViewUpdate& hint) {
     if (source && type == CViewUpdate::ShowSource) shownSources.push_back(source);
     if (source && type == CViewUpdate::HideSource) hiddenSources.push_back(source);
     if (type != CViewUpdate::HideSource) PrimaryDataChanged(PrimarySource());
+    // A primary series brings its caption along.
+    if (!PrimarySource()) SetCaption();
 }
 
 void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {
     if (hintObject && hintObject->IsKindOf(RUNTIME_CLASS(CViewUpdate)))
         TakeUpdate(static_cast<const CViewUpdate&>(*hintObject));
     pyramids.Clear();
-    // Nothing disturbs a drag.
-    if (mouseMode == ZoomDragging || mouseMode == RulerDragging) return;
+    // Nothing disturbs a drag; CatchUp follows it.
+    updateMissed = mouseMode == ZoomDragging || mouseMode == RulerDragging;
+    if (updateMissed) return;
     if (IPointSource* const primary = PrimarySource()) {
         SetPrimaryData(primary);
         UpdateAxis();
@@ -200,4 +204,8 @@ void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {
     }
     stale = Changed;
     KViewEx::OnUpdate(sender, hint, hintObject);
+}
+
+void CXYGraphView::CatchUp() {
+    if (updateMissed) OnUpdate(nullptr, 0, nullptr);
 }

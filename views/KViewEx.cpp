@@ -120,18 +120,26 @@ void KViewEx::OnSize(UINT type, int width, int height) {
     size = {width, height};
     OnSizeBitmap(width, height);
     CClientDC reference(this);
-    FitPicture(picture, &reference, width, height);
+    if (FitPicture(picture, &reference, width, height) && stale == UpToDate) stale = Moved;
     pictureBits = picture->GetBits();
     if (!doublePictures) return;
     FitPicture(overlayPicture, &reference, width, height);
     overlayBits = overlayPicture->GetBits();
 }
 
-void KViewEx::FitPicture(std::unique_ptr<CBitmapEx>& bitmap, CDC* reference, int width, int height) {
+void KViewEx::UseDoubleBitmap(bool use) {
+    doublePictures = use;
+    if (!use || !picture) return;
+    CClientDC reference(this);
+    FitPicture(overlayPicture, &reference, picture->GetWidth(), picture->GetHeight());
+    overlayBits = overlayPicture->GetBits();
+}
+
+bool KViewEx::FitPicture(std::unique_ptr<CBitmapEx>& bitmap, CDC* reference, int width, int height) {
     if (!bitmap)
         bitmap = std::make_unique<CBitmapEx>(deviceIndependent ? kDeviceIndependent : 0, GetBitsPrPixel(),
                                              kColors);
-    if (bitmap->ReSize(reference, width, height) && stale == UpToDate) stale = Moved;
+    return bitmap->ReSize(reference, width, height) != 0;
 }
 
 void KViewEx::OnDraw(CDC* dc) {
@@ -195,8 +203,16 @@ void KViewEx::DrawOn(CDC& dc, CSize area) {
     DrawAfterBitmap(&dc);
     dc.RestoreDC(saved);
     elsewhere = before;
+    PrepareForWindow();
     // A view without a window has no other picture that would have to be drawn anew.
     if (!GetSafeHwnd()) stale = UpToDate;
+}
+
+// What OnPrepareDC remembers of sizes is the window's again, after drawing elsewhere.
+void KViewEx::PrepareForWindow() {
+    if (elsewhere || !GetSafeHwnd()) return;
+    CClientDC dc(this);
+    OnPrepareDC(&dc);
 }
 
 void KViewEx::OnContextMenu(CWnd*, CPoint point) {

@@ -48,7 +48,7 @@ class KViewEx : public CView {
     // The colour dialog: 1 and the new colour when the user chose one.
     int EditColor(unsigned long& color);
     // Whether overlays are drawn on a second picture, so that they do not flicker.
-    void UseDoubleBitmap(bool use) { doublePictures = use; }
+    void UseDoubleBitmap(bool use);
     int GetBitsPrPixel() const { return 16; }
 
     // The placement of the frame around the view, in the section of the key name. Without a window they do
@@ -100,12 +100,15 @@ class KViewEx : public CView {
     void RedrawMoved();
     // What is drawn into: the client area, the body of a page, or the area of DrawOn. Device units.
     CRect DrawingArea() const;
+    bool DrawsElsewhere() const { return elsewhere.has_value(); }
     void RebuildBackground();
 
   private:
-    void FitPicture(std::unique_ptr<CBitmapEx>& bitmap, CDC* reference, int width, int height);
+    // Whether the size changed.
+    bool FitPicture(std::unique_ptr<CBitmapEx>& bitmap, CDC* reference, int width, int height);
     void DrawFromPictures(CDC& dc, CDC& memory);
     void DrawOnPage(CDC& dc);
+    void PrepareForWindow();
     void TakePrintArea(CDC& dc, CPrintInfo& info, const CRect& area) const;
 
     std::unique_ptr<CBitmapEx> overlayPicture;

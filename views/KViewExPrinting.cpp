@@ -93,6 +93,7 @@ void KViewEx::OnPrint(CDC* dc, CPrintInfo* info) {
     OnDraw(dc);
     elsewhere.reset();
     printInfo = nullptr;
+    PrepareForWindow();
 }
 
 void KViewEx::DrawOnPage(CDC& dc) {

@@ -8,6 +8,9 @@ namespace {
 // Fewer points are looked at in less time than the rest of a picture takes.
 constexpr std::size_t kWorthKeeping = 65536;
 
+// Looked at in some tens of microseconds.
+constexpr std::size_t kSampleSize = 4096;
+
 PointExtremes Union(const PointExtremes* first, const PointExtremes* end) {
     PointExtremes all = *first;
     for (const PointExtremes* one = first + 1; one != end; ++one) {
@@ -22,7 +25,7 @@ PointExtremes Union(const PointExtremes* first, const PointExtremes* end) {
 }  // namespace
 
 PointPyramid::PointPyramid(const CPoint* points, std::size_t count, const StatusFilter& which)
-    : m_points(points), m_count(count), m_which(which), m_levels(1) {
+    : m_points(points), m_count(count), m_which(which), m_sample(Sample()), m_levels(1) {
     m_levels[0].resize(count / kPointBlock);
     ScanBlocks(points, m_levels[0].size(), which, m_levels[0].data());
     while (m_levels.back().size() >= kGroup) {
@@ -33,6 +36,24 @@ PointPyramid::PointPyramid(const CPoint* points, std::size_t count, const Status
         m_levels.push_back(std::move(groups));
     }
 }
+
+// Evenly spread, the first and the last point among them. FNV-1a (Fowler, Noll, Vo) over whole values: each
+// step is a bijection, so one point that differs always shows.
+std::uint64_t PointPyramid::Sample() const {
+    std::uint64_t hash = 0xcbf29ce484222325;
+    const auto take = [&hash](std::uint64_t value) { hash = (hash ^ value) * 0x100000001b3; };
+    const std::size_t step = std::max<std::size_t>(1, m_count / kSampleSize);
+    const auto takePoint = [&](std::size_t i) {
+        take(std::uint64_t{static_cast<std::uint32_t>(m_points[i].x)} << 32 |
+             static_cast<std::uint32_t>(m_points[i].y));
+        if (m_which.status) take(m_which.status[i]);
+    };
+    for (std::size_t i = 0; i < m_count; i += step) takePoint(i);
+    if (m_count > 0) takePoint(m_count - 1);
+    return hash;
+}
+
+bool PointPyramid::Resembles() const { return Sample() == m_sample; }
 
 bool PointPyramid::Describes(const CPoint* points, std::size_t count, const StatusFilter& which) const {
     return points == m_points && count == m_count && which.status == m_which.status &&
@@ -71,16 +92,18 @@ std::size_t PointPyramid::Inside(std::size_t block, std::size_t stop, std::int32
     return inside;
 }
 
-const PointPyramid* PointPyramids::Of(const CPoint* points, std::size_t count, const StatusFilter& which) {
+const PointPyramid* PointPyramids::Of(const void* series, const CPoint* points, std::size_t count,
+                                      const StatusFilter& which) {
+    const auto kept = m_kept.find(series);
+    if (kept != m_kept.end()) {
+        const PointPyramid& pyramid = kept->second;
+        if (pyramid.Describes(points, count, which) && pyramid.Resembles()) return &pyramid;
+        m_kept.erase(kept);
+    }
     if (count < kWorthKeeping) return nullptr;
-    const auto kept = std::find_if(m_kept.begin(), m_kept.end(),
-                                   [&](const auto& pyramid) { return pyramid->Points() == points; });
-    if (kept != m_kept.end() && (*kept)->Describes(points, count, which)) return kept->get();
-    if (kept != m_kept.end()) m_kept.erase(kept);
     try {
-        m_kept.push_back(std::make_unique<PointPyramid>(points, count, which));
+        return &m_kept.emplace(series, PointPyramid(points, count, which)).first->second;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
-    return m_kept.back().get();
 }

@@ -3,7 +3,8 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+#include <cstdint>
+#include <map>
 #include <vector>
 
 #include "platform/gdi/PointRuns.h"
@@ -15,7 +16,10 @@ class PointPyramid {
     PointPyramid(const CPoint* points, std::size_t count, const StatusFilter& which);
 
     bool Describes(const CPoint* points, std::size_t count, const StatusFilter& which) const;
-    const CPoint* Points() const { return m_points; }
+    // Whether a sample of the points and their status words is what it was. Finds series that were filled
+    // anew, rotated or rewritten over some stretch, not every single point; the arrays must be those
+    // described.
+    bool Resembles() const;
 
     // Goes on from scan.next, which begins a block, over whole blocks before `end` as long as their points
     // lie within left <= x <= right.
@@ -33,20 +37,25 @@ class PointPyramid {
     std::size_t Inside(std::size_t block, std::size_t stop, std::int32_t left, std::int32_t right,
                        RunScan& scan) const;
 
+    std::uint64_t Sample() const;
+
     const CPoint* m_points;
     std::size_t m_count;
     StatusFilter m_which;
+    std::uint64_t m_sample;
     std::vector<std::vector<PointExtremes>> m_levels;  // of blocks, of groups of kGroup blocks, and so on
 };
 
-// The pyramids of the series in a picture. Whoever keeps one clears it whenever points or status words may
-// have changed.
+// The pyramids of the series in a picture, one for each. Whoever keeps one clears it whenever points or
+// status words may have changed; arrays that moved, grew or were filled anew without that are noticed.
 class PointPyramids {
   public:
-    // The pyramid of these points, built unless it is kept. Null where it would not pay or memory is short.
-    const PointPyramid* Of(const CPoint* points, std::size_t count, const StatusFilter& which);
+    // The pyramid of these points of a series, built unless it is kept. Null where it would not pay or memory
+    // is short. `series` is an identity only.
+    const PointPyramid* Of(const void* series, const CPoint* points, std::size_t count,
+                           const StatusFilter& which);
     void Clear() { m_kept.clear(); }
 
   private:
-    std::vector<std::unique_ptr<PointPyramid>> m_kept;
+    std::map<const void*, PointPyramid> m_kept;
 };

@@ -1,12 +1,10 @@
 #include "tests/views/GraphViewTest.h"
 
-#include <QImage>
-#include <QTemporaryDir>
 #include <QWheelEvent>
 #include <QtTest>
 #include <cstdlib>
 
-#include "platform/window/Printing.h"
+#include "platform/window/NativeWindow.h"
 #include "tests/gdi/DrawingTest.h"
 
 namespace {
@@ -180,6 +178,38 @@ TEST_F(GraphViewTest, TheRulerIsArmedDrawnAndLeftByMouseAndCommands) {
     EXPECT_EQ(view->mouseMode, CXYGraphView::ShowPosition);
 }
 
+TEST_F(GraphViewTest, WhatTheDocumentToldDuringADragShowsAfterIt) {
+    Settle();
+    const int pictures = view->pictures;
+    RunCommand(*view, 50028);
+    Click({250, 200});
+    document.UpdateAllViews(nullptr);
+    Settle();
+    EXPECT_EQ(view->pictures, pictures) << "a drag is not disturbed";
+    Click({300, 230});
+    Settle();
+    EXPECT_EQ(view->pictures, pictures + 1);
+    EXPECT_TRUE(view->rulerVisible);
+}
+
+TEST_F(GraphViewTest, ARulerLeavesNoTraceWhenCtrlChangesItsShape) {
+    QWidget* const client = ClientOf(*view);
+    const auto move = [&](int x, int y, Qt::KeyboardModifiers keys) {
+        QMouseEvent event(QEvent::MouseMove, QPoint(x, y), client->mapToGlobal(QPoint(x, y)), Qt::NoButton,
+                          {}, keys);
+        QCoreApplication::sendEvent(client, &event);
+        return DifferingPixels(*view->picture, *NativeWindow::Of(view->GetSafeHwnd())->Picture());
+    };
+    Settle();
+    view->ruler.setType(KRuler::Circle);
+    RunCommand(*view, 50028);
+    Settle();
+    Click({250, 200});
+    EXPECT_GT(move(300, 230, {}), 100);
+    EXPECT_GT(move(310, 230, Qt::ControlModifier), 10);
+    EXPECT_EQ(move(250, 200, {}), 0);
+}
+
 TEST_F(GraphViewTest, TheMiddleButtonPans) {
     RunCommand(*view, 50001);
     Settle();
@@ -217,7 +247,6 @@ TEST_F(GraphViewTest, HintsShowHideAndRemoveSeries) {
     send(CViewUpdate::RemoveSource, series.get());
     EXPECT_TRUE(view->shownSources.empty());
     EXPECT_EQ(view->dataHandler->GetPointSource(), nullptr);
-    view->SetCaption();
     EXPECT_EQ(Caption(), "Empty");
     Settle();
 }
@@ -228,120 +257,6 @@ TEST_F(GraphViewTest, AZoomedViewFollowsNewData) {
     series->push_back({100300, 50000});
     document.UpdateAllViews(nullptr);
     EXPECT_EQ(view->zoom.Current().originX, origin + 300);
-}
-
-TEST_F(GraphViewTest, APaintWithoutAStalePictureDrawsOverlaysOnly) {
-    Settle();
-    const int pictures = view->pictures;
-    const int overlays = view->overlays;
-    view->Invalidate(FALSE);
-    Settle();
-    EXPECT_EQ(view->pictures, pictures);
-    EXPECT_EQ(view->overlays, overlays + 1);
-    RunCommand(*view, 50022);
-    Settle();
-    EXPECT_EQ(view->pictures, pictures + 1);
-    EXPECT_FALSE(QueryCommand(*view, 50022).IsChecked());
-    // What the host wrote into the arrays shows after an update.
-    series->GetData()[500].y = 0;
-    document.UpdateAllViews(nullptr);
-    Settle();
-    EXPECT_EQ(view->pictures, pictures + 2);
-}
-
-TEST_F(GraphViewTest, DrawsTheSameOnAnyContext) {
-    Settle();
-    auto elsewhere = NewPicture(view->picture->GetWidth(), view->picture->GetHeight());
-    CDC dc(*elsewhere);
-    view->DrawOn(dc, {elsewhere->GetWidth(), elsewhere->GetHeight()});
-    EXPECT_EQ(DifferingPixels(*elsewhere, *view->picture), 0);
-    EXPECT_GT(PixelsUnlike(*elsewhere, kWhite), 2000);
-    // Nor does it need a window, or disturb the picture in it.
-    OpenGraphView windowless("GraphViewTest");
-    windowless.AddSource(series.get(), true);
-    windowless.OnInitialUpdate();
-    auto another = NewPicture(elsewhere->GetWidth(), elsewhere->GetHeight());
-    CDC anotherDc(*another);
-    windowless.DrawOn(anotherDc, {another->GetWidth(), another->GetHeight()});
-    EXPECT_EQ(DifferingPixels(*elsewhere, *another), 0);
-}
-
-// Long enough for a pyramid, with a valley between two hills.
-std::unique_ptr<KPointSource> LongSeries() {
-    auto series = std::make_unique<KPointSource>("long", 1000.0, 1000.0, "s", "m", 200000, 1);
-    for (int i = 0; i < 200000; ++i)
-        series->push_back({i, (i * 7919) % 1000 + (i < 90000 || i > 110000) * 9000});
-    return series;
-}
-
-TEST_F(GraphViewTest, NeverDrawsOldDataHoweverTheHostChangedIt) {
-    const auto data = LongSeries();
-    CDocument other;
-    OpenGraphView* const live = OpenView(other, {data.get()}, "NeverDrawsOldData");
-    const auto expectFresh = [&](const char* when) {
-        Settle();
-        OpenGraphView fresh("NeverDrawsOldData");
-        fresh.AddSource(data.get(), true);
-        fresh.OnInitialUpdate();
-        fresh.axes = live->axes;
-        fresh.zoom = live->zoom;
-        auto expected = NewPicture(live->picture->GetWidth(), live->picture->GetHeight());
-        CDC dc(*expected);
-        fresh.DrawOn(dc, {expected->GetWidth(), expected->GetHeight()});
-        EXPECT_EQ(DifferingPixels(*expected, *live->picture), 0) << when;
-    };
-    expectFresh("first picture");
-    RunCommand(*live, 50001);
-    expectFresh("zoomed");
-    live->OnHScroll(SB_LINERIGHT, 0, nullptr);
-    expectFresh("scrolled");
-    for (int i = 60000; i < 61000; ++i) data->GetData()[i].y = 4000;
-    other.UpdateAllViews(nullptr);
-    expectFresh("written to and updated");
-    for (int i = 120000; i < 121000; ++i) data->GetData()[i].y = 3000;
-    live->mouseMode = CXYGraphView::RulerDragging;
-    other.UpdateAllViews(nullptr);
-    live->mouseMode = CXYGraphView::ShowPosition;
-    RunCommand(*live, 50001);
-    expectFresh("updated while measuring, then zoomed");
-    data->push_back({200500, 2000});
-    live->OnHScroll(SB_PAGERIGHT, 0, nullptr);
-    expectFresh("appended, then scrolled");
-    live->GetParentFrame()->DestroyWindow();
-}
-
-TEST_F(GraphViewTest, APageHasHeaderBodyAndFooter) {
-    class PrintedView : public OpenGraphView {
-      public:
-        PrintedView() : OpenGraphView("APageHasHeaderBodyAndFooter") {}
-        CRect page, header, footer, body;
-
-      protected:
-        void PreparePrintDC(CDC*, CPrintInfo* info) override { page = info->m_rectDraw; }
-        void OnPrintHeader(CDC* dc, CPrintInfo* info) override {
-            header = info->m_rectDraw;
-            OpenGraphView::OnPrintHeader(dc, info);
-        }
-        void OnPrintFooter(CDC* dc, CPrintInfo* info) override {
-            footer = info->m_rectDraw;
-            OpenGraphView::OnPrintFooter(dc, info);
-        }
-        int DrawAfterBitmap(CDC* dc) override {
-            body = printInfo->m_rectDraw;
-            return OpenGraphView::DrawAfterBitmap(dc);
-        }
-    } printed;
-    printed.AddSource(series.get(), true);
-    printed.OnInitialUpdate();
-    QTemporaryDir folder;
-    ASSERT_TRUE(PrintToPdf(printed, folder.filePath("page.pdf").toUtf8()));
-    const CRect page = printed.page;
-    EXPECT_EQ(printed.header, CRect(page.left, page.top, page.right, page.top - 340));
-    EXPECT_EQ(printed.footer, CRect(page.left, page.bottom + 283, page.right, page.bottom));
-    EXPECT_EQ(printed.body, CRect(page.left, page.top - 340, page.right, page.bottom + 283));
-    EXPECT_EQ(printed.pictures, 1);
-    EXPECT_TRUE(QueryCommand(printed, 57607).IsEnabled());
-    printed.DestroyWindow();
 }
 
 TEST_F(GraphViewTest, IsoAspectCoversTheSameDistancePerPixel) {
@@ -357,26 +272,6 @@ TEST_F(GraphViewTest, IsoAspectCoversTheSameDistancePerPixel) {
     Settle();
     EXPECT_NEAR(perPixel(), 1.0, 0.02);
     EXPECT_EQ(view->zoom.Depth(), 1u);
-}
-
-TEST_F(GraphViewTest, ListenersHearWhatThePictureShows) {
-    struct Listener final : CXYGraphView::IAxisChangeListener {
-        void OnAxisChanged(CXYGraphView::AxisChangeInfo* info) override {
-            heard = *info;
-            ++calls;
-        }
-        CXYGraphView::AxisChangeInfo heard;
-        int calls = 0;
-    } listener;
-    view->AddAxisChangeListener(&listener);
-    RunCommand(*view, 50001);
-    Settle();
-    EXPECT_EQ(listener.calls, 1);
-    EXPECT_EQ(listener.heard.fromX, 14645.0);
-    EXPECT_EQ(listener.heard.toX, 14645.0 + 70711.0);
-    EXPECT_EQ(listener.heard.unitX, "s");
-    EXPECT_EQ(view->StoredAt({listener.heard.plotLeft, 0}).x, 14645);
-    EXPECT_EQ(view->StoredAt({listener.heard.plotRight, 0}).x, 14645 + 70711);
 }
 
 TEST_F(GraphViewTest, SettingsComeBackUnderTheirKey) {
@@ -406,63 +301,6 @@ TEST_F(GraphViewTest, SettingsComeBackUnderTheirKey) {
     RunCommand(*view, 50030);
     EXPECT_TRUE(view->GetParentFrame()->GetStyle() & WS_SYSMENU);
     AfxGetApp()->WriteProfileString("GraphViewTest", nullptr, nullptr);
-}
-
-TEST_F(GraphViewTest, TilesShowTheirOwnSeriesPageByPage) {
-    std::vector<std::unique_ptr<KPointSource>> more;
-    for (const char* name : {"b", "c", "d", "e"}) {
-        more.push_back(Ramp(name));
-        view->AddSource(more.back().get(), true);
-    }
-    EXPECT_EQ(view->GetNumPages(), 1);
-    view->tiled = 1;
-    EXPECT_EQ(view->GetNumPages(), 2);
-    view->OnViewNextPage();
-    view->OnViewNextPage();
-    EXPECT_EQ(view->page, 1);
-    Settle();
-    // The fifth series stands alone, in the first tile.
-    EXPECT_LT(view->tileClip.right, view->tileSize.cx);
-    EXPECT_LT(view->tileClip.bottom, view->tileSize.cy);
-    view->OnViewPrevPage();
-    view->OnViewPrevPage();
-    EXPECT_EQ(view->page, 0);
-    Settle();
-    EXPECT_EQ(view->dataHandler->GetPointSource(), series.get());
-    for (const auto& one : more) view->RemoveSource(one.get());
-}
-
-// As many decimals as the ticks need.
-class ExactLabels : public OpenGraphView {
-  public:
-    ExactLabels() : OpenGraphView("ExactLabels") {}
-    CString& FormatXLabel(CString& text, double value) override {
-        const double step = TickSpacingInForce().cx;
-        int decimals = 0;
-        for (double unit = 1.0; step > 0.0 && unit > step * 1.001 && decimals < 9; unit /= 10.0) ++decimals;
-        text.Format("%.*f", decimals, value);
-        longest = std::max(longest, text.GetLength());
-        return text;
-    }
-    int longest = 0;
-};
-
-TEST_F(GraphViewTest, LabelsMayDependOnTheTickSpacing) {
-    ExactLabels exact;
-    exact.AddSource(series.get(), true);
-    exact.OnInitialUpdate();
-    auto picture = NewPicture(600, 400);
-    CDC dc(*picture);
-    exact.DrawOn(dc, {600, 400});
-    EXPECT_EQ(exact.TickSpacingInForce().cx, 10.0);
-    EXPECT_EQ(exact.longest, 3) << "100";
-    // 330 stored units are 0.33 s.
-    ASSERT_TRUE(exact.AddZoom(CZoomInfo(300.0f, 100.0f, 5000, 2500, 0, 0)));
-    exact.zoom.FitScrollSizes({{0, 0}, {100000, 50000}});
-    exact.longest = 0;
-    exact.DrawOn(dc, {600, 400});
-    EXPECT_LT(exact.TickSpacingInForce().cx, 0.1);
-    EXPECT_EQ(exact.longest, 6) << "100.00 while the room is measured";
 }
 
 }  // namespace

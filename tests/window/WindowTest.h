@@ -18,7 +18,7 @@ class QWidget;
 class WindowTest : public ::testing::Test {
   protected:
     static void SetUpTestSuite();
-    // Lets windows that ended while an event was handled go.
+    // Lets windows that ended while an event was handled go, and keys.
     void TearDown() override;
 
     // Handles what is waiting, paints included.
