@@ -7,7 +7,6 @@
 namespace {
 
 using Registry = RegistryFixture;
-using testing::Test;
 using Names = std::vector<std::string>;
 
 TEST(FoldCaseTest, IgnoresCaseLetterByLetter) {
