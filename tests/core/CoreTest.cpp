@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "platform/core/CObject.h"
 #include "platform/core/CPointEx.h"
@@ -13,26 +14,17 @@ namespace {
 
 TEST(Rounding, HalvesGoAwayFromZeroAndWildValuesSaturate) {
     const struct {
-        double value;
         std::int32_t rounded;
-    } cases[] = {{0.0, 0},
-                 {-0.0, 0},
-                 {0.5, 1},
-                 {-0.5, -1},
-                 {2.5, 3},
-                 {-2.5, -3},
-                 {0.4999, 0},
-                 {-1.4999, -1},
-                 {2147483646.5, kMax},
-                 {2147483647.4, kMax},
-                 {3e9, kMax},
-                 {-3e9, kMin},
-                 {kInfinity, kMax},
-                 {-kInfinity, kMin},
-                 {-2147483648.4, kMin},
-                 {kNaN, 0},
-                 {0.49999999999999994, 1}};
-    for (const auto& one : cases) EXPECT_EQ(RoundHalfAway(one.value), one.rounded) << one.value;
+        std::vector<double> values;
+    } cases[] = {{0, {0.0, -0.0, 0.4999, kNaN}},
+                 {1, {0.5, 0.49999999999999994}},
+                 {-1, {-0.5, -1.4999}},
+                 {3, {2.5}},
+                 {-3, {-2.5}},
+                 {kMax, {2147483646.5, 2147483647.4, 3e9, kInfinity}},
+                 {kMin, {-2147483648.4, -3e9, -kInfinity}}};
+    for (const auto& one : cases)
+        for (const double value : one.values) EXPECT_EQ(RoundHalfAway(value), one.rounded) << value;
 }
 
 TEST(Geometry, SumsSaturateAndRealUnitsRound) {
