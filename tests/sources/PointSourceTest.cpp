@@ -172,15 +172,6 @@ TEST(PointSource, ASnapshotOfAnyLengthRestoresWhatBothHave) {
     }
 }
 
-TEST(PointSource, TheSnapshotsBytesAreCountSamplesWordsAndCodes) {
-    CTestSeries series;
-    EXPECT_EQ(series.SaveForUndo(true).tellp(), 4);
-    series.Resize(3);
-    EXPECT_EQ(series.SaveForUndo(true).tellp(), 4 + 14 * 3);
-    series.hasRejection = false;
-    EXPECT_EQ(series.SaveForUndo(true).tellp(), 4 + 10 * 3);
-}
-
 TEST(KPointSource, GrowsByItsStepAndKeepsSamplesAndStatus) {
     KPointSource series("name", 1, 1, "", "", 0, 10);
     Points expected;
