@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "tests/app/Files.h"
 
@@ -104,11 +105,7 @@ TEST(Clean, ReportsNamesResultsAndTheInputsHash) {
 }
 
 TEST(Clean, RefusesWithoutLeavingFiles) {
-    const struct {
-        const char* arguments;
-        int exitCode;
-        const char* message;
-    } cases[] = {
+    const RefusedRun cases[] = {
         {"clean letter.txt -o out.csv --delete", 1, "letter.txt:1: not a table"},
         {"clean none.csv -o out.csv --delete", 1, "cannot open none.csv: No such file"},
         {"clean wide.csv -o out.csv --delete", 1, "iconv -f UTF-16"},
@@ -143,13 +140,8 @@ TEST(Clean, RefusesWithoutLeavingFiles) {
                                          8));
     folder.Write("empty.csv", "\n \n");
     for (const auto& one : cases) {
-        SCOPED_TRACE(one.arguments);
-        const auto run = folder.Run(one.arguments);
-        EXPECT_EQ(run.exitCode, one.exitCode);
-        EXPECT_NE(run.err.find(one.message), std::string::npos) << run.err;
-        EXPECT_EQ(run.out, "");
-        EXPECT_EQ(folder.Count(), 4u);
-        EXPECT_EQ(folder.Read("in.csv"), kSeries);
+        ExpectRefused(folder, one, 4);
+        EXPECT_EQ(folder.Read("in.csv"), kSeries) << one.arguments;
     }
 }
 

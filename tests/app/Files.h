@@ -1,47 +1,16 @@
 // Files and runs of the program for the tests.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <string>
+#include "tests/core/TestFolder.h"
 
 namespace app {
 
-inline std::string ReadWhole(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-// A folder that lives as long as this object, and the program run in it.
-class Folder {
+// A folder, and the program run in it.
+class Folder : public TestFolder {
   public:
-    Folder() {
-        std::string name = (std::filesystem::temp_directory_path() / "tavin-test-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
-    }
-    ~Folder() { std::filesystem::remove_all(path_); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    std::string Path(const std::string& name) const { return (path_ / name).string(); }
-    void Write(const std::string& name, const std::string& text) const {
-        std::ofstream(path_ / name, std::ios::binary) << text;
-    }
-    std::string Read(const std::string& name) const { return ReadWhole(path_ / name); }
-    bool Has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
-    // Everything in the folder, to see that nothing was left behind.
-    std::size_t Count() const {
-        return static_cast<std::size_t>(
-            std::distance(std::filesystem::directory_iterator(path_), std::filesystem::directory_iterator()));
-    }
-
     struct Outcome {
         int exitCode;
         std::string out;
@@ -49,19 +18,33 @@ class Folder {
     };
     // Runs the program with the shell's words `arguments` here; standard output and error are kept.
     Outcome Run(const std::string& arguments) const {
-        const std::string out = path_.string() + ".out";
-        const std::string err = path_.string() + ".err";
+        const std::string out = Root().string() + ".out";
+        const std::string err = Root().string() + ".err";
         const std::string command =
-            "cd " + path_.string() + " && { " TAVIN_PROGRAM " " + arguments + "; } >" + out + " 2>" + err;
+            "cd " + Root().string() + " && { " TAVIN_PROGRAM " " + arguments + "; } >" + out + " 2>" + err;
         const int status = std::system(command.c_str());
         Outcome outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadWhole(out), ReadWhole(err)};
         std::filesystem::remove(out);
         std::filesystem::remove(err);
         return outcome;
     }
-
-  private:
-    std::filesystem::path path_;
 };
+
+// A run that ends with one message.
+struct RefusedRun {
+    const char* arguments;
+    int exitCode;
+    const char* message;  // a part of it
+};
+
+// Whether the run wrote the message alone, and no file beside the `files` that were there.
+inline void ExpectRefused(const Folder& folder, const RefusedRun& refusal, std::size_t files) {
+    SCOPED_TRACE(refusal.arguments);
+    const auto run = folder.Run(refusal.arguments);
+    EXPECT_EQ(run.exitCode, refusal.exitCode);
+    EXPECT_NE(run.err.find(refusal.message), std::string::npos) << run.err;
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(folder.Count(), files);
+}
 
 }  // namespace app

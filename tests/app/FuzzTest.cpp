@@ -18,37 +18,24 @@ std::size_t Below(Random& random, std::size_t n) {
 }
 
 std::string Damaged(std::string text, Random& random) {
-    static const std::string kPieces[] = {"\"",
-                                          "\"\"",
-                                          ",",
-                                          ";",
-                                          "\t",
-                                          " ",
-                                          "\n",
-                                          "\r",
-                                          "\r\n",
-                                          "#",
-                                          "-",
-                                          ".",
-                                          "e9",
-                                          "1e308",
-                                          "NaN",
-                                          "2024-02-30T00:00Z",
-                                          "99999999999999999999",
-                                          "\xFF",
-                                          "+",
-                                          "|"};
+    static const std::string kLetters = "\",;\t \n\r#-.+|\xFF";
+    static const std::string kWords[] = {
+        "\"\"", "\r\n", "e9", "1e308", "NaN", "2024-02-30T00:00Z", "99999999999999999999"};
+    const auto piece = [&random] {
+        const std::size_t i = Below(random, kLetters.size() + std::size(kWords));
+        return i < kLetters.size() ? kLetters.substr(i, 1) : kWords[i - kLetters.size()];
+    };
     for (std::size_t i = 0, n = 1 + Below(random, 6); i < n; ++i) {
         const std::size_t at = Below(random, text.size());
         switch (Below(random, 3)) {
             case 0:
-                text.insert(at, kPieces[Below(random, std::size(kPieces))]);
+                text.insert(at, piece());
                 break;
             case 1:
                 text.erase(at, 1 + Below(random, 8));
                 break;
             default:
-                text[at] = kPieces[Below(random, std::size(kPieces))][0];
+                text[at] = piece()[0];
         }
         if (text.empty()) text = ",";
     }

@@ -64,11 +64,7 @@ TEST_F(PlotTest, WritesDrawingsAndPages) {
 }
 
 TEST_F(PlotTest, RefusesWithOneMessageAndLeavesNothingBehind) {
-    const struct {
-        const char* arguments;
-        int exitCode;
-        const char* message;
-    } cases[] = {
+    const RefusedRun cases[] = {
         {"plot step.csv -o step.gif", 2, "must end in .png, .svg or .pdf"},
         {"plot step.csv -o step.png --size 12", 2, "--size 12"},
         {"plot step.csv -o step.png --size 99999x99999", 2, "--size"},
@@ -79,12 +75,7 @@ TEST_F(PlotTest, RefusesWithOneMessageAndLeavesNothingBehind) {
         {"plot step.csv -o nowhere/step.png", 1, "cannot write nowhere/step.png"},
         {"plot step.csv -o nowhere/step.pdf", 1, "cannot write nowhere/step.pdf"},
     };
-    for (const auto& one : cases) {
-        const auto run = folder.Run(one.arguments);
-        EXPECT_EQ(run.exitCode, one.exitCode) << one.arguments;
-        EXPECT_NE(run.err.find(one.message), std::string::npos) << one.arguments << ": " << run.err;
-    }
-    EXPECT_EQ(folder.Count(), 1u);
+    for (const auto& one : cases) ExpectRefused(folder, one, 1);
 }
 
 }  // namespace

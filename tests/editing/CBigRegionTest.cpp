@@ -4,19 +4,17 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "tests/core/Limits.h"
 
 namespace {
 
 __extension__ typedef __int128 Wide;
 
 using Points = std::vector<CPoint>;
-
-constexpr LONG kMax = std::numeric_limits<LONG>::max();
-constexpr LONG kMin = std::numeric_limits<LONG>::min();
 
 // The rule for one edge, case by case.
 bool CrossesPlainly(CPoint a, CPoint b, CPoint p) {
@@ -133,22 +131,6 @@ TEST(CBigRegion, TheFullRangeIsExactOnItsDiagonal) {
     for (LONG v = -2000; v < 2000; ++v)
         for (const LONG off : {-1, 0, 1}) diagonal.emplace_back(v * 1000001 + off, v * 1000001);
     ExpectSameAnswers(halfPlane, diagonal, "diagonal");
-}
-
-TEST(SelectInRegion, ListsPointsInsideOrOutside) {
-    const Points square = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-    const Points points = {{5, 5}, {50, 5}, {6, 6}, {-1, -1}};
-    const CBigRegion region(square.data(), 4);
-    const CBigRegion line(square.data(), 1);
-    std::vector<long> indices = {99};
-    const auto select = [&](const CBigRegion& in, bool inside) {
-        EXPECT_TRUE(SelectInRegion(in, points.data(), 4, inside, indices));
-        return indices;
-    };
-    EXPECT_EQ(select(region, true), (std::vector<long>{0, 2}));
-    EXPECT_EQ(select(region, false), (std::vector<long>{1, 3}));
-    EXPECT_EQ(select(line, true), std::vector<long>());
-    EXPECT_EQ(select(line, false), (std::vector<long>{0, 1, 2, 3}));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <memory>
 #include <random>
-#include <string>
 
 #include "editing/EditCommands.h"
 #include "editing/PointIndices.h"
@@ -13,43 +12,18 @@ using Commands = EditingTest;
 
 constexpr long kListed[] = {1, 3};
 
-TEST_F(Commands, NameReportAndAnswerForTheirSeries) {
+TEST_F(Commands, ReportWhatTheirArgumentsMean) {
     FullSource series(AtTens({0, 0, 0, 0}));
-    FullSource* s = &series;
-    const struct {
-        std::unique_ptr<KPointSourceCmd> command;
-        const char* name;
-        const char* result;
-        bool flag2 = false;
-    } cases[] = {
-        {std::make_unique<KTranslateCmd>(s, 0.25f, -2.0f), "Translate points",
-         "Points translated (0.250 s, -2.000 m) "},
-        {std::make_unique<KScaleCmd>(s, 2, 1.5f, 7.0f), "Scale points",
-         "Points scaled with factor 1.500 about origin 7.000 s"},
-        {std::make_unique<KSmoothCmd>(s, kListed, 2, 12.0f, 2.0f), "Smooth points", "Wave length 12.000 s"},
-        {std::make_unique<KSpikeDetectCmd>(s, kListed, 2, 12.0f, 2.0f, 0.5f), "Spike detection",
-         "Wave length: 12.000 s\r\nWindow: 0.500 m"},
-        {std::make_unique<KSpikeDeleteCmd>(s, PS_DELETED), "Delete marked spikes",
-         "Deleted 0 points. (0.00 %)."},
-        {std::make_unique<KInterpolateCmd>(s, kListed, 2), "Interpolate points", "Interpolated 2 points",
-         true},
-        {std::make_unique<KInterpolateCmd>(s, nullptr, 0), "Interpolate points", "Interpolated 4 points",
-         true},
-        {std::make_unique<KDeleteCmd>(s), "Delete points", "Deleted marked points"},
-        {std::make_unique<KRejectCmd>(s), "Reject points", "Reject points"},
-        {std::make_unique<KClearRejectCmd>(s), "Clear all rejections", "Clear all rejections"},
-        {std::make_unique<KMedianFilterSpikeDetectCmd>(s, nullptr, 0, 11.9f, 0.25f), "Median spike detection",
-         "Filter length: 11 samples\r\nReject distance: 0.250"},
-    };
-    for (const auto& one : cases) {
-        EXPECT_STREQ(one.command->GetName(), one.name);
-        EXPECT_STREQ(one.command->GetResultText(), one.result);
-        EXPECT_EQ(one.command->GetOwner(), s) << one.name;
-        EXPECT_EQ(one.command->QueryFlag2(), one.flag2) << one.name;
-        EXPECT_TRUE(one.command->QueryFlag6()) << one.name;
-        EXPECT_FALSE(one.command->QueryFlag7()) << one.name;
-    }
-    EXPECT_EQ(KRejectCmd(s).GetName(), KRejectCmd(s).GetName()) << "one name for the class";
+    EXPECT_STREQ(KTranslateCmd(&series, 0.25f, -2.0f).GetResultText(),
+                 "Points translated (0.250 s, -2.000 m) ");
+    EXPECT_STREQ(KMedianFilterSpikeDetectCmd(&series, nullptr, 0, 11.9f, 0.25f).GetResultText(),
+                 "Filter length: 11 samples\r\nReject distance: 0.250");
+    KInterpolateCmd whole(&series, nullptr, 0);
+    EXPECT_STREQ(whole.GetResultText(), "Interpolated 4 points");
+    EXPECT_EQ(whole.GetOwner(), &series);
+    EXPECT_TRUE(whole.QueryFlag2());
+    EXPECT_FALSE(KDeleteCmd(&series).QueryFlag2());
+    EXPECT_EQ(KRejectCmd(&series).GetName(), KRejectCmd(&series).GetName()) << "one name for the class";
 }
 
 TEST_F(Commands, WithoutASeriesTheyDoNothingAndStillReport) {
@@ -95,7 +69,6 @@ TEST_F(Commands, TheBaseCountsItsPoints) {
     EXPECT_STREQ(HostCmd(&series, kListed, 0).GetResultText(), "3 point(s) affected");
     EXPECT_STREQ(HostCmd().GetResultText(), "0 point(s) affected");
     EXPECT_STREQ(HostCmd(nullptr, kListed, 2).GetResultText(), "0 point(s) affected");
-    EXPECT_FALSE(HostCmd(&series).Execute());
     EXPECT_STREQ(HostCmd(&series).GetName(), "") << "no such text";
 }
 
@@ -122,14 +95,11 @@ TEST_F(Commands, ScalingUsesTheOriginInRealUnits) {
     EXPECT_EQ(series.Ys(), (std::vector<int>{200, 0}));
 
     FullSource ramp(AtTens({0, 0, 0}), 1.0, 10.0);
+    EXPECT_FALSE(KScaleCmd(&ramp, 4, 10.0f, 0.0f).Execute());
+    EXPECT_FALSE(ramp.IsModified());
+    EXPECT_EQ(messages, std::vector<std::string>{"Function is not implemented"});
     EXPECT_TRUE(KScaleCmd(&ramp, 1, 10.0f, 0.0f).Execute());
     EXPECT_EQ(ramp.Ys(), (std::vector<int>{0, 50, 100}));
-
-    ramp.SetModified(0);
-    EXPECT_FALSE(KScaleCmd(&ramp, 4, 10.0f, 0.0f).Execute());
-    EXPECT_EQ(messages, std::vector<std::string>{"Function is not implemented"});
-    EXPECT_EQ(ramp.Ys(), (std::vector<int>{0, 50, 100}));
-    EXPECT_FALSE(ramp.IsModified());
 }
 
 TEST_F(Commands, SpikeDeletionCountsAndKeepsTheMarks) {
@@ -163,10 +133,6 @@ TEST_F(Commands, InterpolationSparesTheWholeSeries) {
     EXPECT_FALSE(KInterpolateCmd(&series, kAll, 3).Execute());
     EXPECT_FALSE(KInterpolateCmd(&series, nullptr, 0).Execute());
     EXPECT_FALSE(series.IsModified());
-
-    constexpr long kFirst[] = {0};
-    EXPECT_TRUE(KInterpolateCmd(&series, kFirst, 1).Execute());
-    EXPECT_EQ(series.Ys(), (std::vector<int>{50, 50, 100}));
 }
 
 TEST_F(Commands, IndicesThatNoLongerFitAreNotTouched) {
@@ -200,7 +166,6 @@ TEST(PointIndices, KeepCountAndOrderWhateverIsListed) {
     const PointIndices indices(wild, 11);
     EXPECT_EQ(indices.GetCount(), 11);
     EXPECT_EQ(indices.Within(7), (std::vector<long>{2, 5, 6}));
-    EXPECT_TRUE(indices.Within(0).empty());
 
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {

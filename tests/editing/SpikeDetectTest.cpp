@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <vector>
 
 #include "editing/SmoothingSpline.h"
 #include "sources/PointStatus.h"
+#include "tests/core/Limits.h"
 
 namespace {
 
@@ -117,7 +117,6 @@ TEST(SpikeDetect, APointExactlyAWindowAwayIsNoSpike) {
 }
 
 TEST(SpikeDetect, WildIndicesAndTheLimitsOfStoredValuesStayInBounds) {
-    constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
     std::vector<CPoint> points;
     for (int i = 0; i < 12; ++i) points.emplace_back(i, i % 2 ? kMax : -kMax - 1);
     std::vector<unsigned short> status(12);
@@ -137,7 +136,6 @@ TEST(SpikeDetect, WildIndicesAndTheLimitsOfStoredValuesStayInBounds) {
 TEST(SpikeDetect, RefusalsChangeNothing) {
     const Series s = RandomSeries(1);
     const long three[] = {1, 2, 3};
-    const double nan = std::numeric_limits<double>::quiet_NaN();
     const struct {
         const char* why;
         int count;
@@ -147,7 +145,7 @@ TEST(SpikeDetect, RefusalsChangeNothing) {
     } cases[] = {
         {"no points", 0, nullptr, 1, 1, 9, 1},        {"no indices", 80, three, 0, 1, 9, 1},
         {"three points", 80, three, 3, 1, 9, 1},      {"unknown mode", 80, three, 3, 2, 9, 1},
-        {"negative wave", 80, nullptr, 80, 1, -1, 1}, {"undefined scale", 80, nullptr, 80, 1, 9, nan}};
+        {"negative wave", 80, nullptr, 80, 1, -1, 1}, {"undefined scale", 80, nullptr, 80, 1, 9, kNaN}};
     for (const auto& one : cases) {
         Series t = s;
         int bandCount = 5;

@@ -1,4 +1,4 @@
-// Clip regions, hatches, copying between pictures, and what a context says of its device.
+// Clip regions, hatches, and copying between pictures.
 #include <gtest/gtest.h>
 
 #include "platform/gdi/Selected.h"
@@ -125,34 +125,4 @@ TEST(BitBlt, MovesPixelsWithinOnePicture) {
             for (int x = 5; x < 13; ++x)
                 ASSERT_EQ(dc.GetPixel(x + dx, y + dy), RGB(x, y, 0)) << dx << ' ' << dy;
     }
-}
-
-TEST(Device, ResolutionComesFromThePictureAndGoesToWhatIsMadeLikeIt) {
-    const auto picture = NewPicture(100, 80);
-    picture->SetDotsPerInch(192);
-    CDC dc(*picture);
-    EXPECT_EQ(dc.GetDeviceCaps(HORZRES), 100);
-    EXPECT_EQ(dc.GetDeviceCaps(VERTRES), 80);
-    EXPECT_EQ(dc.GetDeviceCaps(LOGPIXELSX), 192);
-    SIZE inch{2540, 2540};
-    dc.HIMETRICtoLP(&inch);
-    EXPECT_EQ(inch.cx, 192);
-    CBitmapEx like(4, 16, 256);
-    like.ReSize(&dc, 10, 10);
-    EXPECT_EQ(like.GetDotsPerInch(), 192);
-    CDC memory;
-    memory.CreateCompatibleDC(&dc);
-    EXPECT_EQ(memory.GetDeviceCaps(LOGPIXELSY), 192);
-    EXPECT_FALSE(dc.IsPrinting());
-}
-
-TEST(Device, OnlyTheAdvancedModeTakesATransformAndOnlyTheIdentity) {
-    const XFORM identity{1, 0, 0, 1, 0, 0}, moved{1, 0, 0, 1, 5, 0};
-    CDC dc;
-    EXPECT_FALSE(dc.SetWorldTransform(&identity));
-    EXPECT_EQ(dc.SetGraphicsMode(GM_ADVANCED), GM_COMPATIBLE);
-    EXPECT_TRUE(dc.SetWorldTransform(&identity));
-    EXPECT_FALSE(dc.SetWorldTransform(&moved));
-    EXPECT_EQ(dc.SetGraphicsMode(7), 0);
-    EXPECT_EQ(dc.SetGraphicsMode(GM_COMPATIBLE), GM_ADVANCED);
 }

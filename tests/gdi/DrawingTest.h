@@ -30,3 +30,20 @@ inline int PixelsUnlike(CBitmapEx& picture, std::uint32_t pixel) {
     for (int i = 0; i < picture.GetWidth() * picture.GetHeight(); ++i) unlike += Pixels(picture)[i] != pixel;
     return unlike;
 }
+
+// A free mapping.
+struct MappedView {
+    const char* name;
+    CPoint windowOrg;
+    CSize windowExt;
+    CPoint viewportOrg;
+    CSize viewportExt;
+};
+
+inline void UseView(CDC& dc, const MappedView& view) {
+    dc.SetMapMode(MM_ANISOTROPIC);
+    dc.SetWindowOrg(view.windowOrg.x, view.windowOrg.y);
+    dc.SetWindowExt(view.windowExt.cx, view.windowExt.cy);
+    dc.SetViewportOrg(view.viewportOrg.x, view.viewportOrg.y);
+    dc.SetViewportExt(view.viewportExt.cx, view.viewportExt.cy);
+}

@@ -1,18 +1,16 @@
 // Conversion between logical and device coordinates.
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <random>
 #include <vector>
 
 #include "platform/gdi/CDC.h"
 #include "platform/gdi/Mapping.h"
 #include "platform/gdi/PixelAxis.h"
+#include "tests/core/Limits.h"
 
 namespace {
 
-constexpr int kLowest = std::numeric_limits<std::int32_t>::min();
-constexpr int kHighest = std::numeric_limits<std::int32_t>::max();
 __extension__ using Exact = __int128;
 
 // The rule written out in wide arithmetic: half away from zero, then saturated.
@@ -21,13 +19,13 @@ std::int32_t Expected(std::int32_t x, const AxisMapping& m) {
     if (d < 0) n = -n, d = -d;
     const Exact rounded = n < 0 ? -((-2 * n + d) / (2 * d)) : (2 * n + d) / (2 * d);
     const Exact device = rounded + m.viewportOrg;
-    return device > kHighest ? kHighest : device < kLowest ? kLowest : static_cast<std::int32_t>(device);
+    return device > kMax ? kMax : device < kMin ? kMin : static_cast<std::int32_t>(device);
 }
 
 // Small, medium and huge numbers of either sign, and the limits; never 0.
 std::int32_t AnyNumber(std::mt19937& random) {
-    static constexpr std::int32_t kReach[] = {3, 100, 5000, 1000000, kHighest};
-    if (random() % 16 == 0) return random() % 2 ? kLowest : kHighest;
+    static constexpr std::int32_t kReach[] = {3, 100, 5000, 1000000, kMax};
+    if (random() % 16 == 0) return random() % 2 ? kMin : kMax;
     const std::int32_t reach = kReach[random() % 5];
     const std::int32_t number = std::uniform_int_distribution(-reach, reach)(random);
     return number ? number : 1;
@@ -87,10 +85,10 @@ TEST(Mapping, PixelAxisIsTheSameConversion) {
         const auto [first, last] = axis.LogicalOf(pixel);
         if (first > last) continue;
         for (const std::int64_t border : {first, last}) ASSERT_EQ(m.ToDevice(SaturateToInt32(border)), pixel);
-        if (first > kLowest) {
+        if (first > kMin) {
             ASSERT_NE(m.ToDevice(SaturateToInt32(first - 1)), pixel);
         }
-        if (last < kHighest) {
+        if (last < kMax) {
             ASSERT_NE(m.ToDevice(SaturateToInt32(last + 1)), pixel);
         }
     }

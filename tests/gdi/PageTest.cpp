@@ -5,35 +5,22 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include "platform/gdi/CPrintDC.h"
 #include "platform/gdi/Paper.h"
 #include "platform/gdi/Selected.h"
+#include "tests/core/TestFolder.h"
 #include "tests/gdi/DrawingTest.h"
 
 namespace {
 
 class Page : public ::testing::Test {
   protected:
-    void SetUp() override {
-        std::string name = (std::filesystem::temp_directory_path() / "tavin-page-XXXXXX").string();
-        ASSERT_TRUE(mkdtemp(name.data()));
-        m_folder = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(m_folder); }
+    std::string Path(const char* name) const { return m_folder.Path(name); }
 
-    std::string Path(const char* name) const { return (m_folder / name).string(); }
-
-    std::filesystem::path m_folder;
+    TestFolder m_folder;
 };
-
-std::string ContentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // What a command prints.
 std::string OutputOf(const std::string& command) {
@@ -79,7 +66,7 @@ TEST_F(Page, APdfHasItsPagesTheirSizeAndTheirText) {
     }
     EXPECT_FALSE(std::filesystem::exists(Path("two.pdf"))) << "appears when it is complete";
     EXPECT_TRUE(dc->EndDoc());
-    EXPECT_EQ(ContentOf(Path("two.pdf")).substr(0, 5), "%PDF-");
+    EXPECT_EQ(ReadWhole(Path("two.pdf")).substr(0, 5), "%PDF-");
     if (!HasPdfReader()) GTEST_SKIP() << "no PDF reader";
     const std::string info = OutputOf("pdfinfo " + Path("two.pdf"));
     EXPECT_NE(info.find("Tide gauge"), std::string::npos) << info;
@@ -116,7 +103,7 @@ TEST_F(Page, ShapesLieOnPaperWhereTheyLieOnAPicture) {
     dc->EndPage();
     ASSERT_TRUE(dc->EndDoc());
     OutputOf("pdftoppm -r 96 -gray -aa no -aaVector no " + Path("shapes.pdf") + " " + Path("shapes"));
-    std::istringstream image(ContentOf(Path("shapes-1.pgm")));
+    std::istringstream image(ReadWhole(Path("shapes-1.pgm")));
     std::string kind;
     int width = 0, height = 0, most = 0;
     image >> kind >> width >> height >> most;
@@ -157,7 +144,7 @@ TEST_F(Page, AnSvgHasTextAndLinesAndOnePage) {
     dc->EndPage();
     EXPECT_FALSE(dc->StartPage());
     dc->EndDoc();
-    const std::string svg = ContentOf(Path("plot.svg"));
+    const std::string svg = ReadWhole(Path("plot.svg"));
     EXPECT_NE(svg.find("Depth &amp; time"), std::string::npos);
     EXPECT_NE(svg.find("stroke-dasharray"), std::string::npos);
     EXPECT_NE(svg.find("<polyline"), std::string::npos);
@@ -174,7 +161,7 @@ TEST_F(Page, NothingIsOverwrittenUnlessEverythingWasDrawn) {
         ASSERT_TRUE(dc && dc->StartPage());
         DrawPage(*dc, "given up");
     }
-    EXPECT_EQ(ContentOf(path), "old");
+    EXPECT_EQ(ReadWhole(path), "old");
     EXPECT_FALSE(CPrintDC::CreatePdf(Path("missing/x.pdf").c_str()));
     EXPECT_FALSE(CPrintDC::CreatePdf(nullptr));
     PageSetup narrow;

@@ -3,18 +3,16 @@
 
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <random>
 #include <vector>
 
 #include "platform/gdi/PointPyramid.h"
 #include "platform/gdi/Selected.h"
+#include "tests/core/Limits.h"
 #include "tests/gdi/DrawingTest.h"
 
 namespace {
 
-constexpr int kLowest = std::numeric_limits<std::int32_t>::min();
-constexpr int kHighest = std::numeric_limits<std::int32_t>::max();
 constexpr unsigned short kDeleted = 1;
 
 struct Shape {
@@ -40,21 +38,13 @@ const Shape kShapes[] = {
      [](int, int, std::mt19937& r) { return CPoint(Any(r, -200000, 1200000), Any(r, -200000, 1200000)); }},
     {"extremes",
      [](int i, int, std::mt19937& r) {
-         if (i % 500 == 0) return CPoint(kLowest, kHighest);
-         if (i % 500 == 1) return CPoint(kHighest, kLowest);
-         return CPoint(Any(r, kLowest, kHighest) / (i % 7 ? 4000 : 1), Any(r, kLowest, kHighest));
+         if (i % 500 == 0) return CPoint(kMin, kMax);
+         if (i % 500 == 1) return CPoint(kMax, kMin);
+         return CPoint(Any(r, kMin, kMax) / (i % 7 ? 4000 : 1), Any(r, kMin, kMax));
      }},
 };
 
-struct View {
-    const char* name;
-    CPoint windowOrg;
-    CSize windowExt;
-    CPoint viewportOrg;
-    CSize viewportExt;
-};
-
-constexpr View kViews[] = {
+constexpr MappedView kViews[] = {
     {"whole", {0, 0}, {1000000, 1000000}, {10, 290}, {280, -280}},
     {"mirrored", {0, 0}, {1000000, 1000000}, {290, 10}, {-280, 280}},
     {"negative window", {1000000, 1000000}, {-1000000, -1000000}, {0, 0}, {300, 300}},
@@ -62,9 +52,9 @@ constexpr View kViews[] = {
     {"part", {290000, 450000}, {40000, 60000}, {0, 0}, {300, 300}},
     {"turning inside", {300000, 500000}, {3000, -3000}, {150, 150}, {7, 7}},
     {"deep", {299990, 499990}, {100, 7}, {0, 0}, {3000, 300}},
-    {"deepest", {300000, 500000}, {1, -1}, {150, 150}, {kHighest, kHighest}},
-    {"all 32 bits", {kLowest, kLowest}, {kHighest, kHighest}, {0, 0}, {150, 150}},
-    {"far away", {kHighest, kHighest}, {1, 1}, {0, 0}, {1, 1}},
+    {"deepest", {300000, 500000}, {1, -1}, {150, 150}, {kMax, kMax}},
+    {"all 32 bits", {kMin, kMin}, {kMax, kMax}, {0, 0}, {150, 150}},
+    {"far away", {kMax, kMax}, {1, 1}, {0, 0}, {1, 1}},
 };
 
 std::vector<CPoint> Points(const Shape& shape, int count) {
@@ -79,7 +69,7 @@ std::vector<unsigned short> Status(int pattern, int count) {
     std::mt19937 random(11);
     std::vector<unsigned short> status(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
-        const bool deleted = pattern == 0   ? false
+        const bool deleted = pattern <= 0   ? false
                              : pattern == 1 ? Any(random, 0, 9) == 0
                              : pattern == 2 ? i / 300 % 2 == 0
                                             : i > 30;
@@ -88,16 +78,8 @@ std::vector<unsigned short> Status(int pattern, int count) {
     return status;
 }
 
-void UseView(CDC& dc, const View& view) {
-    dc.SetMapMode(MM_ANISOTROPIC);
-    dc.SetWindowOrg(view.windowOrg.x, view.windowOrg.y);
-    dc.SetWindowExt(view.windowExt.cx, view.windowExt.cy);
-    dc.SetViewportOrg(view.viewportOrg.x, view.viewportOrg.y);
-    dc.SetViewportExt(view.viewportExt.cx, view.viewportExt.cy);
-}
-
 // Draws into a fresh picture of 300 by 300 pixels.
-std::unique_ptr<CBitmapEx> Drawn(const View& view, const std::function<void(CDC&)>& draw) {
+std::unique_ptr<CBitmapEx> Drawn(const MappedView& view, const std::function<void(CDC&)>& draw) {
     auto picture = NewPicture(300, 300);
     CDC dc(*picture);
     UseView(dc, view);
@@ -107,44 +89,25 @@ std::unique_ptr<CBitmapEx> Drawn(const View& view, const std::function<void(CDC&
     return picture;
 }
 
-TEST(Polyline, ReducedIsTheSamePicture) {
-    constexpr int kCount = 10001;
-    for (const Shape& shape : kShapes) {
-        const auto points = Points(shape, kCount);
-        for (const View& view : kViews) {
-            const auto segments = Drawn(view, [&](CDC& dc) {
-                dc.MoveTo(points[0]);
-                for (const CPoint& p : points) dc.LineTo(p);
-            });
-            const auto reduced = Drawn(view, [&](CDC& dc) { dc.Polyline(points.data(), kCount); });
-            EXPECT_EQ(DifferingPixels(*reduced, *segments), 0) << shape.name << ", " << view.name;
-            const PointPyramid pyramid(points.data(), kCount, {});
-            const auto skipped =
-                Drawn(view, [&](CDC& dc) { dc.Polyline(points.data(), kCount, {}, &pyramid); });
-            EXPECT_EQ(DifferingPixels(*skipped, *segments), 0)
-                << "pyramid, " << shape.name << ", " << view.name;
-        }
-    }
-}
-
-TEST(Polyline, FilteredIsThePictureOfTheOtherPoints) {
+// Without a filter (pattern -1) and with one; without a pyramid and with one of the same or of all points.
+TEST(Polyline, ReducedAndFilteredIsThePictureOfEverySegment) {
     constexpr int kCount = 10001;
     for (const Shape& shape : kShapes)
-        for (const View& view : kViews)
-            for (int pattern = 0; pattern < 4; ++pattern) {
-                const auto points = Points(shape, kCount);
-                const auto status = Status(pattern, kCount);
-                std::vector<CPoint> left;
-                for (int i = 0; i < kCount; ++i)
-                    if (!(status[static_cast<std::size_t>(i)] & kDeleted))
-                        left.push_back(points[static_cast<std::size_t>(i)]);
+        for (int pattern = -1; pattern < 4; ++pattern) {
+            const auto points = Points(shape, kCount);
+            const auto status = Status(pattern, kCount);
+            std::vector<CPoint> left;
+            for (std::size_t i = 0; i < points.size(); ++i)
+                if (!(status[i] & kDeleted)) left.push_back(points[i]);
+            const StatusFilter which =
+                pattern < 0 ? StatusFilter{} : StatusFilter{status.data(), kDeleted, 0};
+            const PointPyramid own(points.data(), kCount, which);
+            const PointPyramid others(points.data(), kCount, {});
+            for (const MappedView& view : kViews) {
                 const auto segments = Drawn(view, [&](CDC& dc) {
                     dc.MoveTo(left[0]);
                     for (const CPoint& p : left) dc.LineTo(p);
                 });
-                const StatusFilter which{status.data(), kDeleted, 0};
-                const PointPyramid own(points.data(), kCount, which);
-                const PointPyramid others(points.data(), kCount, {});
                 for (const PointPyramid* pyramid :
                      {static_cast<const PointPyramid*>(nullptr), &own, &others}) {
                     const auto filtered =
@@ -153,11 +116,12 @@ TEST(Polyline, FilteredIsThePictureOfTheOtherPoints) {
                         << shape.name << ", " << view.name << ", pattern " << pattern;
                 }
             }
+        }
 }
 
 // The end of a line is the one pixel that is not drawn, unless the line passes there before.
 TEST(Polyline, LeavesOutItsLastPixelHoweverManyPointsShareIt) {
-    const View pixels{"", {0, 0}, {1, 1}, {0, 0}, {1, 1}};
+    const MappedView pixels{"", {0, 0}, {1, 1}, {0, 0}, {1, 1}};
     std::vector<CPoint> points(5000, CPoint(10, 10));
     EXPECT_EQ(PixelsUnlike(*Drawn(pixels, [&](CDC& dc) { dc.Polyline(points.data(), 5000); }), kWhite), 0);
     points[0] = {10, 5};

@@ -1,12 +1,12 @@
 // Shapes, clouds of dots, pictures and the context's state.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "platform/gdi/Selected.h"
+#include "tests/core/TestFolder.h"
 #include "tests/gdi/DrawingTest.h"
 
 namespace {
@@ -35,8 +35,6 @@ struct Sketched {
 };
 
 const Sketched kSketched[] = {
-    {"rectangle", PS_SOLID, 0, [](CDC& dc) { dc.Rectangle(1, 1, 5, 4); },
-     "......\n.rrrr.\n.rbbr.\n.rrrr.\n......\n"},
     {"rectangle, corners swapped", PS_SOLID, 0, [](CDC& dc) { dc.Rectangle(5, 4, 1, 1); },
      "......\n.rrrr.\n.rbbr.\n.rrrr.\n......\n"},
     {"rectangle without pen", PS_NULL, 0, [](CDC& dc) { dc.Rectangle(1, 1, 5, 4); },
@@ -118,12 +116,6 @@ TEST(Shapes, PolygonFillsWhatTheRayRuleCallsInside) {
     }
 }
 
-struct CloudView {
-    CSize windowExt;
-    CPoint viewportOrg;
-    CSize viewportExt;
-};
-
 CRect Round(CPoint p, CSize half) {
     return {SubtractSaturated(p.x, half.cx), SubtractSaturated(p.y, half.cy), AddSaturated(p.x, half.cx),
             AddSaturated(p.y, half.cy)};
@@ -139,8 +131,9 @@ TEST(Dots, BulkIsTheSamePictureAsOneByOne) {
         points.emplace_back(std::uniform_int_distribution(-60000, 60000)(random),
                             std::uniform_int_distribution(-60000, 60000)(random));
     for (int i = 0; i < kCount; ++i) status.push_back(static_cast<unsigned short>(random() % 16 | 0x8000));
-    constexpr CloudView kViews[] = {
-        {{1000, -1000}, {75, 75}, {2, 2}}, {{-777, 900}, {70, 80}, {1, 1}}, {{301, 70}, {0, 0}, {2, 9}}};
+    constexpr MappedView kViews[] = {{"mirrored", {0, 0}, {1000, -1000}, {75, 75}, {2, 2}},
+                                     {"halves", {0, 0}, {-777, 900}, {70, 80}, {1, 1}},
+                                     {"uneven", {0, 0}, {301, 70}, {0, 0}, {2, 9}}};
     CPen red(PS_SOLID, 0, kRed), none(PS_NULL, 0, 0);
     CBrush redBrush(kRed), blueBrush(kBlue);
     struct Tool {
@@ -152,7 +145,7 @@ TEST(Dots, BulkIsTheSamePictureAsOneByOne) {
                           {none, redBrush, R2_COPYPEN},
                           {red, blueBrush, R2_COPYPEN},
                           {red, redBrush, R2_XORPEN}};
-    for (const CloudView& view : kViews)
+    for (const MappedView& view : kViews)
         for (const Tool& tool : tools)
             for (const CSize half : {CSize(0, 0), CSize(400, 450), CSize(1700, 3300), CSize(INT32_MAX, 30)}) {
                 const CSize ellipse(half.cx / 2, half.cy / 2 + 600);
@@ -160,10 +153,7 @@ TEST(Dots, BulkIsTheSamePictureAsOneByOne) {
                 const auto bulk = NewPicture(kSide, kSide), single = NewPicture(kSide, kSide);
                 for (CBitmapEx* picture : {bulk.get(), single.get()}) {
                     CDC dc(*picture);
-                    dc.SetMapMode(MM_ANISOTROPIC);
-                    dc.SetWindowExt(view.windowExt.cx, view.windowExt.cy);
-                    dc.SetViewportOrg(view.viewportOrg.x, view.viewportOrg.y);
-                    dc.SetViewportExt(view.viewportExt.cx, view.viewportExt.cy);
+                    UseView(dc, view);
                     const Selected usePen(dc, tool.pen);
                     const Selected useBrush(dc, tool.brush);
                     const SelectedRop2 useOperation(dc, tool.operation);
@@ -180,8 +170,8 @@ TEST(Dots, BulkIsTheSamePictureAsOneByOne) {
                     ForEachTaken(points.data(), kCount, which,
                                  [&](CPoint p) { dc.SetPixelV(p.x, p.y, kBlue); });
                 }
-                EXPECT_EQ(DifferingPixels(*bulk, *single), 0) << "window " << view.windowExt.cx << ", half "
-                                                              << half.cx << ", operation " << tool.operation;
+                EXPECT_EQ(DifferingPixels(*bulk, *single), 0)
+                    << view.name << ", half " << half.cx << ", operation " << tool.operation;
                 EXPECT_GT(PixelsUnlike(*bulk, kWhite), 0);
             }
 }
@@ -263,17 +253,13 @@ TEST(Picture, ChangesSizeUnderItsContextAndSavesItself) {
     EXPECT_EQ(PixelsUnlike(copy, 0xff0000ff), 0);
     EXPECT_EQ(copy.GetHeight(), 20);
 
-    const std::string path = testing::TempDir() + "picture.png";
-    EXPECT_TRUE(picture.SaveAsPng(path.c_str()));
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    ASSERT_NE(file, nullptr);
-    unsigned char head[24] = {};
-    EXPECT_EQ(std::fread(head, 1, sizeof head, file), sizeof head);
-    std::fclose(file);
-    EXPECT_EQ(std::string(head + 1, head + 4), "PNG");
-    EXPECT_EQ(head[19], 10);  // width
-    EXPECT_EQ(head[23], 20);  // height
-    std::remove(path.c_str());
+    const TestFolder folder;
+    EXPECT_TRUE(picture.SaveAsPng(folder.Path("picture.png").c_str()));
+    const std::string png = folder.Read("picture.png");
+    ASSERT_GT(png.size(), 24u);
+    EXPECT_EQ(png.substr(1, 3), "PNG");
+    EXPECT_EQ(png[19], 10);  // width
+    EXPECT_EQ(png[23], 20);  // height
 }
 
 }  // namespace

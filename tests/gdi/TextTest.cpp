@@ -113,10 +113,7 @@ TEST(Text, StandsWhereTheAlignmentSays) {
 TEST(Text, KeepsItsPlaceUnderAMappingThatPointsUpwards) {
     const auto picture = NewPicture(200, 100);
     CDC dc(*picture);
-    dc.SetMapMode(MM_ANISOTROPIC);
-    dc.SetWindowExt(200, -100);
-    dc.SetViewportExt(200, 100);
-    dc.SetViewportOrg(0, 100);
+    UseView(dc, {"", {0, 0}, {200, -100}, {0, 100}, {200, 100}});
     CFont font;
     font.CreateSimple(20);
     const Selected useFont(dc, font);

@@ -2,43 +2,26 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include <filesystem>
-#include <string>
-
 #include "platform/registry/Registry.h"
+#include "tests/core/TestFolder.h"
 
 namespace {
 
-std::filesystem::path folder;
-
-void UseStore(int number) {
-    setenv("TAVIN_REGISTRY", (folder / (std::to_string(number) + ".sqlite")).c_str(), 1);
-}
-
-class IsolatedSettings : public testing::Environment {
-  public:
-    void SetUp() override {
-        char made[] = "/tmp/tavin-settings-XXXXXX";
-        ASSERT_NE(mkdtemp(made), nullptr);
-        folder = made;
-        UseStore(0);
+// A test that needs what an earlier one left in the settings, or must not find it, fails in another order:
+// each starts with a store of its own.
+class IsolatedSettings : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        setenv("TAVIN_REGISTRY", folder_.Path(std::to_string(++tests_) + ".sqlite").c_str(), 1);
     }
-    void TearDown() override {
-        SetRegistryFile(nullptr);
-        std::filesystem::remove_all(folder);
-    }
-};
+    void OnTestProgramEnd(const testing::UnitTest&) override { SetRegistryFile(nullptr); }
 
-// A test that needs what an earlier one left in the settings, or must not find it, fails in another order.
-class FreshSettings : public testing::EmptyTestEventListener {
-    void OnTestStart(const testing::TestInfo&) override { UseStore(++tests_); }
-
+    const TestFolder folder_;
     int tests_ = 0;
 };
 
-const auto* const isolated = [] {
-    testing::UnitTest::GetInstance()->listeners().Append(new FreshSettings);
-    return testing::AddGlobalTestEnvironment(new IsolatedSettings);
+[[maybe_unused]] const bool isolated = [] {
+    testing::UnitTest::GetInstance()->listeners().Append(new IsolatedSettings);
+    return true;
 }();
 
 }  // namespace

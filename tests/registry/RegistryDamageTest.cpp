@@ -26,7 +26,7 @@ class RegistryDamage : public RegistryFixture {
         PutNumber(HKEY_CURRENT_USER, "n", 1);
         for (int i = 0; i < 400; ++i) PutNumber(HKEY_CURRENT_USER, ("value " + std::to_string(i)).c_str(), 2);
         SetRegistryFile(nullptr);
-        return BytesOf(file_);
+        return ReadWhole(file_);
     }
     // Puts a big-endian number at `offset` of the file's header.
     static std::string Patched(std::string bytes, std::size_t offset, unsigned char number) {
@@ -59,7 +59,7 @@ TEST_F(RegistryDamage, ADamagedFileIsSetAsideUntouchedAndReportedOnce) {
         EXPECT_EQ(PutNumber(HKEY_CURRENT_USER, "n", 3), ERROR_SUCCESS) << what;
         const auto aside = SetAside();
         ASSERT_EQ(aside.size(), 1u) << what;
-        EXPECT_EQ(BytesOf(aside[0]), bytes) << what;
+        EXPECT_EQ(ReadWhole(aside[0]), bytes) << what;
         ASSERT_EQ(messages_.size(), 1u) << what;
         EXPECT_NE(messages_[0].find(file_.string() + " is damaged"), std::string::npos) << messages_[0];
         EXPECT_NE(messages_[0].find(aside[0].string()), std::string::npos) << messages_[0];
@@ -113,7 +113,7 @@ TEST_F(RegistryDamage, FilesOfNewerVersionsAndOtherProgramsStayAsTheyAre) {
         ASSERT_EQ(messages_.size(), 1u) << what;
         EXPECT_NE(messages_[0].find(what), std::string::npos) << messages_[0];
         SetRegistryFile(nullptr);
-        EXPECT_EQ(BytesOf(file_), bytes) << what;
+        EXPECT_EQ(ReadWhole(file_), bytes) << what;
         EXPECT_TRUE(SetAside().empty()) << what;
     }
 }
@@ -146,7 +146,7 @@ TEST_F(RegistryDamage, AWriteProtectedFileIsReadAndAnUnreadableOneSetAside) {
                                                                                                        : 4;
               }),
               0);
-    EXPECT_EQ(BytesOf(file_), healthy);
+    EXPECT_EQ(ReadWhole(file_), healthy);
     // An empty one, too, leaves a store to work with.
     WriteFile("");
     EXPECT_EQ(AsOrdinaryUser([&] {

@@ -2,27 +2,20 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "platform/core/MessageBox.h"
 #include "platform/registry/CRegKey.h"
+#include "tests/core/TestFolder.h"
 
 class RegistryFixture : public testing::Test {
   protected:
     void SetUp() override {
-        char folder[] = "/tmp/tavin-registry-XXXXXX";
-        ASSERT_NE(mkdtemp(folder), nullptr);
-        folder_ = folder;
-        file_ = folder_ / "registry.sqlite";
         previous_ = SetMessageBoxHandler([this](const char* text, UINT) {
             messages_.emplace_back(text);
             return IDOK;
@@ -32,18 +25,11 @@ class RegistryFixture : public testing::Test {
     void TearDown() override {
         SetRegistryFile(nullptr);
         SetMessageBoxHandler(previous_);
-        std::filesystem::remove_all(folder_);
     }
 
     // Closes the store; the next use opens the file again.
     void Reopen() { SetRegistryFile(file_.c_str()); }
-    void WriteFile(const std::string& bytes) const {
-        std::ofstream(file_, std::ios::binary | std::ios::trunc) << bytes;
-    }
-    static std::string BytesOf(const std::filesystem::path& path) {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
+    void WriteFile(const std::string& bytes) const { home_.Write("registry.sqlite", bytes); }
     // The files that were set aside, without their journals.
     std::vector<std::filesystem::path> SetAside() const {
         std::vector<std::filesystem::path> found;
@@ -55,8 +41,9 @@ class RegistryFixture : public testing::Test {
         return found;
     }
 
-    std::filesystem::path folder_;
-    std::filesystem::path file_;
+    const TestFolder home_;
+    const std::filesystem::path folder_ = home_.Root();
+    const std::filesystem::path file_ = folder_ / "registry.sqlite";
     std::vector<std::string> messages_;
     MessageBoxHandler previous_;
 };

@@ -1,4 +1,6 @@
 // The host's profile, the paths of the settings and the tables of property sets.
+#include <tuple>
+
 #include "platform/registry/CWinApp.h"
 #include "settings/ApplicationKey.h"
 #include "settings/Fields.h"
@@ -22,8 +24,6 @@ TEST_F(Profile, ASectionIsTheDirectKeyOfItsName) {
     EXPECT_EQ(GetBytes(key, "Unit"), std::string("°C\0", 4));
     PutNumber(key, "Number", 17);
     EXPECT_EQ(app.GetProfileInt("views\\MAIN", "NUMBER", 0), 17u);
-    EXPECT_EQ(ShownKey("S"), "Software\\Maker\\Viewer\\S\\Shown");
-    EXPECT_EQ(DataAcqKey(), "Software\\Maker\\Viewer\\DataAcqSource");
     EXPECT_EQ(DrawPropertyKey("Depth"), "Software\\Maker\\Viewer\\DrawProperty\\Depth");
 }
 
@@ -96,6 +96,9 @@ class CSample final : public TavinProp {
     CString unit;
     CString label = "never stored";
 
+    using Tuple = std::tuple<int, int, bool, COLORREF, float, double, CString, CString>;
+    Tuple Values() const { return {position, columns, shown, color, length, minimum, unit, label}; }
+
     void SaveToRegistry(CString section) override;
     void LoadFromRegistry(CString section) override;
     void SetDefaultValues() override;
@@ -130,23 +133,11 @@ TEST_F(Profile, ATableSavesLoadsAndResetsItsSet) {
     EXPECT_EQ(app.GetProfileInt("S", "Shown", 5), 0u);
 
     base.SetDefaultValues();
-    EXPECT_EQ(set.position, 2);
-    EXPECT_EQ(set.columns, 3);
-    EXPECT_TRUE(set.shown);
-    EXPECT_EQ(set.color, 0xFFFFE179);
-    EXPECT_EQ(set.length, 20.0f);
-    EXPECT_EQ(set.minimum, -1.0);
-    EXPECT_EQ(set.unit, "s");
-    EXPECT_EQ(set.label, "never stored");
+    EXPECT_EQ(set.Values(), CSample::Tuple(2, 3, true, 0xFFFFE179, 20.0f, -1.0, "s", "never stored"));
 
     base.LoadFromRegistry("S");
-    EXPECT_EQ(set.position, -5);
-    EXPECT_EQ(set.columns, 9);
-    EXPECT_FALSE(set.shown);
-    EXPECT_EQ(set.color, 0x80000001);
-    EXPECT_EQ(set.length, 12.35f);
-    EXPECT_EQ(set.minimum, 1.2300000190734863);
-    EXPECT_EQ(set.unit, "µm");
+    EXPECT_EQ(set.Values(),
+              CSample::Tuple(-5, 9, false, 0x80000001, 12.35f, 1.2300000190734863, "µm", "never stored"));
 }
 
 // Also without an application object, when everything is missing.
@@ -159,13 +150,8 @@ TEST_F(Profile, MissingValuesReadAsTheirRowSaysOrStay) {
         set.length = 5.0f;
         set.unit = "m";
         set.LoadFromRegistry("Empty");
-        EXPECT_EQ(set.position, 8) << what;
-        EXPECT_EQ(set.columns, 2) << what;
-        EXPECT_TRUE(set.shown) << what;
-        EXPECT_EQ(set.color, 0xFFFFE179) << what;
-        EXPECT_EQ(set.length, 11.0f) << what;
-        EXPECT_EQ(set.minimum, 1.234) << what;
-        EXPECT_EQ(set.unit, "m") << what;
+        EXPECT_EQ(set.Values(), CSample::Tuple(8, 2, true, 0xFFFFE179, 11.0f, 1.234, "m", "never stored"))
+            << what;
     };
     check("no application");
     CSample().SaveToRegistry("Empty");

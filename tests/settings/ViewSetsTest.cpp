@@ -3,8 +3,6 @@
 #include "platform/registry/CWinApp.h"
 #include "settings/ApplicationKey.h"
 #include "settings/CAxisProperties.h"
-#include "settings/CColorProperties.h"
-#include "settings/CStyleProperties.h"
 #include "settings/CTiledLayoutProperties.h"
 #include "settings/KDrawPropertyManager.h"
 #include "tests/registry/RegistryFixture.h"
@@ -27,9 +25,7 @@ class ViewSets : public RegistryFixture {
 TEST_F(ViewSets, AxesComeBackInTwoDecimalsOfSinglePrecision) {
     CAxisProperties axes;
     axes.UnitX = "Tage, ä";
-    axes.UnitY = "";
     axes.ShowX = 0;
-    axes.PositiveUp = 0;
     axes.YAxisPos = 2;
     axes.MaxX = 1.234;
     axes.MinY = -250.5;
@@ -39,9 +35,7 @@ TEST_F(ViewSets, AxesComeBackInTwoDecimalsOfSinglePrecision) {
     CAxisProperties loaded;
     loaded.LoadFromRegistry("View 1");
     EXPECT_EQ(loaded.UnitX, "Tage, ä");
-    EXPECT_EQ(loaded.UnitY, "");
     EXPECT_EQ(loaded.ShowX, 0);
-    EXPECT_EQ(loaded.PositiveUp, 0);
     EXPECT_EQ(loaded.YAxisPos, 2);
     EXPECT_EQ(loaded.MinX, -1.0);
     EXPECT_EQ(loaded.MaxX, 1.2300000190734863);
@@ -59,35 +53,12 @@ TEST_F(ViewSets, AnEmptySectionKeepsAllButTheTiles) {
     axes.LoadFromRegistry("Nothing");
     EXPECT_EQ(axes.UnitX, "h");
     EXPECT_EQ(axes.MaxX, 7.125);  // not even rounded: nothing was read
-    CColorProperties colors;
-    colors.grid = 0x123456;
-    colors.LoadFromRegistry("Nothing");
-    EXPECT_EQ(colors.grid, 0x123456u);
-    CStyleProperties style;
-    style.DotSize = 9;
-    style.LoadFromRegistry("Nothing");
-    EXPECT_EQ(style.DotSize, 9);
     CTiledLayoutProperties tiles;
     tiles.NumColumns = 7;
-    tiles.NumRows = 8;
     tiles.NumSourcesPerTile = 9;
     tiles.LoadFromRegistry("Nothing");
     EXPECT_EQ(tiles.NumColumns, 2);
-    EXPECT_EQ(tiles.NumRows, 2);
     EXPECT_EQ(tiles.NumSourcesPerTile, 1);
-}
-
-TEST_F(ViewSets, ColoursUseAllTheirBits) {
-    CColorProperties colors;
-    colors.background = 0xFFFFFFFF;
-    colors.region = 0x0000FF;
-    colors.SaveToRegistry("View 1");
-    CColorProperties loaded;
-    loaded.LoadFromRegistry("View 1");
-    EXPECT_EQ(loaded.background, 0xFFFFFFFFu);
-    EXPECT_EQ(loaded.region, 0x0000FFu);
-    loaded.SetDefaultValues();
-    EXPECT_EQ(loaded.region, 0xFFE179u);
 }
 
 TEST(AxisSet, WidensAboutTheCentre) {

@@ -77,9 +77,7 @@ TEST_F(WindowTest, ACommandGoesFromTheViewToTheApplicationUntilSomebodyAnswers) 
     app.m_pMainWnd = main;
     EXPECT_EQ(AfxGetMainWnd(), main);
     main->ActivateFrame();
-    child->LoadFrame(0, WS_CHILD | WS_OVERLAPPEDWINDOW, main, &context);
-    view->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), child, AFX_IDW_PANE_FIRST, &context);
-    child->InitialUpdateFrame(&document, TRUE);
+    Assemble(main, child, view, context);
     const char* const answered[] = {"view", "document", "child", "main", "app"};
     for (UINT id = 1; id <= 5; ++id) {
         ran.clear();
@@ -130,10 +128,8 @@ class MenuTest : public WindowTest {
         main->MoveWindow(0, 0, 800, 600);
         main->ActivateFrame();
         auto* child = new CMDIChildWnd;
-        child->LoadFrame(0, WS_CHILD | WS_OVERLAPPEDWINDOW, main);
+        Assemble(main, child, view);
         child->SetWindowText("Run & rest");
-        view->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), child, AFX_IDW_PANE_FIRST);
-        child->InitialUpdateFrame(nullptr, TRUE);
         EXPECT_TRUE(QTest::qWaitForWindowActive(main->GetSafeHwnd()));
     }
     ~MenuTest() override { main->DestroyWindow(); }

@@ -123,6 +123,14 @@ void RecordingView::OnVScroll(UINT code, UINT position, CScrollBar*) {
     log.push_back("v" + std::to_string(code) + ":" + std::to_string(static_cast<int>(position)));
 }
 
+void Assemble(CMDIFrameWnd* main, CMDIChildWnd* child, CView* view, CCreateContext context) {
+    child->LoadFrame(0, WS_CHILD | WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE, main, &context);
+    view->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL, CRect(), child,
+                 AFX_IDW_PANE_FIRST, &context);
+    child->MoveWindow(20, 30, 400, 300);
+    child->InitialUpdateFrame(context.m_pCurrentDoc, TRUE);
+}
+
 Workplace::Workplace() : main(new CMDIFrameWnd) {
     main->LoadFrame(0);
     main->MoveWindow(0, 0, 800, 600);
@@ -136,14 +144,9 @@ Workplace::~Workplace() {
 }
 
 RecordingView* Workplace::AddChild(CDocument* document) {
-    auto* frame = new CMDIChildWnd;
+    auto* added = new RecordingView;
     CCreateContext context;
     context.m_pCurrentDoc = document;
-    frame->LoadFrame(0, WS_CHILD | WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE, main, &context);
-    auto* added = new RecordingView;
-    added->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL, CRect(), frame,
-                  AFX_IDW_PANE_FIRST, &context);
-    frame->MoveWindow(20, 30, 400, 300);
-    frame->InitialUpdateFrame(document, TRUE);
+    Assemble(main, new CMDIChildWnd, added, context);
     return added;
 }

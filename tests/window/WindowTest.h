@@ -60,6 +60,9 @@ class RecordingView : public CView {
     void OnContextMenu(CWnd* window, CPoint point) override { Note("menu", window == this, point); }
 };
 
+// Puts the view into the child frame and the child frame into the main frame.
+void Assemble(CMDIFrameWnd* main, CMDIChildWnd* child, CView* view, CCreateContext context = {});
+
 // A main frame with one child frame and a view in it, all on the screen. The frame takes the others with it.
 struct Workplace {
     Workplace();

@@ -1,4 +1,5 @@
-// Edits whose memory runs out at any place: nothing is thrown, and the edit is done whole or not at all.
+// Edits that lack something: a series, an undo manager, or memory at any place. Nothing is thrown, and an
+// edit is done whole or not at all.
 #include <new>
 
 #include "editing/CBigRegion.h"
@@ -16,6 +17,11 @@ struct Edit {
     int (*act)(CXYEditData& data);
 };
 const Edit kEdits[] = {
+    {"delete point", [](CXYEditData& data) { return data.DeleteSelected(); }},
+    {"reject point", [](CXYEditData& data) { return data.RejectSelected(4); }},
+    {"move point", [](CXYEditData& data) { return data.TranslateSelected(1, 2, true); }},
+    {"scale point", [](CXYEditData& data) { return data.ScaleSelected(2.0, 1.0); }},
+    {"scale all", [](CXYEditData& data) { return data.ScaleAll(0, 2.0, 1.0); }},
     {"delete inside", [](CXYEditData& data) { return data.DeleteSelected(true); }},
     {"delete outside", [](CXYEditData& data) { return data.DeleteSelected(false); }},
     {"reject", [](CXYEditData& data) { return data.RejectSelected(true, 4); }},
@@ -56,6 +62,38 @@ struct Scene {
     FullSource series{AtTens({0, 9, 3, 90, 3, 9, 0, 9, 3, 0})};
     CXYEditData data;
 };
+
+TEST_F(EditingTest, WithoutASeriesNothingIsDone) {
+    CXYEditData none;
+    for (const Edit& edit : kEdits) EXPECT_EQ(edit.act(none), 0) << edit.name;
+    double x = 1.0;
+    CPoint point;
+    CBigRegion region(kBox, 4);
+    CDC dc;
+    EXPECT_EQ(none.XYtoDP(x, x), CPoint());
+    EXPECT_EQ(none.SelectPoint(0), CPoint());
+    EXPECT_EQ(none.SelectFirstPoint(), CPoint());
+    EXPECT_TRUE(none.SetSelected(region, false));
+    EXPECT_EQ(none.GetSelectedCount(), 0);
+    EXPECT_EQ(none.HitTest(&dc, point, 5), -1);
+    EXPECT_EQ(none.RemoveSpikeMarkings(), 0);
+    none.DrawDots(&dc, 0, 3, 0);
+    none.DrawLine(&dc, 0, 0, CRect());
+    none.DrawSelection(&dc, 0, 3);
+    none.DrawRubberBand(&dc, point);
+    none.DrawSpikeMarkings(&dc);
+    none.DrawSpikeWindow(&dc);
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(EditingTest, WithoutAnUndoManagerEditsHappen) {
+    kelvo::SetUndoManager(nullptr);
+    for (const Edit& edit : kEdits) {
+        Scene scene;
+        EXPECT_EQ(edit.act(scene.data), 1) << edit.name;
+        EXPECT_EQ(manager.GetCount(&scene.series), 0) << edit.name;
+    }
+}
 
 TEST_F(EditingTest, WithoutMemoryAnEditIsDoneWholeOrNotAtAll) {
     for (const Edit& edit : kEdits) {
