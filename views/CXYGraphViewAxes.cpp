@@ -1,5 +1,6 @@
 // The axes of the graph view. Everything is placed in pixels, so that strokes and texts keep their size
 // however far one zooms in.
+#include <algorithm>
 #include <vector>
 
 #include "platform/gdi/Selected.h"
@@ -15,6 +16,12 @@ enum AxisPosition { kStart = 0, kCentre = 1, kEnd = 2 };  // top or left, centre
 int Across(int position, int start, int end) {
     if (position == kStart) return start;
     return position == kEnd ? end : start + (end - start) / 2;
+}
+
+// The middle of a label on its tick, moved in just so far that the edge of the area does not cut the label.
+int WholeWithin(const CRect& area, int tick, int width) {
+    const int half = (width + 1) / 2;
+    return std::max(std::min(tick, area.right - half), area.left + half);
 }
 
 void Line(CDC& dc, int x1, int y1, int x2, int y2) {
@@ -91,12 +98,15 @@ void CXYGraphView::DrawXAxis(CDC& dc, const PlotMap& map, const CRect& plot,
     const CSize mm = LogicalSize(dc, 100, 100);
     const int y = Across(axes.XAxisPos, plot.top, plot.bottom);
     const bool labelsAbove = axes.XAxisPos == kStart;
+    const CRect area = DrawingArea();
     Line(dc, plot.left, y, plot.right, y);
     dc.SetTextAlign(TA_CENTER | (labelsAbove ? TA_BASELINE : TA_TOP));
     CString label;
     for (const double value : ticks) {
         const int x = map.X(coordinates.WorldToDeviceX(value));
         Line(dc, x, y - mm.cy, x, y + mm.cy);
-        dc.TextOut(x, labelsAbove ? y - mm.cy : y + mm.cy, FormatXLabel(label, value));
+        FormatXLabel(label, value);
+        dc.TextOut(WholeWithin(area, x, dc.GetTextExtent(label).cx), labelsAbove ? y - mm.cy : y + mm.cy,
+                   label);
     }
 }
