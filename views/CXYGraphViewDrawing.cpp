@@ -102,6 +102,14 @@ int CXYGraphView::DrawAfterBitmap(CDC* dc) {
         if (rulerVisible) DrawRulerOverlay(*dc);
     }
     dc->SetViewportOrg(firstTile.x, firstTile.y);
+    // The paint took away a ruler that is being dragged: back with it, for the next move will invert it
+    // again.
+    if (mouseMode == RulerDragging && !DrawsElsewhere()) {
+        const Selected usePen(*dc, rulerPen);
+        const SelectedStock noFill(*dc, NULL_BRUSH);
+        const SelectedRop2 inverting(*dc, R2_NOT);
+        rulerOnScreen.Draw(dc);
+    }
     return 1;
 }
 

@@ -27,6 +27,15 @@ class RulerAlongAxis {
     KRuler::RulerType type_;
 };
 
+// Inverts what it draws, so that drawing a ruler again erases it.
+struct RulerInk {
+    RulerInk(CDC& dc, CPen& pen) : usePen(dc, pen), noFill(dc, NULL_BRUSH), inverting(dc, R2_NOT) {}
+
+    const Selected<CPen> usePen;
+    const SelectedStock noFill;
+    const SelectedRop2 inverting;
+};
+
 // Pixels to stored units, in whole units.
 int ScaledDelta(int pixels, int windowExtent, int viewportExtent) {
     if (viewportExtent == 0) return 0;
@@ -170,9 +179,7 @@ bool CXYGraphView::StartRuler(CDC* dc, CPoint point) {
 
 bool CXYGraphView::RulerTo(CDC* dc, CPoint point) {
     OnPrepareDC(dc);
-    const Selected usePen(*dc, rulerPen);
-    const SelectedStock noFill(*dc, NULL_BRUSH);
-    const SelectedRop2 inverting(*dc, R2_NOT);
+    const RulerInk ink(*dc, rulerPen);
     dc->DPtoLP(&point);
     rulerOnScreen.Draw(dc);
     ruler.RulerTo(dc, point);
@@ -183,9 +190,7 @@ bool CXYGraphView::RulerTo(CDC* dc, CPoint point) {
 
 bool CXYGraphView::EndRuler(CDC* dc, CPoint point) {
     OnPrepareDC(dc);
-    const Selected usePen(*dc, rulerPen);
-    const SelectedStock noFill(*dc, NULL_BRUSH);
-    const SelectedRop2 inverting(*dc, R2_NOT);
+    const RulerInk ink(*dc, rulerPen);
     dc->DPtoLP(&point);
     rulerOnScreen.Draw(dc);
     ruler.RulerTo(dc, point);

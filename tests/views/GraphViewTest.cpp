@@ -208,6 +208,11 @@ TEST_F(GraphViewTest, ARulerLeavesNoTraceWhenCtrlChangesItsShape) {
     EXPECT_GT(move(300, 230, {}), 100);
     EXPECT_GT(move(310, 230, Qt::ControlModifier), 10);
     EXPECT_EQ(move(250, 200, {}), 0);
+    // Nor when the view is painted anew in the middle of a drag.
+    move(300, 230, {});
+    RunCommand(*view, 50022);
+    Settle();
+    EXPECT_EQ(move(250, 200, {}), 0);
 }
 
 TEST_F(GraphViewTest, TheMiddleButtonPans) {
