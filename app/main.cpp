@@ -1,3 +1,3 @@
-#include "app/CommandLine.h"
+#include "app/batch/CommandLine.h"
 
 int main(int argc, char** argv) { return app::Main(argc, argv); }

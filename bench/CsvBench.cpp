@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <random>
 
-#include "app/TableReader.h"
-#include "app/TableWriter.h"
+#include "app/table/TableReader.h"
+#include "app/table/TableWriter.h"
 
 namespace app {
 namespace {

@@ -22,7 +22,10 @@ ARROWS = {
     "pages": {"editing", "settings", "sources"} | PLATFORM,
     "views": {"pages", "editing", "settings", "sources"} | PLATFORM,
     "tavin": {"views", "pages", "editing", "settings", "sources"} | PLATFORM,
-    "app": {"tavin"},
+    "app/table": {"tavin"},
+    "app/workbench": {"app/table", "tavin"},
+    "app/batch": {"app/table", "app/workbench", "tavin"},
+    "app": {"app/batch"},
 }
 # Libraries that only some folders may show: the rest of the house goes through these.
 LIBRARIES = {
@@ -34,7 +37,8 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]')
 
 def folder_of(path: str) -> str:
     parts = path.split("/")
-    return "/".join(parts[:2]) if parts[0] == "platform" else parts[0]
+    inner = parts[0] == "platform" or (parts[0] == "app" and len(parts) > 2)
+    return "/".join(parts[:2]) if inner else parts[0]
 
 
 def faults_of(root: pathlib.Path, source: pathlib.Path):

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "app/InputFile.h"
+#include "app/table/InputFile.h"
 #include "app/workbench/CGraphFrame.h"
 #include "app/workbench/CSeriesView.h"
 #include "app/workbench/ImportDialog.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "app/InputFile.h"
-#include "app/Records.h"
+#include "app/table/InputFile.h"
+#include "app/table/Records.h"
 
 namespace app {
 

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <numeric>
 
-#include "app/InputFile.h"
-#include "app/Progress.h"
+#include "app/table/InputFile.h"
+#include "app/table/Progress.h"
 #include "app/workbench/CSeriesView.h"
 
 namespace app {

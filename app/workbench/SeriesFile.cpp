@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <iterator>
 
-#include "app/InputFile.h"
+#include "app/table/InputFile.h"
 
 namespace app {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "app/Series.h"
-#include "app/TableReader.h"
+#include "app/table/Series.h"
+#include "app/table/TableReader.h"
 
 namespace app {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/TimeText.h"
+#include "app/table/TimeText.h"
 
 namespace app {
 

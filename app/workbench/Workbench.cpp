@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "app/Result.h"
+#include "app/table/Result.h"
 #include "app/workbench/CWorkbenchFrame.h"
 #include "app/workbench/WorkbenchResources.h"
 

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <limits>
 
-#include "app/AxisScale.h"
-#include "app/NumberText.h"
-#include "app/TableReader.h"
+#include "app/table/AxisScale.h"
+#include "app/table/NumberText.h"
+#include "app/table/TableReader.h"
 
 namespace app {
 namespace {

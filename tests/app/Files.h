@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include "TestPaths.h"
 #include "tests/core/TestFolder.h"
 
 namespace app {

@@ -3,9 +3,9 @@
 
 #include <random>
 
-#include "app/Records.h"
-#include "app/TableReader.h"
-#include "app/TableWriter.h"
+#include "app/table/Records.h"
+#include "app/table/TableReader.h"
+#include "app/table/TableWriter.h"
 #include "tests/app/Files.h"
 
 namespace app {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/TableReader.h"
+#include "app/table/TableReader.h"
 
 namespace app {
 namespace {

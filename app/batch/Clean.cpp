@@ -1,0 +1,121 @@
+#include "app/batch/Clean.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "app/batch/CleanReport.h"
+#include "app/batch/Info.h"
+#include "app/table/InputFile.h"
+#include "app/table/OutputFile.h"
+#include "app/table/Progress.h"
+#include "app/table/TableReader.h"
+
+namespace app {
+
+namespace {
+
+bool IsSameFile(const std::string& a, const std::string& b) { return a != "-" && b != "-" && SameFile(a, b); }
+
+std::optional<Failure> CheckTargets(const CleanOptions& options) {
+    if (!options.force && IsSameFile(options.input, options.output))
+        return UsageError("the output " + options.output +
+                          " is the input; name another file or give --force");
+    if (options.report.empty()) return std::nullopt;
+    if (IsSameFile(options.input, options.report))
+        return UsageError("the report would overwrite the input " + options.input);
+    if (options.report == options.output || IsSameFile(options.report, options.output))
+        return UsageError("the report and the output are the same: " + options.report);
+    return std::nullopt;
+}
+
+// With several columns to choose from, the user says which are meant to be edited.
+Result<Choice> ChooseColumnsToEdit(const CleanOptions& options, const Layout& layout) {
+    auto choice = ChooseColumns(layout, options.x, options.y, options.layout.timeFormat);
+    if (!choice || !options.y.empty() || choice->columns.size() == 1) return choice;
+    std::string names;
+    for (const auto& column : choice->columns) names += (names.empty() ? "\"" : ", \"") + column.name + "\"";
+    return UsageError("which columns are to be cleaned? Name them with -y: " + names);
+}
+
+// Drift multiplies stored values, so that they have to count from zero.
+bool NeedsZeroOrigin(const std::vector<Step>& steps) {
+    return std::any_of(steps.begin(), steps.end(),
+                       [](const Step& step) { return step.kind == StepKind::Scale && step.method == 2; });
+}
+
+Result<std::vector<Series>> MakeAllSeries(const CleanOptions& options, const Table& table,
+                                          const XAxis& axis) {
+    std::vector<Series> all;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        all.push_back(MakeSeries(table, axis, i, {options.decimals, NeedsZeroOrigin(options.steps)}));
+        const std::string& name = table.columns[i].column.name;
+        if (!all.back().source)
+            return Refusal("column \"" + name + "\" has more points than memory can hold");
+        if (all.back().before.empty()) return Refusal(table.name + ": column \"" + name + "\" has no values");
+    }
+    return all;
+}
+
+std::optional<Failure> RunSteps(CleanRun& run, std::vector<Series>& series, Progress& progress) {
+    const auto& steps = run.options.steps;
+    const auto all = static_cast<double>(series.size() * steps.size());
+    double done = 0;
+    for (auto& one : series) {
+        StepRunner runner(run.table, run.axis, one);
+        auto& results = run.results.emplace_back();
+        for (const auto& step : steps) {
+            progress.Show(step.text, done++ / all);
+            const auto result = runner.Run(step);
+            if (!result) return result.Error();
+            results.push_back(*result);
+        }
+    }
+    return std::nullopt;
+}
+
+// The report is complete before the output takes its place, so that a failure of either leaves neither.
+Result<int> WriteAll(CleanRun& run, Progress& progress) {
+    OutputFile output;
+    OutputFile report;
+    const auto advance = [&](double part) { progress.Show("writing", part); };
+    if (!output.Open(run.options.output)) return output.Error();
+    if (!WriteTable(output, run.table, run.series, run.options.drop, run.counts, advance))
+        return output.Error();
+    if (!run.options.report.empty()) {
+        const bool written = report.Open(run.options.report) && report.Write(JsonText(CleanJson(run)));
+        if (!written || !report.Flush()) return report.Error();
+    }
+    if (!output.Commit()) return output.Error();
+    if (!run.options.report.empty() && !report.Commit()) return report.Error();
+    return kDone;
+}
+
+}  // namespace
+
+Result<int> Clean(const CleanOptions& options) {
+    if (const auto failure = CheckTargets(options)) return *failure;
+    const std::string name = ShownName(options.input);
+    Progress progress(!options.quiet);
+    auto bytes = ReadInput(options.input);
+    if (!bytes) return bytes.Error();
+    const auto layout = GuessLayout(*bytes, name, options.layout);
+    if (!layout) return layout.Error();
+    const auto choice = ChooseColumnsToEdit(options, *layout);
+    if (!choice) return Failure{choice.Error().exitCode, name + ": " + choice.Error().message};
+    const auto table = ReadTable(std::move(*bytes), name, *layout, *choice, options.layout,
+                                 [&](double part) { progress.Show("reading", part); });
+    if (!table) return table.Error();
+    const XAxis axis = MakeXAxis(*table);
+    auto series = MakeAllSeries(options, *table, axis);
+    if (!series) return series.Error();
+    CleanRun run{options, *table, axis, *series, {}, {}};
+    if (const auto failure = RunSteps(run, *series, progress))
+        return Failure{failure->exitCode, name + ": " + failure->message};
+    const auto written = WriteAll(run, progress);
+    if (!written) return written;
+    progress.Clear();
+    if (!options.quiet) std::fputs(CleanText(run).c_str(), stderr);
+    return kDone;
+}
+
+}  // namespace app

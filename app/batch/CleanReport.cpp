@@ -1,0 +1,150 @@
+#include "app/batch/CleanReport.h"
+
+#include <algorithm>
+
+#include "app/batch/Info.h"
+#include "app/table/InputFile.h"
+#include "app/table/NumberText.h"
+
+namespace app {
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+struct PointCounts {
+    std::int64_t changed = 0;
+    Json flags = Json::object();
+    std::string text;  // "12 deleted, 3 interpolated"
+};
+
+PointCounts CountPoints(const Series& series) {
+    PointCounts counts;
+    const CPoint* points = series.source->GetData();
+    const unsigned short* status = series.source->GetStatus();
+    const long n = series.source->GetCount();
+    for (long i = 0; i < n; ++i) counts.changed += points[i].y != series.before[static_cast<std::size_t>(i)];
+    for (const unsigned short flag :
+         {PS_DELETED, PS_REJECTED, PS_SPIKE, PS_MOVED, PS_SMOOTHED, PS_INTERPOLATED, PS_EDITED}) {
+        const auto count =
+            std::count_if(status, status + n, [&](unsigned short word) { return word & flag; });
+        counts.flags[StatusText(flag)] = count;
+        if (count > 0 && flag != PS_EDITED && flag != PS_SPIKE)
+            counts.text += ", " + Grouped(count) + " " + StatusText(flag);
+    }
+    return counts;
+}
+
+std::string StepLine(const Step& step, const StepResult& result) {
+    std::string line = "  " + step.text;
+    line.resize(std::max<std::size_t>(line.size() + 2, 30), ' ');
+    const char* verb = step.kind == StepKind::Select                                    ? " selected"
+                       : step.kind == StepKind::Median || step.kind == StepKind::Spikes ? " marked"
+                                                                                        : "";
+    const bool idle = result.points == 0 && !result.note.empty();
+    if (!idle) line += Counted(result.points, result.ofSelection ? "selected point" : "point") + verb;
+    if (!result.command.empty()) line += "; " + result.command + ": " + result.text;
+    if (!result.note.empty()) line += (idle ? "" : "; ") + result.note;
+    return line + "\n";
+}
+
+std::string StorageText(const CleanRun& run) {
+    std::string text;
+    const auto& x = run.table.x;
+    if (run.axis.exactness.inexact > 0)
+        text += "  x \"" + x.name + "\": " +
+                ExactnessText(run.axis.exactness, run.axis.scale, run.table.HasTimes() ? "s" : x.unit) +
+                " for the steps; the output keeps its text\n";
+    for (std::size_t i = 0; i < run.series.size(); ++i) {
+        const auto& series = run.series[i];
+        const auto& column = run.table.columns[i].column;
+        if (series.exactness.inexact == 0) continue;
+        text += "  y \"" + column.name + "\": " + ExactnessText(series.exactness, series.scale, column.unit) +
+                " for the steps; values not edited keep their text\n";
+    }
+    return text;
+}
+
+std::string ReadingText(const CleanRun& run) {
+    const Table& table = run.table;
+    std::string text = table.name + ": " + Counted(table.rows, "row") + " read";
+    if (table.skippedRows) {
+        const auto& fault = table.faults.front();
+        text += ", " + Grouped(table.skippedRows) + " could not be and pass through unchanged (line " +
+                std::to_string(fault.line) + ": " + fault.reason + (table.skippedRows > 1 ? "; ...)" : ")");
+    }
+    if (table.unreadableCells) text += ", " + Counted(table.unreadableCells, "unreadable cell");
+    if (!run.axis.sorted)
+        text += "; the rows are not in the order of \"" + table.x.name +
+                "\": steps work on them sorted, the output keeps their order";
+    return text + "\n";
+}
+
+Json SeriesJson(const CleanRun& run, std::size_t index) {
+    const Series& series = run.series[index];
+    const ValueColumn& column = run.table.columns[index];
+    const PointCounts points = CountPoints(series);
+    Json steps = Json::array();
+    for (std::size_t s = 0; s < run.results[index].size(); ++s) {
+        const StepResult& result = run.results[index][s];
+        Json step{{"step", run.options.steps[s].text},
+                  {"points", result.points},
+                  {"ofSelection", result.ofSelection}};
+        if (!result.command.empty()) {
+            step["command"] = result.command;
+            step["result"] = result.text;
+        }
+        if (!result.note.empty()) step["note"] = result.note;
+        steps.push_back(std::move(step));
+    }
+    return {{"column", column.column.name},
+            {"unit", column.column.unit},
+            {"points", series.before.size()},
+            {"missing", column.missing},
+            {"unreadable", column.unreadable},
+            {"duplicates", series.duplicates},
+            {"stored", ExactnessJson(series.exactness, series.scale)},
+            {"steps", steps},
+            {"flags", points.flags},
+            {"changedValues", points.changed}};
+}
+
+}  // namespace
+
+std::string CleanText(const CleanRun& run) {
+    std::string text = ReadingText(run) + StorageText(run);
+    for (std::size_t i = 0; i < run.series.size(); ++i) {
+        const Column& column = run.table.columns[i].column;
+        text += column.name + (column.unit.empty() ? "" : " [" + column.unit + "]") + ": " +
+                Counted(static_cast<std::int64_t>(run.series[i].before.size()), "point") + "\n";
+        for (std::size_t s = 0; s < run.results[i].size(); ++s)
+            text += StepLine(run.options.steps[s], run.results[i][s]);
+        const PointCounts points = CountPoints(run.series[i]);
+        text += "  in all: " + Counted(points.changed, "value") + " changed" + points.text + "\n";
+    }
+    text += "written: " + Counted(run.counts.rows, "row");
+    if (run.counts.dropped) text += ", " + Grouped(run.counts.dropped) + " dropped";
+    return text + (run.options.output == "-" ? "" : ", to " + run.options.output) + "\n";
+}
+
+Json CleanJson(const CleanRun& run) {
+    const Table& table = run.table;
+    Json json{
+        {"program", "tavin"},
+        {"version", TAVIN_VERSION},
+        {"input", {{"file", table.name}, {"bytes", table.bytes.size()}, {"sha256", Sha256(table.bytes)}}},
+        {"output", run.options.output}};
+    json["table"] = TableJson(table);
+    json["x"] = {{"column", table.x.name},
+                 {"unit", table.HasTimes() ? "s" : table.x.unit},
+                 {"sorted", run.axis.sorted},
+                 {"stored", ExactnessJson(run.axis.exactness, run.axis.scale)}};
+    if (table.HasTimes()) json["x"]["timeFormat"] = TimeFormName(table);
+    json["y"] = Json::array();
+    for (std::size_t i = 0; i < run.series.size(); ++i) json["y"].push_back(SeriesJson(run, i));
+    json["written"] = {
+        {"rows", run.counts.rows}, {"dropped", run.counts.dropped}, {"editedValues", run.counts.edited}};
+    return json;
+}
+
+}  // namespace app

@@ -1,0 +1,27 @@
+// What `tavin clean` did, for people and as JSON.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "app/batch/Clean.h"
+#include "app/batch/StepRunner.h"
+#include "app/table/Series.h"
+#include "app/table/TableWriter.h"
+
+namespace app {
+
+struct CleanRun {
+    const CleanOptions& options;
+    const Table& table;
+    const XAxis& axis;
+    const std::vector<Series>& series;
+    std::vector<std::vector<StepResult>> results;  // per series, per step
+    WriteCounts counts;
+};
+
+std::string CleanText(const CleanRun& run);
+nlohmann::ordered_json CleanJson(const CleanRun& run);
+
+}  // namespace app

@@ -1,0 +1,272 @@
+#include "app/batch/Info.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace app {
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+constexpr std::size_t kWidestGaps = 5;
+
+double RealLength(const XAxis& axis, std::int64_t stored) {
+    return static_cast<double>(stored) / axis.scale.Scale();
+}
+
+std::string LengthText(const Table& table, double length) {
+    if (table.HasTimes()) return DurationText(length);
+    return ShortNumber(length) + (table.x.unit.empty() ? "" : " " + table.x.unit);
+}
+
+struct Range {
+    double least = 0;
+    double most = 0;
+    std::int64_t count = 0;
+};
+
+Range RangeOf(const std::vector<double>& values) {
+    Range range;
+    for (const double value : values) {
+        if (!HasValue(value)) continue;
+        range.least = range.count ? std::min(range.least, value) : value;
+        range.most = range.count ? std::max(range.most, value) : value;
+        ++range.count;
+    }
+    return range;
+}
+
+std::vector<Spacing::Gap> WidestGaps(const std::vector<std::int32_t>& sorted, double limit,
+                                     std::int64_t& count) {
+    std::vector<Spacing::Gap> gaps;
+    const auto width = [](const Spacing::Gap& gap) { return std::int64_t{gap.to} - gap.from; };
+    for (std::size_t i = 1; i < sorted.size(); ++i) {
+        const Spacing::Gap gap{sorted[i - 1], sorted[i]};
+        if (static_cast<double>(width(gap)) <= limit) continue;
+        ++count;
+        gaps.push_back(gap);
+        if (gaps.size() <= kWidestGaps) continue;
+        gaps.erase(std::min_element(gaps.begin(), gaps.end(),
+                                    [&](const auto& a, const auto& b) { return width(a) < width(b); }));
+    }
+    return gaps;
+}
+
+std::string FaultsText(const Table& table) {
+    constexpr std::size_t kShown = 5;
+    std::string text;
+    for (std::size_t i = 0; i < table.faults.size() && i < kShown; ++i)
+        text +=
+            "            line " + std::to_string(table.faults[i].line) + ": " + table.faults[i].reason + "\n";
+    const auto all = table.skippedRows + table.unreadableCells;
+    if (all > static_cast<std::int64_t>(kShown))
+        text += "            and " + Grouped(all - static_cast<std::int64_t>(kShown)) +
+                " more; --json lists up to " + Grouped(static_cast<std::int64_t>(Table::kMostFaults)) + "\n";
+    return text;
+}
+
+std::string Row(const char* title, const std::string& text) {
+    std::string row = "  " + std::string(title);
+    row.resize(12, ' ');
+    return row + text + "\n";
+}
+
+std::string Titled(const Column& column) {
+    return column.name + (column.unit.empty() ? "" : " [" + column.unit + "]");
+}
+
+std::string TableText(const Table& table) {
+    const Layout& layout = table.layout;
+    std::string text = Counted(table.rows, "row") + ", " +
+                       Counted(static_cast<std::int64_t>(layout.columns.size()), "column") +
+                       ", separated by " + DelimiterName(layout.delimiter) + ", decimal " +
+                       (layout.decimalSign == ',' ? "comma" : "point") + ", " +
+                       (layout.hasUnitsRow ? "header and units row"
+                        : layout.hasHeader ? "header"
+                                           : "no header") +
+                       (layout.begin ? ", byte-order mark" : "");
+    std::string names;
+    for (const auto& column : layout.columns) names += (names.empty() ? "" : ", ") + Titled(column);
+    std::string skipped = table.skippedRows ? Counted(table.skippedRows, "row") : "no row";
+    if (table.unreadableCells) skipped += ", and " + Counted(table.unreadableCells, "unreadable cell");
+    return Row("table", text) + Row("columns", names) + Row("skipped", skipped) + FaultsText(table);
+}
+
+std::string FormText(const Table& table) {
+    if (!table.HasTimes()) return "numbers";
+    std::string text = "times, " + TimeFormName(table);
+    if (table.x.timeForm != TimeForm::Iso && table.x.timeForm != TimeForm::Custom) return text;
+    if (table.times.zoned && table.times.local) return text + ", some without zone, which are taken as UTC";
+    return text + (table.times.zoned ? ", shown in UTC" : ", without zone");
+}
+
+std::string SpacingText(const Table& table, const Spacing& spacing) {
+    if (spacing.step <= 0) return "all at one x";
+    std::string text = "step " + LengthText(table, spacing.step);
+    if (spacing.least != spacing.most)
+        text += " (" + LengthText(table, spacing.least) + " to " + LengthText(table, spacing.most) + ")";
+    return text + ", " + (spacing.gaps ? Counted(spacing.gaps, "gap") : "no gaps") + ", " +
+           (spacing.duplicates ? Counted(spacing.duplicates, "duplicate") : "no duplicates");
+}
+
+std::string XText(const Table& table, const XAxis& axis) {
+    const Spacing spacing = FindSpacing(axis);
+    const auto [least, most] = std::minmax_element(axis.stored.begin(), axis.stored.end());
+    std::string text = Row("x", Titled(table.x) + ": " + FormText(table));
+    text += Row("", RealX(table, axis, *least) + " to " + RealX(table, axis, *most) +
+                        (axis.sorted ? ", ascending" : ", not in order: will be sorted"));
+    text += Row("", SpacingText(table, spacing));
+    for (const auto& gap : spacing.widest)
+        text += Row("", "  gap of " + LengthText(table, RealLength(axis, std::int64_t{gap.to} - gap.from)) +
+                            " after " + RealX(table, axis, gap.from));
+    std::string stored = ExactnessText(axis.exactness, axis.scale, table.HasTimes() ? "s" : table.x.unit);
+    if (table.times.cut) stored += "; finer than a microsecond, cut off: " + Counted(table.times.cut, "time");
+    return text + Row("", "stored " + stored);
+}
+
+std::string Places(const ValueColumn& column) {
+    return column.decimals == 0 ? "whole numbers" : "up to " + Counted(column.decimals, "decimal");
+}
+
+std::string ColumnText(const ValueColumn& column) {
+    const Range range = RangeOf(column.values);
+    std::string text =
+        Row("y", Titled(column.column) + ": " + Counted(range.count, "value") +
+                     (column.missing ? ", " + Grouped(column.missing) + " missing" : "") +
+                     (column.unreadable ? ", " + Grouped(column.unreadable) + " unreadable" : ""));
+    if (range.count == 0) return text;
+    const AxisScale scale = ScaleForValues(column.values, column.decimals, false);
+    text += Row("", ShortNumber(range.least) + " to " + ShortNumber(range.most) + ", " + Places(column));
+    return text +
+           Row("", "stored " + ExactnessText(Examine(scale, column.values), scale, column.column.unit));
+}
+
+Json XJson(const Table& table, const XAxis& axis) {
+    const Spacing spacing = FindSpacing(axis);
+    const auto [least, most] = std::minmax_element(axis.stored.begin(), axis.stored.end());
+    Json gaps = Json::array();
+    for (const auto& gap : spacing.widest)
+        gaps.push_back({{"from", RealX(table, axis, gap.from)},
+                        {"to", RealX(table, axis, gap.to)},
+                        {"length", RealLength(axis, std::int64_t{gap.to} - gap.from)}});
+    Json json{{"column", table.x.name}, {"unit", table.HasTimes() ? "s" : table.x.unit}};
+    if (table.HasTimes()) json["timeFormat"] = TimeFormName(table);
+    if (table.times.cut) json["finerThanMicroseconds"] = table.times.cut;
+    json["from"] = RealX(table, axis, *least);
+    json["to"] = RealX(table, axis, *most);
+    json["sorted"] = axis.sorted;
+    json["step"] = spacing.step;
+    json["leastStep"] = spacing.least;
+    json["largestStep"] = spacing.most;
+    json["duplicates"] = spacing.duplicates;
+    json["gaps"] = spacing.gaps;
+    json["widestGaps"] = gaps;
+    json["stored"] = ExactnessJson(axis.exactness, axis.scale);
+    return json;
+}
+
+Json ColumnJson(const ValueColumn& column) {
+    const Range range = RangeOf(column.values);
+    Json json{{"column", column.column.name},    {"unit", column.column.unit},
+              {"values", range.count},           {"missing", column.missing},
+              {"unreadable", column.unreadable}, {"decimals", column.decimals}};
+    if (range.count == 0) return json;
+    json["from"] = range.least;
+    json["to"] = range.most;
+    const AxisScale scale = ScaleForValues(column.values, column.decimals, false);
+    json["stored"] = ExactnessJson(Examine(scale, column.values), scale);
+    return json;
+}
+
+}  // namespace
+
+Spacing FindSpacing(const XAxis& axis) {
+    Spacing spacing;
+    std::vector<std::int32_t> sorted = axis.stored;
+    if (!axis.sorted) std::sort(sorted.begin(), sorted.end());
+    std::vector<std::int64_t> steps;
+    for (std::size_t i = 1; i < sorted.size(); ++i) {
+        const std::int64_t step = std::int64_t{sorted[i]} - sorted[i - 1];
+        if (step == 0)
+            ++spacing.duplicates;
+        else
+            steps.push_back(step);
+    }
+    if (steps.empty()) return spacing;
+    const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
+    std::nth_element(steps.begin(), middle, steps.end());
+    const auto step = static_cast<double>(*middle);
+    const auto [least, most] = std::minmax_element(steps.begin(), steps.end());
+    spacing.step = step / axis.scale.Scale();
+    spacing.least = RealLength(axis, *least);
+    spacing.most = RealLength(axis, *most);
+    spacing.widest = WidestGaps(sorted, 1.5 * step, spacing.gaps);
+    return spacing;
+}
+
+std::string RealX(const Table& table, const XAxis& axis, std::int32_t stored) {
+    if (table.HasTimes()) return IsoText(axis.scale.RealTime(stored), table.times.zoned);
+    return NumberText(axis.scale.Real(stored), std::max(0, axis.scale.Decimals()));
+}
+
+std::string TimeFormName(const Table& table) {
+    switch (table.x.timeForm) {
+        case TimeForm::Iso:
+            return "ISO 8601";
+        case TimeForm::EpochSeconds:
+            return "seconds since 1970";
+        case TimeForm::EpochMilliseconds:
+            return "milliseconds since 1970";
+        case TimeForm::Custom:
+            return table.layout.customTime;
+        case TimeForm::None:
+            break;
+    }
+    return "";
+}
+
+std::string JsonText(const Json& json) {
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+Json ExactnessJson(const Exactness& exactness, const AxisScale& scale) {
+    return {{"decimals", scale.Decimals()},
+            {"exact", exactness.inexact == 0},
+            {"inexactValues", exactness.inexact},
+            {"largestError", exactness.largestError}};
+}
+
+Json TableJson(const Table& table) {
+    const Layout& layout = table.layout;
+    Json faults = Json::array();
+    for (const auto& fault : table.faults) faults.push_back({{"line", fault.line}, {"reason", fault.reason}});
+    Json columns = Json::array();
+    for (const auto& column : layout.columns)
+        columns.push_back({{"name", column.name}, {"unit", column.unit}});
+    return {{"rows", table.rows},
+            {"skippedRows", table.skippedRows},
+            {"unreadableCells", table.unreadableCells},
+            {"faults", faults},
+            {"delimiter", DelimiterName(layout.delimiter)},
+            {"decimalSign", std::string(1, layout.decimalSign)},
+            {"header", layout.hasHeader},
+            {"unitsRow", layout.hasUnitsRow},
+            {"byteOrderMark", layout.begin > 0},
+            {"columns", columns}};
+}
+
+Json InfoJson(const Table& table, const XAxis& axis) {
+    Json json{
+        {"file", table.name}, {"table", TableJson(table)}, {"x", XJson(table, axis)}, {"y", Json::array()}};
+    for (const auto& column : table.columns) json["y"].push_back(ColumnJson(column));
+    return json;
+}
+
+std::string InfoText(const Table& table, const XAxis& axis) {
+    std::string text = table.name + "\n" + TableText(table) + XText(table, axis);
+    for (const auto& column : table.columns) text += ColumnText(column);
+    return text;
+}
+
+}  // namespace app

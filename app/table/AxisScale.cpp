@@ -1,0 +1,157 @@
+#include "app/table/AxisScale.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+#include "app/table/NumberText.h"
+#include "app/table/Table.h"
+#include "tavin/tavin.h"
+
+namespace app {
+
+namespace {
+
+// Powers of ten up to this one are exact doubles, so that m / 10^k is the double nearest to the decimal m
+// e-k.
+constexpr int kMostDecimals = 22;
+constexpr int kLeastDecimals = -308;
+constexpr double kHalfRange = 1073741824.0;          // half of what 32 bits hold on either side of zero
+constexpr double kFullRange = 2147483646.0;          // of stored values that start at zero
+constexpr double kExactCounts = 9007199254740992.0;  // 2^53: counts beyond are not all doubles
+
+double PowerOfTen(int exponent) {
+    constexpr double kSmall[] = {1,    1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    return exponent <= kMostDecimals ? kSmall[exponent] : std::pow(10.0, exponent);
+}
+
+double AwayFromZero(double value) { return value > 0 ? std::floor(value + 0.5) : std::ceil(value - 0.5); }
+
+struct Extent {
+    double least = 0;
+    double most = 0;
+    double Largest() const { return std::max(std::fabs(least), std::fabs(most)); }
+    // Half of each first, so that the span of the widest doubles stays finite.
+    double Middle() const { return least / 2 + most / 2; }
+    double HalfSpan() const { return most / 2 - least / 2; }
+};
+
+Extent ExtentOf(const std::vector<double>& values) {
+    Extent extent{std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest()};
+    for (const double value : values) {
+        if (!HasValue(value)) continue;
+        extent.least = std::min(extent.least, value);
+        extent.most = std::max(extent.most, value);
+    }
+    return extent.least <= extent.most ? extent : Extent{};
+}
+
+double Scaled(double value, int decimals) {
+    return decimals >= 0 ? value * PowerOfTen(decimals) : value / PowerOfTen(-decimals);
+}
+
+Microseconds MicrosecondsPerCount(int decimals) {
+    Microseconds unit = 1;
+    for (int d = decimals; d < 6; ++d) unit *= 10;
+    return unit;
+}
+
+constexpr int kTimeDecimalsLeast = -9;  // counts of 10^9 s: enough for all years
+
+}  // namespace
+
+AxisScale::AxisScale(int decimals, std::int64_t origin, Microseconds timeOrigin)
+    : decimals_(decimals), power_(PowerOfTen(std::abs(decimals))), origin_(origin), timeOrigin_(timeOrigin) {}
+
+double AxisScale::Scale() const { return decimals_ >= 0 ? power_ : 1 / power_; }
+
+double AxisScale::Counts(double real) const {
+    return AwayFromZero(decimals_ >= 0 ? real * power_ : real / power_);
+}
+
+std::int32_t AxisScale::Stored(double real) const {
+    return RoundHalfAway(Counts(real) - static_cast<double>(origin_));
+}
+
+double AxisScale::Real(std::int32_t stored) const {
+    const auto counts = static_cast<double>(origin_ + stored);
+    return decimals_ >= 0 ? counts / power_ : counts * power_;
+}
+
+std::int32_t AxisScale::StoredTime(Microseconds time) const {
+    const Microseconds unit = MicrosecondsPerCount(decimals_);
+    const Microseconds shifted = time - timeOrigin_;
+    const Microseconds half = shifted > 0 ? unit / 2 : -(unit / 2);
+    return SaturateToInt32((shifted + half) / unit);
+}
+
+Microseconds AxisScale::RealTime(std::int32_t stored) const {
+    return timeOrigin_ + stored * MicrosecondsPerCount(decimals_);
+}
+
+AxisScale ScaleForValues(const std::vector<double>& values, int writtenDecimals, bool zeroOrigin) {
+    const Extent extent = ExtentOf(values);
+    const auto fits = [](double counts) { return counts <= kHalfRange; };
+    for (int decimals = std::min(writtenDecimals, kMostDecimals); decimals > kLeastDecimals; --decimals) {
+        if (fits(Scaled(extent.Largest(), decimals))) return {decimals, 0};
+        const bool exact = Scaled(extent.Largest(), decimals) < kExactCounts;
+        if (zeroOrigin || !exact || !fits(Scaled(extent.HalfSpan(), decimals))) continue;
+        return {decimals, static_cast<std::int64_t>(AwayFromZero(Scaled(extent.Middle(), decimals)))};
+    }
+    return {kLeastDecimals, 0};
+}
+
+AxisScale ScaleForTimes(const std::vector<Microseconds>& times) {
+    if (times.empty()) return {};
+    const auto [least, most] = std::minmax_element(times.begin(), times.end());
+    // The coarsest unit up to a second in which every distance from the first time is whole.
+    int decimals = 0;
+    for (const Microseconds time : times)
+        while (decimals < 6 && (time - *least) % MicrosecondsPerCount(decimals) != 0) ++decimals;
+    const auto span = static_cast<double>(*most - *least);
+    while (decimals > kTimeDecimalsLeast &&
+           span / static_cast<double>(MicrosecondsPerCount(decimals)) > kFullRange)
+        --decimals;
+    return {decimals, 0, *least};
+}
+
+Exactness Examine(const AxisScale& scale, const std::vector<double>& values) {
+    Exactness exactness;
+    for (const double value : values) {
+        if (!HasValue(value)) continue;
+        ++exactness.values;
+        const double back = scale.Real(scale.Stored(value));
+        if (back == value) continue;
+        ++exactness.inexact;
+        exactness.largestError = std::max(exactness.largestError, std::fabs(back - value));
+    }
+    return exactness;
+}
+
+Exactness Examine(const AxisScale& scale, const std::vector<Microseconds>& times) {
+    Exactness exactness;
+    for (const Microseconds time : times) {
+        ++exactness.values;
+        const Microseconds error = std::abs(scale.RealTime(scale.StoredTime(time)) - time);
+        if (error == 0) continue;
+        ++exactness.inexact;
+        exactness.largestError = std::max(exactness.largestError, static_cast<double>(error) / kSecond);
+    }
+    return exactness;
+}
+
+std::string ExactnessText(const Exactness& exactness, const AxisScale& scale, const std::string& unit) {
+    if (exactness.inexact == 0) return "exact";
+    const std::string place =
+        scale.Decimals() >= 0
+            ? Counted(scale.Decimals(), "decimal")
+            : "steps of " + ShortNumber(PowerOfTen(-scale.Decimals())) + (unit.empty() ? "" : " " + unit);
+    char error[32];
+    std::snprintf(error, sizeof error, "%.2g", exactness.largestError);
+    return Grouped(exactness.inexact) + " of " + Counted(exactness.values, "value") + " rounded to " + place +
+           ", by " + error + (unit.empty() ? "" : " " + unit) + " at most";
+}
+
+}  // namespace app

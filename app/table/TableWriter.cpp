@@ -1,0 +1,193 @@
+#include "app/table/TableWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+#include "app/table/NumberText.h"
+#include "app/table/Records.h"
+
+namespace app {
+
+namespace {
+
+constexpr std::size_t kRecordsBetweenAdvances = 1 << 16;
+
+struct FlagName {
+    unsigned short flag;
+    const char* name;
+};
+constexpr FlagName kFlags[] = {
+    {PS_DELETED, "deleted"},   {PS_REJECTED, "rejected"},         {PS_SPIKE, "spike"},  {PS_MOVED, "moved"},
+    {PS_SMOOTHED, "smoothed"}, {PS_INTERPOLATED, "interpolated"}, {PS_EDITED, "edited"}};
+
+// A cell of text in the table's delimiter; quoted where it must be.
+std::string Cell(const std::string& text, char delimiter) {
+    const bool blank = text.find_first_of(" \t") != std::string::npos && delimiter == kBlanks;
+    if (!blank && text.find(delimiter) == std::string::npos && text.find('"') == std::string::npos)
+        return text;
+    std::string quoted = "\"";
+    for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return quoted + "\"";
+}
+
+class RowWriter {
+  public:
+    RowWriter(OutputFile& output, const Table& table, const std::vector<Series>& series, unsigned short drop,
+              WriteCounts& counts)
+        : output_(output), table_(table), series_(series), drop_(drop), counts_(counts) {
+        byField_.resize(series.size());
+        std::iota(byField_.begin(), byField_.end(), std::size_t{0});
+        std::sort(byField_.begin(), byField_.end(), [&](std::size_t a, std::size_t b) {
+            return table.columns[a].column.field < table.columns[b].column.field;
+        });
+        // In a table of blanks an empty cell would be no cell.
+        if (table.layout.delimiter == kBlanks) empty_.assign(1, '-');
+        for (std::size_t word = 0; word < cells_.size(); ++word) {
+            const auto status = StatusText(StatusOf(word));
+            cells_[word].append(1, table.layout.delimiter).append(status.empty() ? empty_ : status);
+        }
+    }
+
+    bool Write(std::size_t record) {
+        const std::string_view text = table_.RecordText(record);
+        switch (table_.Role(record)) {
+            case RecordRole::Data:
+                return WriteRow(text, row_++);
+            case RecordRole::Header:
+                return WriteHeading(text, true);
+            case RecordRole::Units:
+                return WriteHeading(text, false);
+            default:
+                return output_.Write(text);
+        }
+    }
+
+  private:
+    // Status words have their flags in bits 0 to 6 and 15: packed into eight bits they index the cells.
+    static std::size_t Packed(unsigned short status) { return (status & 0x7Fu) | (status >> 8 & 0x80u); }
+    static unsigned short StatusOf(std::size_t packed) {
+        return static_cast<unsigned short>((packed & 0x7Fu) | (packed & 0x80u) << 8);
+    }
+
+    bool WriteHeading(std::string_view text, bool names) {
+        std::string line(text.substr(0, LengthWithoutBreak(text)));
+        const std::string lineBreak(text.substr(line.size()));
+        PadShortRow(text, line);
+        for (const auto& column : table_.columns)
+            line += table_.layout.delimiter +
+                    (names ? Cell(column.column.name + "_status", table_.layout.delimiter) : empty_);
+        return output_.Write(line + lineBreak);
+    }
+
+    // A row may lack cells at its end: empty ones are put in, so that the status cells stand in their
+    // columns.
+    void PadShortRow(std::string_view record, std::string& line) const {
+        const char delimiter = table_.layout.delimiter;
+        Span span;
+        const int last = static_cast<int>(table_.layout.columns.size()) - 1;
+        if (FindField(record, delimiter, last, span)) return;
+        for (int field = last; field > 0 && !FindField(record, delimiter, field, span); --field)
+            line += delimiter + empty_;
+    }
+
+    bool Drops(std::int64_t row) const {
+        if (drop_ == 0) return false;
+        bool any = false;
+        for (const auto& one : series_) {
+            const std::int32_t point = one.PointOfRow(row);
+            if (point == Series::kNoPoint) continue;
+            if (!(one.source->GetStatus()[point] & drop_)) return false;
+            any = true;
+        }
+        return any;
+    }
+
+    static bool IsEdited(const Series& series, std::int32_t point) {
+        return point != Series::kNoPoint &&
+               series.source->GetData()[point].y != series.before[static_cast<std::size_t>(point)];
+    }
+
+    bool WriteRow(std::string_view text, std::int64_t row) {
+        if (Drops(row)) {
+            ++counts_.dropped;
+            return true;
+        }
+        ++counts_.rows;
+        line_.clear();
+        AppendValues(text, row);
+        const std::size_t length = LengthWithoutBreak(text);
+        AppendStatus(text, row);
+        line_ += text.substr(length);
+        return output_.Write(line_);
+    }
+
+    // The record without its line break, the edited values put in the place of the old ones.
+    void AppendValues(std::string_view text, std::int64_t row) {
+        std::size_t from = 0;
+        for (const std::size_t index : byField_) {
+            const Series& series = series_[index];
+            const std::int32_t point = series.PointOfRow(row);
+            if (!IsEdited(series, point)) continue;
+            Span span;
+            if (!FindField(text, table_.layout.delimiter, table_.columns[index].column.field, span)) continue;
+            line_ += text.substr(from, span.begin - from);
+            const bool quoted = span.begin > 0 && text[span.begin - 1] == '"';
+            const std::string value =
+                NumberText(series.scale.Real(series.source->GetData()[point].y),
+                           std::max(0, series.scale.Decimals()), table_.layout.decimalSign);
+            line_ += quoted ? value : Cell(value, table_.layout.delimiter);
+            from = span.end;
+            ++counts_.edited;
+        }
+        line_ += text.substr(from, LengthWithoutBreak(text) - from);
+    }
+
+    void AppendStatus(std::string_view text, std::int64_t row) {
+        if (table_.IsShort(row)) PadShortRow(text, line_);
+        for (std::size_t i = 0; i < series_.size(); ++i) {
+            const std::int32_t point = series_[i].PointOfRow(row);
+            if (point != Series::kNoPoint) {
+                line_ += cells_[Packed(series_[i].source->GetStatus()[point])];
+                continue;
+            }
+            const double value = table_.columns[i].values[static_cast<std::size_t>(row)];
+            line_ += table_.layout.delimiter;
+            line_ += value == kUnreadable ? "unreadable" : "missing";
+        }
+    }
+
+    OutputFile& output_;
+    const Table& table_;
+    const std::vector<Series>& series_;
+    unsigned short drop_;
+    WriteCounts& counts_;
+    std::vector<std::size_t> byField_;  // the series in the order of their columns in the file
+    std::string empty_;
+    std::array<std::string, 256> cells_;  // per packed status word: the delimiter and the cell
+    std::string line_;
+    std::int64_t row_ = 0;
+};
+
+}  // namespace
+
+std::string StatusText(unsigned short status) {
+    std::string text;
+    for (const auto& flag : kFlags)
+        if (status & flag.flag) text.append(text.empty() ? "" : "+").append(flag.name);
+    return text;
+}
+
+bool WriteTable(OutputFile& output, const Table& table, const std::vector<Series>& series,
+                unsigned short drop, WriteCounts& counts, const Advance& advance) {
+    RowWriter writer(output, table, series, drop, counts);
+    if (!output.Write(std::string_view(table.bytes).substr(0, table.layout.begin))) return false;
+    for (std::size_t record = 0; record < table.records.size(); ++record) {
+        if (!writer.Write(record)) return false;
+        if (advance && record % kRecordsBetweenAdvances == 0)
+            advance(static_cast<double>(record) / static_cast<double>(table.records.size()));
+    }
+    return true;
+}
+
+}  // namespace app
