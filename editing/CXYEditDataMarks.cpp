@@ -10,7 +10,7 @@
 #include "platform/core/MessageBox.h"
 
 int CXYEditData::DeleteSelected() {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (!series.status || GetSelectedIndex() < 0) return 0;
     MarkRun(series.status, nullptr, currentIndex, currentIndex + 1, PS_DELETED | PS_EDITED, 0);
     while (currentIndex < series.count && (series.status[currentIndex] & PS_DELETED)) ++currentIndex;
@@ -22,7 +22,7 @@ int CXYEditData::DeleteSelected() {
 int CXYEditData::DeleteSelected(bool inside) { return MarkSelected(inside, PS_DELETED, 0); }
 
 int CXYEditData::RejectSelected(int code) {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (!series.status) return 0;
     if (!series.rejection) {
         AfxMessageBox("Rejection is missing", MB_OK);
@@ -37,7 +37,7 @@ int CXYEditData::RejectSelected(int code) {
 int CXYEditData::RejectSelected(bool inside, int code) { return MarkSelected(inside, PS_REJECTED, code); }
 
 int CXYEditData::MarkSelected(bool inside, int flags, int code) {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (!series.status) return 0;
     const FittingSelection selection(selected.get(), selectedCount, series.count);
     if (!selection.IsKnown()) return 0;
@@ -49,7 +49,7 @@ int CXYEditData::MarkSelected(bool inside, int flags, int code) {
 }
 
 int CXYEditData::ClearAllRejection() {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (!series.status || !series.rejection) return 0;
     if (!source->SaveForUndo(true).good()) return 0;
     MarkRun(series.status, nullptr, 0, series.count, PS_EDITED, 0);

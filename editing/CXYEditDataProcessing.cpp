@@ -46,7 +46,7 @@ void RecordScaling(IPointSource* owner, int method, double factor, double realOr
 
 int CXYEditData::TranslateAll(long dx, long dy, bool setLevel) {
     IPointSource* whole = GetPointSourceForFilter();
-    const SeriesArrays series(whole);
+    const EditedArrays series(whole);
     if (series.count == 0) return 0;
     if (setLevel)
         LevelRun(series, 0, series.count, SaturateToInt32(dy));
@@ -58,7 +58,7 @@ int CXYEditData::TranslateAll(long dx, long dy, bool setLevel) {
 }
 
 int CXYEditData::TranslateSelected(long dx, long dy, bool setLevel, bool inside) {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     const FittingSelection selection(selected.get(), selectedCount, series.count);
     if (!selection.IsKnown()) return 0;
     const int listed = selection.Count();
@@ -81,7 +81,7 @@ int CXYEditData::TranslateSelected(long dx, long dy, bool setLevel, bool inside)
 }
 
 int CXYEditData::TranslateSelected(long dx, long dy, bool absolute) {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (series.count == 0 || GetSelectedIndex() < 0) return 0;
     if (!absolute) {
         TranslatePoints(series.data, series.count, &currentIndex, 1, dx, dy, 1, series.status,
@@ -98,7 +98,7 @@ int CXYEditData::TranslateSelected(long dx, long dy, bool absolute) {
 int CXYEditData::ScaleAll(int method, double factor, double origin) {
     IPointSource* whole = GetPointSourceForFilter();
     if (!whole) return 0;
-    const SeriesArrays series(whole);
+    const EditedArrays series(whole);
     const Covered all{nullptr, series.count, 1};
     if (!ScaleByMethod(method, series, all, factor, origin, whole->GetYScale(), REJECT_MOVED)) return 0;
     const double realOrigin = origin / (source ? source : whole)->GetYScale();
@@ -109,7 +109,7 @@ int CXYEditData::ScaleAll(int method, double factor, double origin) {
 int CXYEditData::ScaleSelected(int method, double factor, double origin, bool inside) {
     if (!source) return 0;
     if (method != 0 && !inside) return RefuseScaleMethod();
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     const FittingSelection selection(selected.get(), selectedCount, series.count);
     const double yScale = source->GetYScale();
     if (!ScaleByMethod(method, series, selection.Cover(inside), factor, origin, yScale, REJECT_MOVED))
@@ -119,7 +119,7 @@ int CXYEditData::ScaleSelected(int method, double factor, double origin, bool in
 }
 
 int CXYEditData::ScaleSelected(double factor, double origin) {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (series.count == 0 || GetSelectedIndex() < 0) return 0;
     ScaleWithOffset(series.data, series.count, &currentIndex, 1, factor, origin, 1, series.status,
                     series.rejection, REJECT_MOVED);
@@ -129,7 +129,7 @@ int CXYEditData::ScaleSelected(double factor, double origin) {
 
 int CXYEditData::SmoothAll(double waveLength) {
     IPointSource* whole = GetPointSourceForFilter();
-    const SeriesArrays series(whole);
+    const EditedArrays series(whole);
     if (series.count == 0) return 0;
     if (!SmoothPoints(series.data, nullptr, series.count, nullptr, series.count, waveLength * waveLengthScale,
                       1, whole->GetXScale(), whole->GetYScale(), series.status, series.rejection,
@@ -143,7 +143,7 @@ int CXYEditData::SmoothAll(double waveLength) {
 }
 
 int CXYEditData::SmoothSelected(double waveLength, bool inside) {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     const FittingSelection selection(selected.get(), selectedCount, series.count);
     if (selection.Count() == 0) return 0;
     if (!SmoothPoints(series.data, nullptr, series.count, selection.Indices(), selection.Count(),

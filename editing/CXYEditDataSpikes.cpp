@@ -76,13 +76,13 @@ bool CXYEditData::BeginSpikeDetection(const SeriesArrays& series, bool showWindo
 }
 
 int CXYEditData::SpikeDetectAll(double waveLength, double window, bool showWindow) {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (!BeginSpikeDetection(series, showWindow)) return 0;
     return DetectSpikes(series, {nullptr, series.count, 1}, waveLength, window);
 }
 
 int CXYEditData::SpikeDetectSelected(double waveLength, double window, bool inside, bool showWindow) {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (!BeginSpikeDetection(series, showWindow)) return 0;
     const FittingSelection selection(selected.get(), selectedCount, series.count);
     if (selection.Count() == 0) return 0;
@@ -106,7 +106,7 @@ int CXYEditData::DetectSpikes(const SeriesArrays& series, const Covered& tested,
 }
 
 int CXYEditData::SpikeDetectMedianFilter(double filterLength, double rejectDistance, bool showWindow) try {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (!BeginSpikeDetection(series, showWindow) || !series.status) return 0;
     const int distance = TruncateToInt32(source->GetYScale() * rejectDistance);
     const MedianTest test(series, TruncateToInt32(filterLength / 2.0), distance);
@@ -124,7 +124,7 @@ int CXYEditData::SpikeDetectMedianFilter(double filterLength, double rejectDista
 }
 
 int CXYEditData::RemoveSpikeMarkings() {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     spikesFound = false;
     spikeDetectionRun = false;
     spikeWindow.reset();

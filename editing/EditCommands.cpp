@@ -33,7 +33,7 @@ KTranslateCmd::KTranslateCmd(IPointSource* series, float realX, float realY)
     : KPointSourceCmd(series), dx(realX), dy(realY) {}
 
 bool KTranslateCmd::Execute() {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (series.count == 0) return false;
     const int storedX = RoundHalfAway(source->GetXScale() * dx);
     const int storedY = RoundHalfAway(source->GetYScale() * dy);
@@ -56,7 +56,7 @@ KScaleCmd::KScaleCmd(IPointSource* series, int scaleMethod, float scaleFactor, f
 
 bool KScaleCmd::Execute() {
     if (!source) return false;
-    SeriesArrays series(source);
+    EditedArrays series(source);
     series.rejection = nullptr;
     const double yScale = source->GetYScale();
     const double storedOrigin = origin * yScale - source->GetOffset().y;
@@ -77,7 +77,7 @@ KSmoothCmd::KSmoothCmd(IPointSource* series, const long*, int, float cutOff, flo
     : KPointSourceCmd(series), waveLength(cutOff), factor(cutOffFactor) {}
 
 bool KSmoothCmd::Execute() {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (series.count == 0) return false;
     const float scaled = waveLength * factor;
     const int smoothed = SmoothPoints(series.data, nullptr, series.count, nullptr, series.count, scaled, 1,
@@ -100,7 +100,7 @@ KSpikeDetectCmd::KSpikeDetectCmd(IPointSource* series, const long* listed, int c
       waveLengthScale(cutOffScale) {}
 
 bool KSpikeDetectCmd::Execute() try {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (series.count == 0) return false;
     const std::vector<long> tested = indices.Within(series.count);
     if (tested.empty() && !indices.IsEmpty()) return false;
@@ -130,7 +130,7 @@ KSpikeDeleteCmd::KSpikeDeleteCmd(IPointSource* series, unsigned short statusFlag
 
 bool KSpikeDeleteCmd::Execute() {
     if (!source || !source->GetStatus()) return false;
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     affected = 0;
     for (int i = 0; i < series.count; ++i) {
         if (!(series.status[i] & PS_SPIKE)) continue;
@@ -155,7 +155,7 @@ KInterpolateCmd::KInterpolateCmd(IPointSource* series, const long* listed, int c
     : KPointSourceCmd(series, listed, count) {}
 
 bool KInterpolateCmd::Execute() try {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     const std::vector<long> replaced = indices.Within(series.count);
     if (replaced.empty() || indices.GetCount() == series.count) return false;
     const int listed = static_cast<int>(replaced.size());
@@ -199,7 +199,7 @@ KMedianFilterSpikeDetectCmd::KMedianFilterSpikeDetectCmd(IPointSource* series, c
     : KPointSourceCmd(series, listed, count), filterLength(length), rejectDistance(distance) {}
 
 bool KMedianFilterSpikeDetectCmd::Execute() try {
-    const SeriesArrays series(source);
+    const EditedArrays series(source);
     if (!series.status) return false;
     const MedianTest test(series, TruncateToInt32(filterLength * 0.5),
                           TruncateToInt32(source->GetYScale() * rejectDistance));

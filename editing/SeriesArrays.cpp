@@ -19,6 +19,10 @@ SeriesArrays::SeriesArrays(IPointSource* source) {
     count = static_cast<int>(points);
 }
 
+EditedArrays::EditedArrays(IPointSource* source) : SeriesArrays(source) {
+    if (source) source->NoteChange();
+}
+
 int ScaleByMethod(int method, const SeriesArrays& series, const Covered& covered, double factor,
                   double origin, double yScale, int code) {
     const auto& [data, draw, status, rejection, count] = series;

@@ -19,6 +19,11 @@ struct SeriesArrays {
     int count = 0;
 };
 
+// The same for an edit: counts as a change of the series, so make it where the edit is about to write.
+struct EditedArrays : SeriesArrays {
+    explicit EditedArrays(IPointSource* source);
+};
+
 // The points that a routine covers: the `count` points listed (mode 1) or all others (mode 0); without
 // indices, points 0 ... count - 1.
 struct Covered {

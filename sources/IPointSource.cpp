@@ -58,6 +58,12 @@ IPointSource::IPointSource() = default;
 IPointSource::IPointSource(CString unitNameX, CString unitNameY)
     : unitX(std::move(unitNameX)), unitY(std::move(unitNameY)) {}
 
+// Each series counts in a range of its own.
+std::uint64_t IPointSource::FirstChangeCount() {
+    static std::atomic<std::uint64_t> next;
+    return next.fetch_add(std::uint64_t{1} << 40);
+}
+
 IPointSource::~IPointSource() { IPointSource::ClearUndoBuffer(); }
 
 long IPointSource::GetData(CPoint** points, unsigned short** status) {
@@ -76,7 +82,10 @@ CString IPointSource::GetKey() { return GetName(); }
 
 bool IPointSource::UpdateStats() { return true; }
 
-int IPointSource::SetModified(int newModified) { return std::exchange(modified, newModified); }
+int IPointSource::SetModified(int newModified) {
+    if (newModified) NoteChange();
+    return std::exchange(modified, newModified);
+}
 
 int IPointSource::GetClosestIndex(long, bool) { return -1; }
 
@@ -147,6 +156,7 @@ void IPointSource::ReadSnapshot(SnapshotStream& stream) {
     Read(stream, GetStatus(), kept, n);
     if (stream.SnapshotSize() > withoutCodes) Read(stream, GetRejection(), kept, n);
     stream.SkipSnapshot();
+    NoteChange();
 }
 
 std::ostream& IPointSource::SaveForUndo(bool clearRedo) try {

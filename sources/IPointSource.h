@@ -9,8 +9,14 @@
 //   SaveForUndo(true) before each edit; UndoEdit() and RedoEdit() while CanUndo() and CanRedo().
 // Whoever changes the number of samples calls ClearUndoBuffer(). A snapshot of another length restores as
 // many samples as both have and never touches memory beyond the present arrays.
+//
+// Whoever draws a series may keep what it computed from the samples for as long as GetChangeCount() stays the
+// same. Appends, inserts, edits, undo and redo move it. Whoever writes through GetData(), GetDrawPoints() or
+// GetStatus() calls NoteChange() before anybody draws the series again, and tells the views as ever.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <deque>
 #include <iosfwd>
 #include <list>
@@ -86,7 +92,7 @@ class IPointSource : public CObject {
     virtual CString GetKey();
     // Renews the extent; false when the series has none.
     virtual bool UpdateStats();
-    // Returns the previous flag.
+    // Returns the previous flag. Setting it counts as a change of the samples.
     virtual int SetModified(int modified);
     virtual int GetClosestIndex(long x, bool skipDeleted);
     // The sample whose entry in `xs` (GetCount() ascending values) is nearest to x, the upper one of two as
@@ -115,6 +121,12 @@ class IPointSource : public CObject {
     int IsModified() const { return modified; }
     int CanUndo() const { return !undoStack.empty(); }
     int CanRedo() const { return !redoStack.empty(); }
+    // Differs after every change of samples, status words, offset or their number from what it was before,
+    // and from that of every other series.
+    std::uint64_t GetChangeCount() const { return changeCount.load(std::memory_order_relaxed); }
+    // Says that they were changed from outside. Call it once for any number of samples, holding Lock() where
+    // another thread may append.
+    void NoteChange() { changeCount.store(GetChangeCount() + 1, std::memory_order_relaxed); }
     iterator begin_data();
     iterator end_data();
     iterator begin_draw();
@@ -133,7 +145,10 @@ class IPointSource : public CObject {
     std::list<IPointSource*> sources;  // not owned
 
   private:
+    static std::uint64_t FirstChangeCount();
     bool WriteSnapshot(SnapshotStream& stream);
     void ReadSnapshot(SnapshotStream& stream);
     std::istream& Restore(Snapshots& from);
+
+    std::atomic<std::uint64_t> changeCount{FirstChangeCount()};
 };

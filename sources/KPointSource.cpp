@@ -139,6 +139,7 @@ bool KPointSource::MakeRoom(long at, long added) {
     }
     if (status) std::fill_n(status + at, added, static_cast<unsigned short>(0));
     count += added;
+    NoteChange();
     return true;
 }
 
@@ -149,6 +150,7 @@ void KPointSource::push_back(const CPoint& point) {
     data[count] = copied;
     if (status) status[count] = 0;
     ++count;
+    NoteChange();
 }
 
 void KPointSource::insert(iterator position, const CPoint& point) {
@@ -170,13 +172,17 @@ void KPointSource::insert(iterator position, iterator first, iterator last) {
     }
 }
 
-void KPointSource::SetOffset(long x, long y) { offset = CPoint(SaturateToInt32(x), SaturateToInt32(y)); }
+void KPointSource::SetOffset(long x, long y) {
+    offset = CPoint(SaturateToInt32(x), SaturateToInt32(y));
+    NoteChange();
+}
 
 void KPointSource::SetStatus(unsigned short* newStatus) {
     if (newStatus == status) return;
     if (ownsStatus) std::free(status);
     status = newStatus;
     ownsStatus = false;
+    NoteChange();
 }
 
 void KPointSource::TraceKPointSource() {

@@ -52,7 +52,10 @@ class KPointSource : public IPointSource {
     // may come from this series itself.
     void insert(iterator position, iterator first, iterator last);
     // Empties the series; its memory stays reserved.
-    void clear() { count = 0; }
+    void clear() {
+        count = 0;
+        NoteChange();
+    }
     void SetKey(CString newKey) { key = newKey; }
     void SetOffset(long x, long y);
     // Uses the caller's array of status words from now on. It must have room for every later append: the

@@ -1,7 +1,10 @@
 #include <climits>
+#include <functional>
+#include <utility>
 
 #include "editing/CBigRegion.h"
 #include "editing/CSampleInfoSet.h"
+#include "editing/EditCommands.h"
 #include "editing/SmoothingSpline.h"
 #include "tests/editing/EditingFixture.h"
 
@@ -345,6 +348,52 @@ TEST_F(XYEditData, FindsDeletesAndForgetsSpikes) {
     EXPECT_EQ(data.RejectSpikes(), 0) << "only once for each detection";
     data.ClearSelection();
     EXPECT_EQ(data.SpikeDetectSelected(10.0, 5.0, true, true), 0);
+}
+
+// A listener that draws at once must not take the samples for those it knows.
+TEST_F(XYEditData, EveryEditMovesTheChangeCountBeforeItIsRecorded) {
+    std::vector<CPoint> points;
+    for (int i = 0; i < 30; ++i) points.emplace_back(i, i == 20 ? 1000 : i % 3);
+    FullSource spiky(points, 10.0, 10.0);
+    data.SelectPointSource(&spiky);
+    std::uint64_t before = 0;
+    const int listener = manager.AddListener([&](const void*) { EXPECT_NE(spiky.GetChangeCount(), before); });
+    const std::pair<const char*, std::function<void()>> edits[] = {
+        {"median", [&] { data.SpikeDetectMedianFilter(5, 5, false); }},
+        {"unmark", [&] { data.RemoveSpikeMarkings(); }},
+        {"spline", [&] { data.SpikeDetectAll(1, 5, false); }},
+        {"spline in part",
+         [&] {
+             Select({1, 2}), data.SpikeDetectSelected(2, 5, false, false);
+         }},
+        {"delete spikes", [&] { data.DeleteSpikes(); }},
+        {"delete current", [&] { data.SelectPoint(1), data.DeleteSelected(); }},
+        {"reject current", [&] { data.SelectPoint(2), data.RejectSelected(1); }},
+        {"move current", [&] { data.SelectPoint(2), data.TranslateSelected(1, 1, false); }},
+        {"scale current", [&] { data.ScaleSelected(2, 0); }},
+        {"mark", [&] { Select({3}), data.RejectSelected(true, 1); }},
+        {"clear", [&] { data.ClearAllRejection(); }},
+        {"move", [&] { Select({4}), data.TranslateSelected(1, 1, false, true); }},
+        {"move all", [&] { data.TranslateAll(1, 1, false); }},
+        {"scale", [&] { Select({4}), data.ScaleSelected(0, 2, 0, true); }},
+        {"scale all", [&] { data.ScaleAll(0, 2, 0); }},
+        {"smooth",
+         [&] {
+             Select({5, 6}), data.SmoothSelected(2, true);
+         }},
+        {"smooth all", [&] { data.SmoothAll(2); }},
+        {"interpolate", [&] { Select({7}), data.InterpolateSelected(); }},
+        {"command", [&] { KMedianFilterSpikeDetectCmd(&spiky, nullptr, 0, 5, 0).Execute(); }},
+    };
+    for (const auto& [what, edit] : edits) {
+        const auto words = spiky.Words();
+        const auto ys = spiky.Ys();
+        before = spiky.GetChangeCount();
+        edit();
+        EXPECT_NE(spiky.GetChangeCount(), before) << what;
+        EXPECT_TRUE(spiky.Words() != words || spiky.Ys() != ys) << what << " did nothing";
+    }
+    manager.RemoveListener(listener);
 }
 
 TEST_F(XYEditData, CopiesRunsOfPoints) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <istream>
 #include <limits>
 #include <ostream>
@@ -286,6 +287,50 @@ TEST(KPointSource, TheExtentOfRandomSeriesIsThatOfAWalkOverThem) {
         const double widen = maxY - minY > 1 ? 0 : 1;
         EXPECT_EQ(ExtentOf(series), (std::vector<double>{minX, maxX, minY - widen, maxY + widen}));
     }
+}
+
+TEST(KPointSource, WhateverChangesTheSamplesMovesTheChangeCount) {
+    KPointSource series("name", 1, 1, "", "", 0, 2);
+    std::vector<unsigned short> words(10);
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        bool moves;
+    } cases[] = {
+        {"append",
+         [&] {
+             series.push_back({1, 1});
+         },
+         true},
+        {"insert", [&] { series.insert(series.begin_data(), CPoint(0, 0)); }, true},
+        {"insert several", [&] { series.insert(series.end_data(), series.begin_data(), series.end_data()); },
+         true},
+        {"snapshot", [&] { series.SaveForUndo(true); }, false},
+        {"undo", [&] { series.UndoEdit(); }, true},
+        {"redo", [&] { series.RedoEdit(); }, true},
+        {"offset", [&] { series.SetOffset(1, 1); }, true},
+        {"status", [&] { series.SetStatus(words.data()); }, true},
+        {"statistics", [&] { series.UpdateStats(); }, false},
+        {"modified", [&] { series.SetModified(1); }, true},
+        {"saved", [&] { series.ClearUndoBuffer(), series.SetModified(0); }, false},
+        {"written through GetData",
+         [&] {
+             series.GetData()[0] = {5, 5}, series.NoteChange();
+         },
+         true},
+        {"clear", [&] { series.clear(); }, true},
+    };
+    for (const auto& one : cases) {
+        const std::uint64_t before = series.GetChangeCount();
+        one.act();
+        EXPECT_EQ(series.GetChangeCount() != before, one.moves) << one.what;
+    }
+    std::uint64_t ended = 0;
+    {
+        KPointSource other("other", 1, 1, "", "", 0, 2);
+        ended = other.GetChangeCount();
+    }
+    EXPECT_NE(KPointSource("next", 1, 1, "", "", 0, 2).GetChangeCount(), ended) << "at the same address";
 }
 
 TEST(KPointSource, AnotherThreadMayAppendWhileALockedReaderWalks) {
