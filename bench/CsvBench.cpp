@@ -40,7 +40,7 @@ std::string TimeRows() {
 Result<Table> Read(const std::string& text) {
     const auto layout = GuessLayout(text, "rows", {});
     if (!layout) return layout.Error();
-    const auto choice = ChooseColumns(*layout, "", {}, "");
+    const auto choice = ChooseColumns(*layout, {});
     if (!choice) return choice.Error();
     return ReadTable(text, "rows", *layout, *choice, {});
 }

@@ -6,9 +6,9 @@
 #include "app/batch/CleanReport.h"
 #include "app/batch/Info.h"
 #include "app/table/InputFile.h"
+#include "app/table/OpenTable.h"
 #include "app/table/OutputFile.h"
 #include "app/table/Progress.h"
-#include "app/table/TableReader.h"
 
 namespace app {
 
@@ -17,24 +17,15 @@ namespace {
 bool IsSameFile(const std::string& a, const std::string& b) { return a != "-" && b != "-" && SameFile(a, b); }
 
 std::optional<Failure> CheckTargets(const CleanOptions& options) {
-    if (!options.force && IsSameFile(options.input, options.output))
+    if (!options.force && IsSameFile(options.read.path, options.output))
         return UsageError("the output " + options.output +
                           " is the input; name another file or give --force");
     if (options.report.empty()) return std::nullopt;
-    if (IsSameFile(options.input, options.report))
-        return UsageError("the report would overwrite the input " + options.input);
+    if (IsSameFile(options.read.path, options.report))
+        return UsageError("the report would overwrite the input " + options.read.path);
     if (options.report == options.output || IsSameFile(options.report, options.output))
         return UsageError("the report and the output are the same: " + options.report);
     return std::nullopt;
-}
-
-// With several columns to choose from, the user says which are meant to be edited.
-Result<Choice> ChooseColumnsToEdit(const CleanOptions& options, const Layout& layout) {
-    auto choice = ChooseColumns(layout, options.x, options.y, options.layout.timeFormat);
-    if (!choice || !options.y.empty() || choice->columns.size() == 1) return choice;
-    std::string names;
-    for (const auto& column : choice->columns) names += (names.empty() ? "\"" : ", \"") + column.name + "\"";
-    return UsageError("which columns are to be cleaned? Name them with -y: " + names);
 }
 
 // Drift multiplies stored values, so that they have to count from zero.
@@ -77,9 +68,8 @@ std::optional<Failure> RunSteps(CleanRun& run, std::vector<Series>& series, Prog
 Result<int> WriteAll(CleanRun& run, Progress& progress) {
     OutputFile output;
     OutputFile report;
-    const auto advance = [&](double part) { progress.Show("writing", part); };
     if (!output.Open(run.options.output)) return output.Error();
-    if (!WriteTable(output, run.table, run.series, run.options.drop, run.counts, advance))
+    if (!WriteTable(output, run.table, run.series, run.options.drop, run.counts, progress.Shower("writing")))
         return output.Error();
     if (!run.options.report.empty()) {
         const bool written = report.Open(run.options.report) && report.Write(JsonText(CleanJson(run)));
@@ -94,23 +84,16 @@ Result<int> WriteAll(CleanRun& run, Progress& progress) {
 
 Result<int> Clean(const CleanOptions& options) {
     if (const auto failure = CheckTargets(options)) return *failure;
-    const std::string name = ShownName(options.input);
     Progress progress(!options.quiet);
-    auto bytes = ReadInput(options.input);
-    if (!bytes) return bytes.Error();
-    const auto layout = GuessLayout(*bytes, name, options.layout);
-    if (!layout) return layout.Error();
-    const auto choice = ChooseColumnsToEdit(options, *layout);
-    if (!choice) return Failure{choice.Error().exitCode, name + ": " + choice.Error().message};
-    const auto table = ReadTable(std::move(*bytes), name, *layout, *choice, options.layout,
-                                 [&](double part) { progress.Show("reading", part); });
+    ReadOptions read = options.read;
+    read.chooseY = true;
+    const auto table = OpenTable(read, progress.Shower("reading"));
     if (!table) return table.Error();
     const XAxis axis = MakeXAxis(*table);
     auto series = MakeAllSeries(options, *table, axis);
     if (!series) return series.Error();
     CleanRun run{options, *table, axis, *series, {}, {}};
-    if (const auto failure = RunSteps(run, *series, progress))
-        return Failure{failure->exitCode, name + ": " + failure->message};
+    if (const auto failure = RunSteps(run, *series, progress)) return failure->About(table->name);
     const auto written = WriteAll(run, progress);
     if (!written) return written;
     progress.Clear();

@@ -5,18 +5,15 @@
 #include <vector>
 
 #include "app/batch/Step.h"
-#include "app/table/Layout.h"
+#include "app/table/ReadOptions.h"
 #include "app/table/Result.h"
 
 namespace app {
 
 struct CleanOptions {
-    std::string input;
+    ReadOptions read;
     std::string output;
     std::string report;  // empty: none; "-": standard output
-    std::string x;
-    std::vector<std::string> y;
-    LayoutOptions layout;
     std::vector<Step> steps;
     int decimals = -1;
     unsigned short drop = 0;  // flags of points whose rows are left out

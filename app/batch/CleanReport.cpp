@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "app/batch/Info.h"
+#include "app/table/CellNumber.h"
 #include "app/table/InputFile.h"
-#include "app/table/NumberText.h"
 
 namespace app {
 

@@ -11,10 +11,9 @@
 #include "app/batch/Clean.h"
 #include "app/batch/HelpText.h"
 #include "app/batch/Info.h"
-#include "app/table/InputFile.h"
+#include "app/table/OpenTable.h"
 #include "app/table/OutputFile.h"
 #include "app/table/Progress.h"
-#include "app/table/TableReader.h"
 #include "app/workbench/Plot.h"
 #include "app/workbench/Workbench.h"
 
@@ -23,28 +22,18 @@ namespace app {
 namespace {
 
 struct InfoOptions {
-    std::string input;
-    std::string x;
-    LayoutOptions layout;
+    ReadOptions read;
     bool json = false;
 };
 
 int Report(const Failure& failure) {
-    std::fprintf(stderr, "tavin: %s\n", failure.message.c_str());
+    std::fprintf(stderr, "tavin: %s\n", failure.Text().c_str());
     return failure.exitCode;
 }
 
 Result<int> Info(const InfoOptions& options) {
-    const std::string name = ShownName(options.input);
     Progress progress(true);
-    auto bytes = ReadInput(options.input);
-    if (!bytes) return bytes.Error();
-    const auto layout = GuessLayout(*bytes, name, options.layout);
-    if (!layout) return layout.Error();
-    const auto choice = ChooseColumns(*layout, options.x, {}, options.layout.timeFormat);
-    if (!choice) return Failure{choice.Error().exitCode, name + ": " + choice.Error().message};
-    const auto table = ReadTable(std::move(*bytes), name, *layout, *choice, options.layout,
-                                 [&](double part) { progress.Show("reading", part); });
+    const auto table = OpenTable(options.read, progress.Shower("reading"));
     if (!table) return table.Error();
     const XAxis axis = MakeXAxis(*table);
     progress.Clear();
@@ -60,7 +49,7 @@ struct LayoutTexts {
     std::string delimiter;
     std::string decimal;
 
-    void AddTo(CLI::App& command, LayoutOptions& layout) {
+    void AddTo(CLI::App& command, ReadOptions& layout) {
         command
             .add_option("--delimiter", delimiter, "comma, semicolon, tab, blanks or bar; guessed otherwise")
             ->check(CLI::IsMember({"comma", "semicolon", "tab", "blanks", "bar"}));
@@ -75,7 +64,7 @@ struct LayoutTexts {
             ->allow_extra_args(false);
     }
 
-    void Finish(LayoutOptions& layout) const {
+    void Finish(ReadOptions& layout) const {
         static const std::map<std::string, char> kDelimiters = {
             {"comma", ','}, {"semicolon", ';'}, {"tab", '\t'}, {"blanks", ' '}, {"bar", '|'}};
         if (!delimiter.empty()) layout.delimiter = kDelimiters.at(delimiter);
@@ -199,24 +188,25 @@ class CommandLine {
   private:
     void AddInfo() {
         infoCommand_.footer(kInfoHelp);
-        infoCommand_.add_option("FILE", info_.input, "the table; - is standard input")->required();
-        infoCommand_.add_option("-x", info_.x, "the x column, by name or number from 1")->type_name("COLUMN");
+        infoCommand_.add_option("FILE", info_.read.path, "the table; - is standard input")->required();
+        infoCommand_.add_option("-x", info_.read.x, "the x column, by name or number from 1")
+            ->type_name("COLUMN");
         infoCommand_.add_flag("--json", info_.json, "write JSON");
-        infoTexts_.AddTo(infoCommand_, info_.layout);
+        infoTexts_.AddTo(infoCommand_, info_.read);
     }
 
     void AddClean() {
         cleanCommand_.footer(kCleanHelp);
         auto& command = cleanCommand_;
-        command.add_option("FILE", clean_.input, "the table; - is standard input")->required();
+        command.add_option("FILE", clean_.read.path, "the table; - is standard input")->required();
         command.add_option("-o,--output", clean_.output, "where the result goes; - is standard output")
             ->required()
             ->type_name("OUT");
         command
-            .add_option("-x", clean_.x,
+            .add_option("-x", clean_.read.x,
                         "the x column, by name or number from 1; else the first of times or numbers")
             ->type_name("COLUMN");
-        command.add_option("-y", clean_.y, "a column to clean, by name or number; repeatable")
+        command.add_option("-y", clean_.read.y, "a column to clean, by name or number; repeatable")
             ->allow_extra_args(false)
             ->type_name("COLUMN");
         command
@@ -232,23 +222,22 @@ class CommandLine {
             ->type_name("FILE");
         command.add_flag("--force", clean_.force, "allow the output to replace the input");
         command.add_flag("-q,--quiet", clean_.quiet, "no report and no progress on standard error");
-        cleanTexts_.AddTo(command, clean_.layout);
+        cleanTexts_.AddTo(command, clean_.read);
     }
 
     void AddPlot() {
         plotCommand_.footer(kPlotHelp);
         auto& command = plotCommand_;
-        command.add_option("FILE", plot_.request.path, "the table; - is standard input")->required();
+        command.add_option("FILE", plot_.read.path, "the table; - is standard input")->required();
         command
             .add_option("-o,--output", plot_.output, "the picture: a name that ends in .png, .svg or .pdf")
             ->required()
             ->type_name("OUT");
         command
-            .add_option("-x", plot_.request.x,
+            .add_option("-x", plot_.read.x,
                         "the x column, by name or number from 1; else the first of times or numbers")
             ->type_name("COLUMN");
-        command
-            .add_option("-y", plot_.request.y, "a column to draw, by name or number; repeatable; else all")
+        command.add_option("-y", plot_.read.y, "a column to draw, by name or number; repeatable; else all")
             ->allow_extra_args(false)
             ->type_name("COLUMN");
         command.add_option("--size", plot_.size, "width and height in pixels; else 1200x800")
@@ -256,18 +245,18 @@ class CommandLine {
         command.add_option("--from", plot_.from, "draw from this x on: a time in ISO 8601, or a number")
             ->type_name("X");
         command.add_option("--to", plot_.to, "draw up to this x")->type_name("X");
-        plotTexts_.AddTo(command, plot_.request.layout);
+        plotTexts_.AddTo(command, plot_.read);
     }
 
     Result<int> RunInfo() {
-        infoTexts_.Finish(info_.layout);
-        if (const auto failure = CheckTimeFormat(info_.layout.timeFormat)) return *failure;
+        infoTexts_.Finish(info_.read);
+        if (const auto failure = CheckTimeFormat(info_.read.timeFormat)) return *failure;
         return Info(info_);
     }
 
     Result<int> RunClean() {
-        cleanTexts_.Finish(clean_.layout);
-        if (const auto failure = CheckTimeFormat(clean_.layout.timeFormat)) return *failure;
+        cleanTexts_.Finish(clean_.read);
+        if (const auto failure = CheckTimeFormat(clean_.read.timeFormat)) return *failure;
         const auto steps = steps_.Read();
         if (!steps) return steps.Error();
         clean_.steps = *steps;
@@ -281,8 +270,8 @@ class CommandLine {
     }
 
     Result<int> RunPlot() {
-        plotTexts_.Finish(plot_.request.layout);
-        if (const auto failure = CheckTimeFormat(plot_.request.layout.timeFormat)) return *failure;
+        plotTexts_.Finish(plot_.read);
+        if (const auto failure = CheckTimeFormat(plot_.read.timeFormat)) return *failure;
         return Plot(plot_);
     }
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <vector>
 
-#include "app/table/NumberText.h"
+#include "app/table/CellNumber.h"
 
 namespace app {
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <limits>
 
-#include "app/table/NumberText.h"
+#include "app/table/CellNumber.h"
 #include "app/table/Table.h"
 #include "tavin/tavin.h"
 

@@ -35,7 +35,7 @@ Sample TakeSample(std::string_view text, std::size_t begin, char delimiter) {
 // Tells what a cell holds.
 class CellReader {
   public:
-    CellReader(const LayoutOptions& options, char decimalSign)
+    CellReader(const ReadOptions& options, char decimalSign)
         : missing_(options.missing, decimalSign), decimalSign_(decimalSign) {
         if (options.timeFormat.find('%') != std::string::npos)
             custom_.emplace(TimeForm::Custom, options.timeFormat, decimalSign);
@@ -124,7 +124,7 @@ double Score(const Trial& trial) {
 }
 
 Trial Try(std::string_view text, std::size_t begin, char delimiter, char decimalSign,
-          const LayoutOptions& options) {
+          const ReadOptions& options) {
     Trial trial{delimiter, decimalSign, TakeSample(text, begin, delimiter), 0, {}, 0, 0};
     const CellReader reader(options, decimalSign);
     trial.fields = UsualFieldCount(trial.sample);
@@ -153,7 +153,7 @@ Trial Try(std::string_view text, std::size_t begin, char delimiter, char decimal
     return trial;
 }
 
-Trial BestTrial(std::string_view text, std::size_t begin, const LayoutOptions& options) {
+Trial BestTrial(std::string_view text, std::size_t begin, const ReadOptions& options) {
     Trial best;
     for (const char delimiter : kDelimiters) {
         if (options.delimiter && *options.delimiter != delimiter) continue;
@@ -181,8 +181,9 @@ Failure NoTable(std::string_view text, const std::string& name, const Trial& tri
         for (const auto& cell : trial.sample.front().cells) seen += (seen.empty() ? "" : " ") + cell;
     }
     return Refusal(name + ":" + std::to_string(line) +
-                   ": not a table with at least two columns of numbers or times (\"" + Excerpt(seen) +
-                   "\"); name the delimiter with --delimiter or the form of the times with --time-format");
+                       ": not a table with at least two columns of numbers or times (\"" + Excerpt(seen) +
+                       "\")",
+                   "name the delimiter with --delimiter or the form of the times with --time-format");
 }
 
 void SplitUnit(Column& column) {
@@ -281,7 +282,7 @@ std::size_t Distance(const std::string& a, const std::string& b) {
 
 }  // namespace
 
-Result<Layout> GuessLayout(std::string_view text, const std::string& name, const LayoutOptions& options) {
+Result<Layout> GuessLayout(std::string_view text, const std::string& name, const ReadOptions& options) {
     Layout layout;
     if (text.substr(0, 3) == "\xEF\xBB\xBF") layout.begin = 3;
     const Trial trial = BestTrial(text, layout.begin, options);

@@ -7,19 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "app/table/NumberText.h"
+#include "app/table/CellNumber.h"
+#include "app/table/ReadOptions.h"
 #include "app/table/Result.h"
 #include "app/table/TimeText.h"
 
 namespace app {
-
-struct LayoutOptions {
-    std::optional<char> delimiter;
-    std::optional<char> decimalSign;
-    std::optional<bool> header;        // whether the first row names the columns
-    std::string timeFormat;            // iso, epoch, epoch-ms, number or a form with % fields; empty: guess
-    std::vector<std::string> missing;  // further names for no value
-};
 
 enum class ColumnKind { Empty, Number, Time, Text };
 
@@ -43,7 +36,7 @@ struct Layout {
 
 // Fails with one message that names the line when `text` is no table of at least two columns with numbers or
 // times. `name` is the file's, for messages.
-Result<Layout> GuessLayout(std::string_view text, const std::string& name, const LayoutOptions& options);
+Result<Layout> GuessLayout(std::string_view text, const std::string& name, const ReadOptions& options);
 
 // The column called `wanted` (its name, its name with the unit, or its number from 1), or a usage error that
 // suggests the nearest name.

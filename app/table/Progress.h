@@ -4,6 +4,8 @@
 #include <chrono>
 #include <string>
 
+#include "app/table/Advance.h"
+
 namespace app {
 
 class Progress {
@@ -16,6 +18,13 @@ class Progress {
 
     // The part done of what is going on, 0 to 1; drawn at most ten times a second.
     void Show(const std::string& what, double part);
+    // The same as a callback, which must not outlive this object.
+    Advance Shower(const std::string& what) {
+        return [this, what](const Stage& stage) {
+            Show(what, stage.part);
+            return Go::On;
+        };
+    }
     // Takes the bar away, so that messages start on a clean line.
     void Clear();
 

@@ -11,10 +11,18 @@ namespace app {
 constexpr int kDone = 0;
 constexpr int kRefused = 1;     // the data or the system refused
 constexpr int kWrongUsage = 2;  // the command line is wrong
+constexpr int kStopped = 130;   // the user ended it, as a shell says it of an interrupt
 
 struct Failure {
     int exitCode = kRefused;
     std::string message;
+    // The way out on a command line, "name the delimiter with --delimiter"; a window offers its own.
+    std::string advice = {};
+
+    // Message and advice for a command line.
+    std::string Text() const { return advice.empty() ? message : message + "; " + advice; }
+    // The same failure, of the file or column `what`.
+    Failure About(const std::string& what) const { return {exitCode, what + ": " + message, advice}; }
 };
 
 template <class T>
@@ -36,7 +44,9 @@ class Result {
     Failure failure_;
 };
 
-inline Failure Refusal(std::string message) { return {kRefused, std::move(message)}; }
-inline Failure UsageError(std::string message) { return {kWrongUsage, std::move(message)}; }
+inline Failure Refusal(std::string message, std::string advice = {}) {
+    return {kRefused, std::move(message), std::move(advice)};
+}
+inline Failure UsageError(std::string message) { return {kWrongUsage, std::move(message), {}}; }
 
 }  // namespace app

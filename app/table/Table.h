@@ -39,6 +39,17 @@ struct Fault {
     std::string reason;
 };
 
+// What the user should know about how a table was read.
+struct ReadNote {
+    enum Kind {
+        Reading,  // a fact that explains the result: "headings in line 5"
+        Doubt,    // it could also be read in another way
+    };
+    Kind kind = Reading;
+    std::string text;
+    std::string option;  // of the command line, that decides otherwise: "--time-format mdy"; empty: none
+};
+
 struct Table {
     std::string name;
     std::string bytes;
@@ -59,6 +70,8 @@ struct Table {
     std::vector<Fault> faults;  // the first kMostFaults of both
 
     static constexpr std::size_t kMostFaults = 1000;
+
+    std::vector<ReadNote> notes;
 
     RecordRole Role(std::size_t record) const { return static_cast<RecordRole>(records[record] >> 56); }
     std::size_t Begin(std::size_t record) const { return records[record] & ((std::uint64_t{1} << 56) - 1); }

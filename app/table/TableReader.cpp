@@ -35,7 +35,7 @@ std::string Named(const Column& column) { return "column \"" + column.name + "\"
 // Takes the fields of one row after the other and appends whole rows to the table.
 class RowReader {
   public:
-    RowReader(Table& table, const Choice& choice, const LayoutOptions& options)
+    RowReader(Table& table, const Choice& choice, const ReadOptions& options)
         : table_(table),
           missing_(options.missing, table.layout.decimalSign),
           time_(choice.x.timeForm, table.layout.customTime, table.layout.decimalSign),
@@ -188,7 +188,8 @@ void Reserve(Table& table) {
     for (auto& column : table.columns) column.values.reserve(rows);
 }
 
-void ReadRows(Table& table, RowReader& reader, const Advance& advance) {
+// False: stopped.
+bool ReadRows(Table& table, RowReader& reader, const Advance& advance) {
     const auto add = [&](std::size_t begin, RecordRole role) {
         table.records.push_back(begin | std::uint64_t{static_cast<std::uint8_t>(role)} << 56);
     };
@@ -207,15 +208,25 @@ void ReadRows(Table& table, RowReader& reader, const Advance& advance) {
             reader.BeginRow();
         }
         add(record.begin, role);
-        if (advance && table.records.size() % kRecordsBetweenAdvances == 0)
-            advance(static_cast<double>(record.end) / static_cast<double>(table.bytes.size()));
+        if (!advance || table.records.size() % kRecordsBetweenAdvances != 0) continue;
+        const double part = static_cast<double>(record.end) / static_cast<double>(table.bytes.size());
+        if (advance({part, table.rows, &table}) == Go::Stop) return false;
     }
+    return true;
+}
+
+// With several columns to choose from, the user says which are meant to be edited.
+Failure AskWhichColumns(const Choice& choice) {
+    std::string names;
+    for (const auto& column : choice.columns) names += (names.empty() ? "\"" : ", \"") + column.name + "\"";
+    return UsageError("which columns are to be cleaned? Name them with -y: " + names);
 }
 
 }  // namespace
 
-Result<Choice> ChooseColumns(const Layout& layout, const std::string& x, const std::vector<std::string>& y,
-                             const std::string& timeFormat) {
+Result<Choice> ChooseColumns(const Layout& layout, const ReadOptions& options) {
+    const std::string& x = options.x;
+    const auto& y = options.y;
     Choice choice;
     const auto& columns = layout.columns;
     if (!x.empty()) {
@@ -228,7 +239,7 @@ Result<Choice> ChooseColumns(const Layout& layout, const std::string& x, const s
         if (first == columns.end()) first = std::find_if(columns.begin(), columns.end(), HasValues);
         choice.x = *first;
     }
-    choice.x = AsTimeForm(choice.x, timeFormat);
+    choice.x = AsTimeForm(choice.x, options.timeFormat);
     if (!HasValues(choice.x))
         return Refusal(Named(choice.x) + " holds neither times nor numbers; name another with -x");
     for (const auto& name : y) {
@@ -247,11 +258,12 @@ Result<Choice> ChooseColumns(const Layout& layout, const std::string& x, const s
                 choice.columns.push_back(column);
     if (choice.columns.empty())
         return Refusal("beside " + Named(choice.x) + " there is no column of numbers");
+    if (options.chooseY && y.empty() && choice.columns.size() > 1) return AskWhichColumns(choice);
     return choice;
 }
 
 Result<Table> ReadTable(std::string bytes, const std::string& name, const Layout& layout,
-                        const Choice& choice, const LayoutOptions& options, const Advance& advance) {
+                        const Choice& choice, const ReadOptions& options, const Advance& advance) {
     Table table;
     table.name = name;
     table.bytes = std::move(bytes);
@@ -259,7 +271,7 @@ Result<Table> ReadTable(std::string bytes, const std::string& name, const Layout
     table.x = choice.x;
     RowReader reader(table, choice, options);
     Reserve(table);
-    ReadRows(table, reader, advance);
+    if (!ReadRows(table, reader, advance)) return Failure{kStopped, name + ": reading was stopped"};
     if (table.rows > 0) return table;
     const Fault fault = table.faults.empty() ? Fault{1, "no rows"} : table.faults.front();
     return Refusal(name + ":" + std::to_string(fault.line) + ": no row can be read: " + fault.reason);

@@ -4,7 +4,7 @@
 #include <array>
 #include <numeric>
 
-#include "app/table/NumberText.h"
+#include "app/table/CellNumber.h"
 #include "app/table/Records.h"
 
 namespace app {
@@ -184,8 +184,9 @@ bool WriteTable(OutputFile& output, const Table& table, const std::vector<Series
     if (!output.Write(std::string_view(table.bytes).substr(0, table.layout.begin))) return false;
     for (std::size_t record = 0; record < table.records.size(); ++record) {
         if (!writer.Write(record)) return false;
-        if (advance && record % kRecordsBetweenAdvances == 0)
-            advance(static_cast<double>(record) / static_cast<double>(table.records.size()));
+        if (!advance || record % kRecordsBetweenAdvances != 0) continue;
+        const double part = static_cast<double>(record) / static_cast<double>(table.records.size());
+        if (advance({part, counts.rows, nullptr}) == Go::Stop) return false;
     }
     return true;
 }

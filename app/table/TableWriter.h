@@ -22,7 +22,7 @@ std::string StatusText(unsigned short status);
 
 // `series` are those of the table's value columns, in their order. A row is left out when each of its values
 // carries one of the flags `drop` and there is at least one. Rows that could not be read are written as they
-// are, without status cells. False: output.Error() says why.
+// are, without status cells. False: output.Error() says why, or `advance` said stop.
 bool WriteTable(OutputFile& output, const Table& table, const std::vector<Series>& series,
                 unsigned short drop, WriteCounts& counts, const Advance& advance = {});
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <sstream>
 
-#include "app/table/NumberText.h"
+#include "app/table/CellNumber.h"
 
 namespace app {
 

@@ -8,8 +8,8 @@ namespace app {
 CSeriesDocument::CSeriesDocument(SeriesFile file) : file_(std::move(file)) {
     m_bAutoDelete = TRUE;
     std::error_code unknown;
-    const auto whole = std::filesystem::absolute(file_.request.path, unknown);
-    SetPathName((unknown ? file_.request.path : whole.string()).c_str());
+    const auto whole = std::filesystem::absolute(file_.options.path, unknown);
+    SetPathName((unknown ? file_.options.path : whole.string()).c_str());
 }
 
 CString CSeriesDocument::ViewKey() const {

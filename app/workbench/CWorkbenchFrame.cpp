@@ -18,11 +18,10 @@ constexpr const char* kFileFilter = "Tables (*.csv *.tsv *.txt *.dat)|*.csv;*.ts
 // Their lengths are the panes' widths.
 constexpr const char* kPanes[] = {"2024-03-01 00:00:00,  1234.567 mm", "Zoom 100 x 100 "};
 
-// The reader's messages tell the way out of a command line; here it is in the menu.
-std::string MessageForWindow(const std::string& message) {
-    const auto advice = message.find("; name the delimiter");
-    if (advice == std::string::npos) return message;
-    return message.substr(0, advice) +
+// Failures tell the way out of a command line; here it is in the menu.
+std::string MessageForWindow(const Failure& failure) {
+    if (failure.advice.empty()) return failure.message;
+    return failure.message +
            ".\nFile > Open lets you say how the file is to be read: its delimiter, decimal sign and columns.";
 }
 
@@ -104,15 +103,15 @@ bool CWorkbenchFrame::ActivateOpen(const std::string& path) {
     return false;
 }
 
-bool CWorkbenchFrame::OpenFile(const ReadRequest& request) {
-    auto file = ReadSeriesFile(request);
+bool CWorkbenchFrame::OpenFile(const ReadOptions& options) {
+    auto file = ReadSeriesFile(options);
     if (!file) {
-        ForgetRecentFile(request.path);
-        AfxMessageBox(MessageForWindow(file.Error().message).c_str(), MB_OK | MB_ICONEXCLAMATION);
+        ForgetRecentFile(options.path);
+        AfxMessageBox(MessageForWindow(file.Error()).c_str(), MB_OK | MB_ICONEXCLAMATION);
         return false;
     }
     AddDocument(std::move(*file));
-    AddRecentFile(request.path);
+    AddRecentFile(options.path);
     return true;
 }
 
@@ -130,7 +129,7 @@ void CWorkbenchFrame::AddDocument(SeriesFile file) {
 
 void CWorkbenchFrame::OpenFiles(const std::vector<std::string>& paths) {
     std::size_t opened = 0;
-    for (const auto& path : paths) opened += ActivateOpen(path) || OpenFile({path, {}, {}, {}});
+    for (const auto& path : paths) opened += ActivateOpen(path) || OpenFile({path});
     if (opened > 1) MDITile(MdiTile::Horizontal);
 }
 
@@ -146,15 +145,15 @@ void CWorkbenchFrame::OnFileOpen() {
     if (dialog.GetPathNames().size() > 1) return OnDropFiles(dialog.GetPathNames());
     const std::string path = dialog.GetPathName().GetString();
     if (ActivateOpen(path)) return;
-    if (const auto request = AskHowToRead({path, {}, {}, {}}, this)) OpenFile(*request);
+    if (const auto options = AskHowToRead({path}, this)) OpenFile(*options);
 }
 
 void CWorkbenchFrame::OnReadAgain() {
     auto* const document = static_cast<CSeriesDocument*>(GetActiveDocument());
-    const auto request = document ? AskHowToRead(document->File().request, this) : std::nullopt;
-    if (!request) return;
+    const auto options = document ? AskHowToRead(document->File().options, this) : std::nullopt;
+    if (!options) return;
     CMDIChildWnd* const before = MDIGetActive();
-    if (OpenFile(*request)) RunCommand(*before, ID_FILE_CLOSE);
+    if (OpenFile(*options)) RunCommand(*before, ID_FILE_CLOSE);
 }
 
 void CWorkbenchFrame::OnUpdateNeedsView(CCmdUI* state) { state->Enable(!GetChildren().empty()); }

@@ -20,7 +20,7 @@ class CWorkbenchFrame : public CMDIFrameWnd {
 
     // Opens a file in a window of its own, or brings forward the window that has it. A file that cannot be
     // read is reported in one message; false then.
-    bool OpenFile(const ReadRequest& request);
+    bool OpenFile(const ReadOptions& options);
     // Lays windows out beside each other when several files were opened at once.
     void OpenFiles(const std::vector<std::string>& paths);
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "app/table/InputFile.h"
+#include "app/table/OpenTable.h"
 #include "app/table/Records.h"
 
 namespace app {
@@ -40,39 +40,40 @@ int IndexOf(const char (&values)[N], std::optional<char> value) {
 
 class ImportDialog : public CChoiceDialog {
   public:
-    ImportDialog(const ReadRequest& start, std::string sample, CWnd* parent);
+    ImportDialog(const ReadOptions& start, InputText sample, CWnd* parent);
 
-    ReadRequest Request() const;
+    ReadOptions Chosen() const;
     void OnChange() override;
 
   private:
-    LayoutOptions Options() const;
+    ReadOptions WithoutColumns() const;
     void ListColumns(const Layout& layout, const app::Choice& chosen);
     void ShowRows(const Layout& layout);
     void NameGuesses(const Layout& layout);
     void Refuse(const std::string& why);
 
-    ReadRequest request_;
-    std::string sample_;
+    ReadOptions start_;
+    InputText sample_;
     std::vector<Column> columns_;  // as listed now
 };
 
-ImportDialog::ImportDialog(const ReadRequest& start, std::string sample, CWnd* parent)
-    : CChoiceDialog("Open a file of measurements", parent), request_(start), sample_(std::move(sample)) {
-    const LayoutOptions& options = start.layout;
+ImportDialog::ImportDialog(const ReadOptions& start, InputText sample, CWnd* parent)
+    : CChoiceDialog("Open a file of measurements", parent), start_(start), sample_(std::move(sample)) {
     choices.resize(5);
-    choices[kDelimiterChoice] = {"&Delimiter:", {}, IndexOf(kDelimiters, options.delimiter)};
-    choices[kDecimalChoice] = {"Deci&mal sign:", {}, IndexOf(kDecimalSigns, options.decimalSign)};
-    choices[kHeaderChoice] = {"&Header:", {}, options.header ? (*options.header ? 1 : 2) : 0};
-    const auto* const form = std::find(std::begin(kTimeForms), std::end(kTimeForms), options.timeFormat);
+    choices[kDelimiterChoice] = {"&Delimiter:", {}, IndexOf(kDelimiters, start.delimiter)};
+    choices[kDecimalChoice] = {"Deci&mal sign:", {}, IndexOf(kDecimalSigns, start.decimalSign)};
+    choices[kHeaderChoice] = {"&Header:", {}, start.header ? (*start.header ? 1 : 2) : 0};
+    const auto* const form = std::find(std::begin(kTimeForms), std::end(kTimeForms), start.timeFormat);
     choices[kTimeChoice] = {
         "&Times:", {}, form == std::end(kTimeForms) ? 0 : static_cast<int>(form - kTimeForms) + 1};
     choices[kXChoice] = {"&X column:", {}, 0};
     itemsLabel = "&Series (y):";
 }
 
-LayoutOptions ImportDialog::Options() const {
-    LayoutOptions options = request_.layout;
+ReadOptions ImportDialog::WithoutColumns() const {
+    ReadOptions options = start_;
+    options.x.clear();
+    options.y.clear();
     const auto chosen = [this](ChoiceIndex i) { return choices[i].chosen; };
     options.delimiter.reset();
     options.decimalSign.reset();
@@ -87,35 +88,29 @@ LayoutOptions ImportDialog::Options() const {
     return options;
 }
 
-ReadRequest ImportDialog::Request() const {
-    ReadRequest request = request_;
-    request.layout = Options();
-    request.x.clear();
-    request.y.clear();
+ReadOptions ImportDialog::Chosen() const {
+    ReadOptions options = WithoutColumns();
     // By number: names may be there twice.
     const auto x = static_cast<std::size_t>(choices[kXChoice].chosen);
-    if (x < columns_.size()) request.x = std::to_string(columns_[x].field + 1);
+    if (x < columns_.size()) options.x = std::to_string(columns_[x].field + 1);
     for (std::size_t i = 0; i < items.size() && i < columns_.size(); ++i)
-        if (items[i].ticked && items[i].enabled) request.y.push_back(std::to_string(columns_[i].field + 1));
-    return request;
+        if (items[i].ticked && items[i].enabled) options.y.push_back(std::to_string(columns_[i].field + 1));
+    return options;
 }
 
 void ImportDialog::OnChange() {
-    ReadRequest wanted = columns_.empty() ? request_ : Request();
-    const auto layout = GuessLayout(sample_, request_.path, Options());
+    ReadOptions wanted = columns_.empty() ? start_ : Chosen();
+    const auto layout = GuessLayout(sample_.bytes, sample_.name, wanted);
     if (!layout) return Refuse("This is no table of at least two columns of numbers or times.");
     const bool sameColumns = layout->columns.size() == columns_.size();
-    if (!sameColumns && !columns_.empty()) {
-        wanted.x.clear();
-        wanted.y.clear();
-    }
+    if (!sameColumns && !columns_.empty()) wanted = WithoutColumns();
     // The x column leaves the series, whatever was ticked.
     const auto x = FindColumn(*layout, wanted.x);
     if (x)
         std::erase_if(wanted.y,
                       [&](const auto& y) { return FindColumn(*layout, y) && *FindColumn(*layout, y) == *x; });
-    auto chosen = ChooseColumns(*layout, wanted.x, wanted.y, Options().timeFormat);
-    if (!chosen) chosen = ChooseColumns(*layout, "", {}, Options().timeFormat);
+    auto chosen = ChooseColumns(*layout, wanted);
+    if (!chosen) chosen = ChooseColumns(*layout, WithoutColumns());
     if (!chosen) return Refuse(chosen.Error().message);
     const bool none = sameColumns && wanted.y.empty();
     NameGuesses(*layout);
@@ -170,7 +165,7 @@ void ImportDialog::ShowRows(const Layout& layout) {
     Row heading;
     for (const Column& column : layout.columns) heading.emplace_back(Titled(column));
     preview.push_back(heading);
-    Records records(sample_, layout.delimiter, layout.begin);
+    Records records(sample_.bytes, layout.delimiter, layout.begin);
     Record record;
     Row row;
     int headings = layout.hasHeader + layout.hasUnitsRow;
@@ -183,17 +178,15 @@ void ImportDialog::ShowRows(const Layout& layout) {
 
 }  // namespace
 
-std::optional<ReadRequest> AskHowToRead(const ReadRequest& start, CWnd* parent) {
-    auto bytes = ReadInput(start.path);
-    if (!bytes) {
-        AfxMessageBox(bytes.Error().message.c_str(), MB_OK | MB_ICONEXCLAMATION);
+std::optional<ReadOptions> AskHowToRead(const ReadOptions& start, CWnd* parent) {
+    auto sample = LoadText(start.path, kSampleBytes);
+    if (!sample) {
+        AfxMessageBox(sample.Error().message.c_str(), MB_OK | MB_ICONEXCLAMATION);
         return std::nullopt;
     }
-    // Whole rows, so that the last one is not taken for a short one.
-    if (bytes->size() > kSampleBytes) bytes->resize(bytes->rfind('\n', kSampleBytes) + 1);
-    ImportDialog dialog(start, std::move(*bytes), parent);
+    ImportDialog dialog(start, std::move(*sample), parent);
     if (dialog.DoModal() != IDOK || !dialog.acceptable) return std::nullopt;
-    return dialog.Request();
+    return dialog.Chosen();
 }
 
 }  // namespace app

@@ -7,8 +7,8 @@
 
 namespace app {
 
-// The request to read by; none when the user does not want the file. A file that cannot be opened at all is
+// The options to read by; none when the user does not want the file. A file that cannot be opened at all is
 // reported.
-std::optional<ReadRequest> AskHowToRead(const ReadRequest& start, CWnd* parent);
+std::optional<ReadOptions> AskHowToRead(const ReadOptions& start, CWnd* parent);
 
 }  // namespace app

@@ -51,12 +51,12 @@ bool HasKnownEnding(const std::string& path) {
 Result<int> Plot(const PlotOptions& options) {
     if (!HasKnownEnding(options.output))
         return UsageError("-o " + options.output + ": the name must end in .png, .svg or .pdf");
-    if (SameFile(options.output, options.request.path))
+    if (SameFile(options.output, options.read.path))
         return UsageError("-o " + options.output + " is the input; choose another name");
     const auto size = ReadSize(options.size);
     if (!size) return size.Error();
     Progress progress(true);
-    auto file = ReadSeriesFile(options.request, [&](double part) { progress.Show("reading", part); });
+    auto file = ReadSeriesFile(options.read, progress.Shower("reading"));
     progress.Clear();
     if (!file) return file.Error();
 

@@ -8,7 +8,7 @@
 namespace app {
 
 struct PlotOptions {
-    ReadRequest request;
+    ReadOptions read;
     std::string output;  // its ending says the format
     std::string size;    // as "1200x800"; empty: that
     std::string from;    // x of the left and the right edge as the user writes them; empty: the data's

@@ -5,15 +5,11 @@
 #include <filesystem>
 #include <iterator>
 
-#include "app/table/InputFile.h"
+#include "app/table/OpenTable.h"
 
 namespace app {
 
 namespace {
-
-Failure WithName(const Failure& failure, const std::string& name) {
-    return {failure.exitCode, name + ": " + failure.message};
-}
 
 XReading ReadingOf(const Table& table, const XAxis& axis) {
     XReading x;
@@ -112,26 +108,20 @@ double XReading::UserOf(Microseconds time) const {
     return static_cast<double>(time - origin) / 1e6 * unitsPerReal;
 }
 
-Result<SeriesFile> ReadSeriesFile(const ReadRequest& request, const Advance& advance) {
-    const std::string name = ShownName(request.path);
-    auto bytes = ReadInput(request.path);
-    if (!bytes) return bytes.Error();
-    const auto layout = GuessLayout(*bytes, name, request.layout);
-    if (!layout) return layout.Error();
-    const auto choice = ChooseColumns(*layout, request.x, request.y, request.layout.timeFormat);
-    if (!choice) return WithName(choice.Error(), name);
-    const auto table = ReadTable(std::move(*bytes), name, *layout, *choice, request.layout, advance);
+Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& advance) {
+    auto table = OpenTable(options, advance);
     if (!table) return table.Error();
     const XAxis axis =
         MakeXAxis(*table, table->HasTimes() ? ZoomableScale(table->xTimes)
                                             : ZoomableScale(table->xNumbers, table->xDecimals));
     SeriesFile file;
-    file.request = request;
-    file.title = std::filesystem::path(name).filename().string();
+    file.options = options;
+    file.title = std::filesystem::path(table->name).filename().string();
     file.x = ReadingOf(*table, axis);
     AddSeries(file, *table, axis);
-    if (file.series.empty()) return Refusal(name + ": no column holds a value");
+    if (file.series.empty()) return Refusal(table->name + ": no column holds a value");
     file.summary = SummaryOf(*table);
+    file.notes = std::move(table->notes);
     return file;
 }
 

@@ -5,18 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "app/table/ReadOptions.h"
 #include "app/table/Series.h"
 #include "app/table/TableReader.h"
 
 namespace app {
-
-// What to read and how; everything but the path may be left to the reader's guesses.
-struct ReadRequest {
-    std::string path;
-    LayoutOptions layout;
-    std::string x;
-    std::vector<std::string> y;
-};
 
 // From the user units of a series to the values in the file and back: real = user / unitsPerReal + shift.
 struct AxisReading {
@@ -46,15 +39,16 @@ struct FileSeries {
 };
 
 struct SeriesFile {
-    ReadRequest request;
-    std::string title;  // the path's last part
+    ReadOptions options;  // that it was read by
+    std::string title;    // the path's last part
     XReading x;
     std::vector<FileSeries> series;
     std::string summary;  // one line: rows, columns, what was skipped
+    std::vector<ReadNote> notes;
 };
 
 // Fails with one message for the user when the file cannot be read or holds no series.
-Result<SeriesFile> ReadSeriesFile(const ReadRequest& request, const Advance& advance = {});
+Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& advance = {});
 
 // A colour of its own for the i-th series of a file, 0x00BBGGRR.
 unsigned long SeriesColor(std::size_t i);

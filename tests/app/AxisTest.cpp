@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "app/table/AxisScale.h"
-#include "app/table/NumberText.h"
+#include "app/table/CellNumber.h"
 #include "app/table/TableReader.h"
 
 namespace app {

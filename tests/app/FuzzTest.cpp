@@ -83,7 +83,7 @@ TEST(Fuzz, DamagedTablesAreRefusedOrComeBack) {
         SCOPED_TRACE(testing::Message() << i << ": " << testing::PrintToString(text));
         const auto layout = GuessLayout(text, "t", {});
         if (!layout) continue;
-        const auto choice = ChooseColumns(*layout, "", {}, "");
+        const auto choice = ChooseColumns(*layout, {});
         if (!choice) continue;
         const auto table = ReadTable(text, "t", *layout, *choice, {});
         if (!table) continue;

@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "app/table/TableReader.h"
+#include "app/table/OpenTable.h"
+#include "tests/app/Files.h"
 
 namespace app {
 namespace {
@@ -26,7 +27,7 @@ struct Case {
     const char* about;
     std::string text;
     Expected expected;
-    LayoutOptions options = {};
+    ReadOptions options = {};
 };
 
 std::string Names(const Layout& layout) {
@@ -37,10 +38,10 @@ std::string Names(const Layout& layout) {
     return names;
 }
 
-Result<Table> Read(const std::string& text, const LayoutOptions& options = {}) {
+Result<Table> Read(const std::string& text, const ReadOptions& options = {}) {
     const auto layout = GuessLayout(text, "t.csv", options);
     if (!layout) return layout.Error();
-    const auto choice = ChooseColumns(*layout, "", {}, options.timeFormat);
+    const auto choice = ChooseColumns(*layout, options);
     if (!choice) return choice.Error();
     return ReadTable(text, "t.csv", *layout, *choice, options);
 }
@@ -59,8 +60,8 @@ std::vector<double> YOf(const Table& table) {
     return values;
 }
 
-LayoutOptions With(const char* timeFormat, std::vector<std::string> missing = {}) {
-    LayoutOptions options;
+ReadOptions With(const char* timeFormat, std::vector<std::string> missing = {}) {
+    ReadOptions options;
     options.timeFormat = timeFormat;
     options.missing = std::move(missing);
     return options;
@@ -180,6 +181,24 @@ TEST(TableReader, RefusesWhatIsNoTableWithOneMessage) {
     }
 }
 
+TEST(OpenTable, KeepsWholeLinesOfAnyLineBreakAndStopsWhenAsked) {
+    const Folder folder;
+    std::string text = "a,b\r";
+    for (int i = 0; i < 200000; ++i) text += std::to_string(i) + ",1\r";
+    folder.Write("returns.csv", text);
+    const auto sample = LoadText(folder.Path("returns.csv"), 1000);
+    ASSERT_TRUE(sample);
+    EXPECT_TRUE(sample->bytes.size() > 900 && sample->bytes.size() <= 1001 && sample->bytes.back() == '\r');
+    EXPECT_TRUE(PlanReading(*sample, {}));
+    std::int64_t rows = 0;
+    const auto stopped = OpenTable({folder.Path("returns.csv")}, [&](const Stage& stage) {
+        rows = stage.rows;
+        return Go::Stop;
+    });
+    EXPECT_EQ(stopped.Error().exitCode, kStopped);
+    EXPECT_TRUE(rows > 0 && rows < 200000) << rows;
+}
+
 TEST(Columns, AreFoundByNameUnitAndNumberAndSuggested) {
     const auto layout = GuessLayout("Time [s],Level [m],Temp\n1,2,3\n2,3,4\n", "t.csv", {});
     ASSERT_TRUE(layout);
@@ -190,7 +209,7 @@ TEST(Columns, AreFoundByNameUnitAndNumberAndSuggested) {
     EXPECT_NE(FindColumn(*layout, "pressure").Error().message.find("\"Time\", \"Level\", \"Temp\""),
               std::string::npos);
     EXPECT_FALSE(FindColumn(*layout, "4"));
-    EXPECT_EQ(ChooseColumns(*layout, "1", {"Time"}, "").Error().exitCode, kWrongUsage);
+    EXPECT_EQ(ChooseColumns(*layout, {.x = "1", .y = {"Time"}}).Error().exitCode, kWrongUsage);
 }
 
 }  // namespace

@@ -256,14 +256,14 @@ TEST_F(WorkbenchTest, TheReadersGuessesAreShownAndCanBeChanged) {
         EXPECT_TRUE(dialog.acceptable) << dialog.note;
         return IDOK;
     });
-    const auto request = AskHowToRead({folder.Path("german.csv"), {}, {}, {}}, frame);
+    const auto request = AskHowToRead({folder.Path("german.csv")}, frame);
     SetChoiceDialogHandler(before);
     EXPECT_EQ(shown,
               (std::vector<std::string>{"guess: semicolon", "guess: comma", "guess: names", "guess", "t"}));
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->x, "3");
     EXPECT_EQ(request->y, std::vector<std::string>{"2"});
-    EXPECT_EQ(request->layout.header, std::optional<bool>(false));
+    EXPECT_EQ(request->header, std::optional<bool>(false));
     const auto file = ReadSeriesFile(*request);
     ASSERT_TRUE(file);
     ASSERT_EQ(file->series.size(), 1u);

@@ -1,4 +1,4 @@
-#include "app/table/NumberText.h"
+#include "app/table/CellNumber.h"
 
 #include <fast_float/fast_float.h>
 #include <strings.h>
