@@ -96,6 +96,8 @@ class CXYGraphView : public KViewEx {
 
     // The listener must outlive the view.
     void AddAxisChangeListener(IAxisChangeListener* listener) { listeners.push_back(listener); }
+    // Also while it is being told. A listener that dies takes itself out.
+    void RemoveAxisChangeListener(IAxisChangeListener* listener) { listeners.remove(listener); }
 
     int GetIsoAspect() const { return zoom.isoAspect; }
     void SetIsoAspect(int iso) { zoom.isoAspect = iso; }
@@ -189,7 +191,9 @@ class CXYGraphView : public KViewEx {
     CSizeEx TickSpacingInForce() const { return tickSpacing; }
     IPointSource* PrimarySource() const { return shownSources.empty() ? nullptr : shownSources.front(); }
     // Sends a hint to the other views of the document.
-    void SendUpdate(CViewUpdate hint);
+    // False when a receiver ended this view: its series may be gone.
+    bool SendUpdate(CViewUpdate hint);
+    bool SendZoom();
     // Replaces the pen by a hairline.
     static void SetPenColor(CPen& pen, int style, unsigned long color);
     CPoint AdjustLegendPosToAxis(CPoint corner, CSize plot, CSize legend, int lines) const;

@@ -91,7 +91,10 @@ void CXYGraphView::TellListeners() {
     axisChange.fromX = zoom.Current().originX;
     axisChange.toX = axisChange.fromX + zoom.viewExtent.cx;
     axisChange.unitX = axes.UnitX;
-    for (IAxisChangeListener* const listener : listeners) listener->OnAxisChanged(&axisChange);
+    const std::list<IAxisChangeListener*> told = listeners;
+    for (IAxisChangeListener* const listener : told)
+        if (std::find(listeners.begin(), listeners.end(), listener) != listeners.end())
+            listener->OnAxisChanged(&axisChange);
 }
 
 int CXYGraphView::DrawAfterBitmap(CDC* dc) {

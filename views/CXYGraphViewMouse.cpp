@@ -98,7 +98,7 @@ void CXYGraphView::PanTo(CDC& dc, CPoint point) {
         CZoomInfo& shown = zoom.Current();
         shown.originX = SubtractSaturated(shown.originX, ScaledDelta(delta.x, window.cx, viewport.cx));
         shown.originY = SubtractSaturated(shown.originY, ScaledDelta(delta.y, window.cy, viewport.cy));
-        SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{shown.originX}});
+        if (!SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{shown.originX}})) return;
         RedrawMoved();
     }
     lastMiddlePosition = point;
@@ -164,9 +164,7 @@ void CXYGraphView::EndZoomRect(CPoint point) {
                        NewestSample());
     SetScrollSizes();
     mouseMode = ZoomArmed;
-    SendUpdate({GetCookie(), CViewUpdate::ZoomXChanged, double{zoom.Current().zoomX}});
-    SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{zoom.Current().originX}});
-    RedrawMoved();
+    if (SendZoom()) RedrawMoved();
 }
 
 bool CXYGraphView::StartRuler(CDC* dc, CPoint point) {

@@ -30,10 +30,9 @@ void CXYGraphView::HandleZoom(unsigned int command, CPoint about) {
     const unsigned int cookie = GetCookie();
     RunZoomCommand(command, about);
     if (command == CmdZoomAll) {
-        SendUpdate({cookie, CViewUpdate::ZoomAll});
+        if (!SendUpdate({cookie, CViewUpdate::ZoomAll})) return;
     } else if (command != CmdZoomMode) {
-        SendUpdate({cookie, CViewUpdate::ZoomXChanged, double{zoom.Current().zoomX}});
-        SendUpdate({cookie, CViewUpdate::OriginXChanged, long{zoom.Current().originX}});
+        if (!SendZoom()) return;
     }
     zoom.AlignTo(NewestSample());
     SetScrollSizes();
@@ -148,8 +147,7 @@ void CXYGraphView::OnHScroll(UINT code, UINT position, CScrollBar*) {
     const std::optional<int> target = ScrollTarget(SB_HORZ, code, position);
     if (!target) return;
     zoom.Current().originX = *target;
-    SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{*target}});
-    RedrawMoved();
+    if (SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{*target}})) RedrawMoved();
 }
 
 void CXYGraphView::OnVScroll(UINT code, UINT position, CScrollBar*) {
@@ -171,8 +169,15 @@ void CXYGraphView::OnSize(UINT type, int width, int height) {
     if (width != 0 || height != 0) SetCaption();
 }
 
-void CXYGraphView::SendUpdate(CViewUpdate hint) {
+bool CXYGraphView::SendUpdate(CViewUpdate hint) {
+    const bool hadWindow = GetSafeHwnd() != nullptr;
     if (CDocument* const document = GetDocument()) document->UpdateAllViews(this, 0, &hint);
+    return !hadWindow || GetSafeHwnd();
+}
+
+bool CXYGraphView::SendZoom() {
+    return SendUpdate({GetCookie(), CViewUpdate::ZoomXChanged, double{zoom.Current().zoomX}}) &&
+           SendUpdate({GetCookie(), CViewUpdate::OriginXChanged, long{zoom.Current().originX}});
 }
 
 void CXYGraphView::TakeUpdate(const CViewUpdate& hint) {
@@ -207,5 +212,5 @@ void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {
 }
 
 void CXYGraphView::CatchUp() {
-    if (updateMissed) OnUpdate(nullptr, 0, nullptr);
+    if (updateMissed && GetSafeHwnd()) OnUpdate(nullptr, 0, nullptr);
 }

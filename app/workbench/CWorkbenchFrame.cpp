@@ -120,7 +120,8 @@ void CWorkbenchFrame::AddDocument(SeriesFile file) {
     const std::string summary = file.title + ": " + file.summary;
     auto* const document = new CSeriesDocument(std::move(file));
     auto* const frame = new CGraphFrame(*document);
-    if (!frame->LoadFrame(0, WS_OVERLAPPEDWINDOW, this)) return;
+    CCreateContext context{nullptr, document};
+    if (!frame->LoadFrame(0, WS_OVERLAPPEDWINDOW, this, &context)) return;
     if (first) frame->ShowWindow(SW_SHOWMAXIMIZED);
     frame->InitialUpdateFrame(document, TRUE);
     frame->View()->SetPosition();

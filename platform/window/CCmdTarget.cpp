@@ -1,5 +1,7 @@
 #include "platform/window/CCmdTarget.h"
 
+#include "platform/window/Graveyard.h"
+
 IMPLEMENT_DYNAMIC(CCmdTarget, CObject)
 
 bool CCmdTarget::OnCmdMsg(UINT, CCmdUI*) { return false; }
@@ -11,5 +13,6 @@ CCmdUI QueryCommand(CCmdTarget& target, UINT id) {
 }
 
 bool RunCommand(CCmdTarget& target, UINT id) {
+    const HandlingScope scope;
     return QueryCommand(target, id).IsEnabled() && target.OnCmdMsg(id, nullptr);
 }

@@ -5,6 +5,7 @@
 #include "platform/core/MessageBox.h"
 #include "platform/window/CFrameWnd.h"
 #include "platform/window/CView.h"
+#include "platform/window/Graveyard.h"
 
 IMPLEMENT_DYNAMIC(CDocument, CCmdTarget)
 
@@ -22,10 +23,17 @@ void CDocument::AddView(CView* view) {
 void CDocument::RemoveView(CView* view) {
     if (std::erase(m_views, view) == 0) return;
     view->m_pDocument = nullptr;
-    if (m_views.empty() && m_bAutoDelete) delete this;
+    EndUnlessShown();
+}
+
+void CDocument::EndUnlessShown() {
+    if (!m_bAutoDelete || m_ended || !m_views.empty()) return;
+    m_ended = true;
+    Bury(this);
 }
 
 void CDocument::UpdateAllViews(CView* sender, long hint, CObject* hintObject) {
+    const HandlingScope scope;
     const std::vector<CView*> views = m_views;
     for (CView* view : views) {
         if (view == sender || std::find(m_views.begin(), m_views.end(), view) == m_views.end()) continue;
@@ -46,8 +54,12 @@ void CDocument::SetPathName(LPCSTR pathName) {
 
 BOOL CDocument::SaveModified() {
     if (!IsModified()) return TRUE;
+    const HandlingScope scope;
     const CString question = "Save changes to " + (m_title.IsEmpty() ? CString("Untitled") : m_title) + "?";
-    switch (AfxMessageBox(question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    const int answer = AfxMessageBox(question, MB_YESNOCANCEL | MB_ICONQUESTION);
+    // Ended while the question was open.
+    if (m_ended) return TRUE;
+    switch (answer) {
         case IDYES:
             return DoFileSave();
         case IDNO:

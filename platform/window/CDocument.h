@@ -1,5 +1,6 @@
 // What views show. A document knows its views and tells them of changes; it does not own them. It is its
-// host's, unless m_bAutoDelete is set: then it deletes itself with its last view.
+// host's, unless m_bAutoDelete is set: then it ends with its last view and is deleted when no event is being
+// handled any more.
 #pragma once
 
 #include <vector>
@@ -46,7 +47,11 @@ class CDocument : public CCmdTarget {
 
     BOOL m_bAutoDelete = FALSE;
 
+    // Ends a document with m_bAutoDelete that no view shows: after a frame for it could not be made.
+    void EndUnlessShown();
+
   private:
+    bool m_ended = false;
     std::vector<CView*> m_views;
     CString m_title;
     CString m_pathName;

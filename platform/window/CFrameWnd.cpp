@@ -29,13 +29,19 @@ const CommandRow<CFrameWnd> CFrameWnd::kTopFrame[] = {
 NativeWindow* CFrameWnd::NewNative() { return NewFrameWidget(this); }
 
 BOOL CFrameWnd::LoadFrame(UINT resourceId, DWORD style, CWnd* parent, CCreateContext* context) {
+    const HandlingScope scope;
     m_title.LoadString(resourceId);
-    if (!Create(nullptr, m_title, style & ~WS_VISIBLE, CRect(), parent, 0, context)) return FALSE;
-    if (!GetParentFrame()) BuildMenuBar(*GetNative(), FindMenuResource(resourceId));
-    OnUpdateFrameTitle();
-    GetSafeHwnd()->setWindowIcon(IconOf("application"));
-    if (style & WS_VISIBLE) ShowWindow(SW_SHOW);
-    return TRUE;
+    if (Create(nullptr, m_title, style & ~WS_VISIBLE, CRect(), parent, 0, context)) {
+        if (!GetParentFrame()) BuildMenuBar(*GetNative(), FindMenuResource(resourceId));
+        OnUpdateFrameTitle();
+    }
+    if (GetSafeHwnd()) {
+        GetSafeHwnd()->setWindowIcon(IconOf("application"));
+        if (style & WS_VISIBLE) ShowWindow(SW_SHOW);
+    }
+    if (GetSafeHwnd()) return TRUE;
+    if (context && context->m_pCurrentDoc) context->m_pCurrentDoc->EndUnlessShown();
+    return FALSE;
 }
 
 int CFrameWnd::OnCreate(CREATESTRUCT* create) {
@@ -72,13 +78,17 @@ std::vector<CView*> CFrameWnd::GetViews() const {
 }
 
 void CFrameWnd::InitialUpdateFrame(CDocument*, BOOL makeVisible) {
+    const HandlingScope scope;
     // Shown first, so that the views know their size; nothing is painted before the next message.
     if (makeVisible) ActivateFrame();
     // Views may choose another title.
     OnUpdateFrameTitle();
     const std::vector<CView*> views = GetViews();
-    for (CView* view : views) view->OnInitialUpdate();
-    if (!m_activeView && !views.empty()) SetActiveView(views.front());
+    // A view may end itself, others or this frame.
+    for (CView* view : views)
+        if (view->GetSafeHwnd()) view->OnInitialUpdate();
+    if (m_activeView) return;
+    if (const std::vector<CView*> left = GetViews(); !left.empty()) SetActiveView(left.front());
 }
 
 void CFrameWnd::ActivateFrame(int how) {
@@ -91,6 +101,7 @@ void CFrameWnd::ActivateFrame(int how) {
 void CFrameWnd::SetActiveView(CView* view, BOOL notify) {
     CView* const before = m_activeView;
     if (view == before) return;
+    const HandlingScope scope;
     m_activeView = view;
     if (!notify) return;
     if (before) before->OnActivateView(FALSE, view, before);
@@ -143,17 +154,29 @@ void CFrameWnd::DragAcceptFiles(BOOL accept) {
 
 void CFrameWnd::OnDropFiles(const std::vector<CString>&) {}
 
-void CFrameWnd::OnClose() {
+bool CFrameWnd::MayClose() {
     for (CView* view : GetViews()) {
         CDocument* document = view->GetDocument();
-        if (document && !document->CanCloseFrame(this)) return;
+        if (document && !document->CanCloseFrame(this)) return false;
     }
-    DestroyWindow();
+    return true;
 }
 
-void CFrameWnd::OnViewBar(UINT id) { ShowBars(*GetNative(), id, !AreBarsShown(*GetNative(), id)); }
+void CFrameWnd::OnClose() {
+    // While the user thinks about the first question there is no second one.
+    if (m_closing) return;
+    const HandlingScope scope;
+    m_closing = true;
+    if (MayClose()) DestroyWindow();
+    m_closing = false;
+}
+
+void CFrameWnd::OnViewBar(UINT id) {
+    if (GetSafeHwnd()) ShowBars(*GetNative(), id, !AreBarsShown(*GetNative(), id));
+}
 
 void CFrameWnd::OnUpdateViewBar(CCmdUI* state) {
+    if (!GetSafeHwnd()) return state->Enable(FALSE);
     state->Enable(HasBars(*GetNative(), state->m_nID));
     state->SetCheck(AreBarsShown(*GetNative(), state->m_nID));
 }
@@ -164,5 +187,5 @@ void CFrameWnd::FrameActivated(bool active) {
 
 void CFrameWnd::PostNcDestroy() {
     if (CWindowApp* application = CWindowApp::Get()) application->FrameGone(this);
-    delete this;
+    Bury(this);
 }

@@ -1,5 +1,5 @@
-// A frame round a view, with menu bar, toolbars and status bar. Frames are made with new and delete
-// themselves when their window ends.
+// A frame round a view, with menu bar, toolbars and status bar. Frames are made with new and are deleted when
+// their window has ended and no event is being handled any more.
 //
 // Commands of menus, toolbars and shortcuts go to the top frame; it passes them to its active view (and that
 // to its document), answers itself, and asks the application last. States are asked for when a menu opens,
@@ -26,6 +26,7 @@ class CFrameWnd : public CWnd {
   public:
     // Creates the frame from resources: the string `resourceId` is its title, the menu `resourceId` its menu
     // bar, the icon "application" its icon. Each may be missing. A child frame has no menu bar of its own.
+    // FALSE: the frame and, unless somebody shows it, the context's document have ended.
     virtual BOOL LoadFrame(UINT resourceId, DWORD style = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE,
                            CWnd* parent = nullptr, CCreateContext* context = nullptr);
     // Shows the frame, then tells the views in it to show `document`, and makes the first one active.
@@ -69,6 +70,8 @@ class CFrameWnd : public CWnd {
 
     // The user answers for the document first.
     void OnClose() override;
+    // Asks whoever has to be asked. Default: the documents of the frame's views.
+    virtual bool MayClose();
     int OnCreate(CREATESTRUCT* create) override;
     void PostNcDestroy() override;
     NativeWindow* NewNative() override;
@@ -85,6 +88,7 @@ class CFrameWnd : public CWnd {
     static const CommandRow<CFrameWnd> kEveryFrame[1];
     static const CommandRow<CFrameWnd> kTopFrame[3];
 
+    bool m_closing = false;
     CView* m_activeView = nullptr;
     CStatusBar* m_statusBar = nullptr;
 };

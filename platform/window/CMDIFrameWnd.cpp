@@ -94,16 +94,17 @@ bool CMDIFrameWnd::OnCmdMsg(UINT id, CCmdUI* update) {
     return RouteCommand(*this, kCommands, id, update) || CFrameWnd::OnCmdMsg(id, update);
 }
 
-void CMDIFrameWnd::OnClose() {
+bool CMDIFrameWnd::MayClose() {
     std::vector<CDocument*> documents;
     for (CMDIChildWnd* child : GetChildren())
         for (const CView* view : child->GetViews())
             if (view->GetDocument()) documents.push_back(view->GetDocument());
     std::sort(documents.begin(), documents.end());
     documents.erase(std::unique(documents.begin(), documents.end()), documents.end());
+    // While one question is open another document may end.
     for (CDocument* document : documents)
-        if (!document->SaveModified()) return;
-    DestroyWindow();
+        if (!document->GetViews().empty() && !document->SaveModified()) return false;
+    return true;
 }
 
 void CMDIFrameWnd::OnWindowCommand(UINT id) {

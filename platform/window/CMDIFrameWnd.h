@@ -28,7 +28,7 @@ class CMDIFrameWnd : public CFrameWnd {
 
   protected:
     // Every document answers before the first frame closes.
-    void OnClose() override;
+    bool MayClose() override;
     NativeWindow* NewNative() override;
 
   private:

@@ -4,6 +4,7 @@
 #include "platform/window/CDocument.h"
 #include "platform/window/CFrameWnd.h"
 #include "platform/window/CPrintInfo.h"
+#include "platform/window/Graveyard.h"
 
 IMPLEMENT_DYNAMIC(CView, CWnd)
 
@@ -52,4 +53,9 @@ void CView::OnSetFocus(CWnd*) {
     if (frame && frame->GetActiveView() != this) frame->SetActiveView(this);
 }
 
-void CView::PostNcDestroy() { delete this; }
+void CView::PostNcDestroy() {
+    CDocument* const document = m_pDocument;
+    // The view goes before a document that goes with it.
+    Bury(this);
+    if (document) document->RemoveView(this);
+}

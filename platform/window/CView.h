@@ -1,5 +1,5 @@
-// A view of a document: a window in a frame that draws what the document holds. Views made with new delete
-// themselves when their window ends.
+// A view of a document: a window in a frame that draws what the document holds. Views are made with new and
+// are deleted when their window has ended and no event is being handled any more.
 #pragma once
 
 #include "platform/window/CWnd.h"

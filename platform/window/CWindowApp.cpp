@@ -8,6 +8,7 @@
 #include "platform/core/Rounding.h"
 #include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CommonDialogs.h"
+#include "platform/window/Graveyard.h"
 
 IMPLEMENT_DYNAMIC(CWindowApp, CWinApp)
 
@@ -31,7 +32,8 @@ CWindowApp::CWindowApp(const char* appName) : CWinApp(appName) {}
 CWindowApp::~CWindowApp() {
     if (!m_toolkit) return;
     SetMessageBoxHandler({});
-    // Windows that ended while one of their events was being handled.
+    EmptyGraveyard();
+    // Keys and whatever else of the toolkit's own waits to go.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

@@ -52,7 +52,7 @@ const char* AfxRegisterWndClass(UINT classStyle, HCURSOR cursor, COLORREF backgr
 CWnd::~CWnd() {
     // The virtual handlers of derived classes are gone by now: they see their window's end only when it ends
     // first.
-    if (m_hWnd) GetNative()->Destroy();
+    if (m_hWnd) GetNative()->LoseOwner();
 }
 
 NativeWindow* CWnd::GetNative() const { return NativeWindow::Of(m_hWnd); }
@@ -75,6 +75,7 @@ BOOL CWnd::Create(LPCSTR className, LPCSTR windowName, DWORD style, const RECT& 
 BOOL CWnd::CreateNative(const char* className, CREATESTRUCT& create, CWnd* parent, UINT id) {
     create.lpszClass = className;
     if (m_hWnd) return FALSE;
+    const HandlingScope scope;
     if (!PreCreateWindow(create)) {
         // Views and frames count on deleting themselves.
         PostNcDestroy();
@@ -93,12 +94,10 @@ BOOL CWnd::CreateNative(const char* className, CREATESTRUCT& create, CWnd* paren
     native->ApplyStyle(m_style);
     if (create.lpszName) SetWindowText(create.lpszName);
     if (create.cx > 0 && create.cy > 0) MoveWindow(create.x, create.y, create.cx, create.cy);
-    if (OnCreate(&create) == -1) {
-        DestroyWindow();
-        return FALSE;
-    }
+    if (OnCreate(&create) == -1) DestroyWindow();
     if (m_style & WS_VISIBLE) ShowWindow(SW_SHOW);
-    return TRUE;
+    // Handlers may have ended it.
+    return m_hWnd != nullptr;
 }
 
 BOOL CWnd::PreCreateWindow(CREATESTRUCT&) { return TRUE; }

@@ -1,6 +1,7 @@
 // A window. The object and the window on the screen live apart: Create makes the window, DestroyWindow ends
-// it, and the object stays until its owner deletes it. Views and frames made with new delete themselves when
-// their window ends (PostNcDestroy); a window object that is destroyed first takes its window with it.
+// it, and the object stays until its owner deletes it; a window object that is destroyed first takes its
+// window with it. Views and frames made with new go by themselves (PostNcDestroy): a window may end in any
+// handler, and the object stays until no event is being handled, without a window (GetSafeHwnd is null).
 //
 // Everything is in physical pixels; client coordinates start at the top left corner of the client area.
 //

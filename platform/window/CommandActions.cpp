@@ -25,9 +25,9 @@ QString TextPart(const CommandResource& command, int part) {
 
 // Separators that would lead, trail or follow another are hidden by the toolkit; entries without a text by
 // RefreshAction.
-void OpenMenu(QMenu& menu, CCmdTarget& target) {
+void OpenMenu(QMenu& menu, CWnd& target) {
     for (QAction* action : menu.actions())
-        if (CommandOf(*action) != 0) RefreshAction(*action, target);
+        if (CommandOf(*action) != 0 && target.GetSafeHwnd()) RefreshAction(*action, target);
 }
 
 // Puts the child frames of `frame` in the place before `mark`.
@@ -66,9 +66,8 @@ class MenuBuilder {
     // From the row of the popup to the row that ends it.
     void FillPopup(QMenu& menu) {
         NativeWindow& frame = m_frame;
-        QObject::connect(&menu, &QMenu::aboutToShow, frame.Widget(), [&menu, &frame] {
-            if (frame.Owner()) OpenMenu(menu, *frame.Owner());
-        });
+        QObject::connect(&menu, &QMenu::aboutToShow, frame.Widget(),
+                         [&menu, &frame] { frame.Tell([&menu](CWnd* w) { OpenMenu(menu, *w); }); });
         for (++m_next; m_next < m_rows.size(); ++m_next) {
             const MenuResource& row = m_rows[m_next];
             if (row.kind == MenuResource::Kind::End) return;

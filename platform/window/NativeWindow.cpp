@@ -8,15 +8,6 @@
 #include <utility>
 #include <vector>
 
-namespace {
-
-int g_eventDepth = 0;
-
-}  // namespace
-
-NativeWindow::EventScope::EventScope() { ++g_eventDepth; }
-NativeWindow::EventScope::~EventScope() { --g_eventDepth; }
-
 NativeWindow* NativeWindow::Of(QWidget* widget) { return dynamic_cast<NativeWindow*>(widget); }
 
 double NativeWindow::Scale() { return Widget()->devicePixelRatioF(); }
@@ -51,6 +42,8 @@ void NativeWindow::SetNormalRect(const CRect& rect) { Widget()->setGeometry(Unit
 void NativeWindow::Adopt(QWidget* child, UINT) { child->setParent(Client()); }
 
 void NativeWindow::Show(int how) {
+    // A window that ended while it was being placed stays hidden.
+    if (!m_owner) return;
     QWidget* widget = Widget();
     switch (how) {
         case SW_HIDE:
@@ -74,24 +67,29 @@ void NativeWindow::Show(int how) {
 }
 
 void NativeWindow::Sever() {
-    if (!m_owner) return;
+    if (!m_owner || m_ending) return;
+    const HandlingScope scope;
+    m_ending = true;
     Guarded([this] { WindowEvents::Destroy(m_owner); });
     // A handler may destroy other windows meanwhile.
     std::vector<QPointer<QWidget>> inside;
     for (QWidget* child : Widget()->findChildren<QWidget*>()) inside.emplace_back(child);
     for (const QPointer<QWidget>& widget : inside)
         if (NativeWindow* native = Of(widget)) native->Sever();
-    WindowEvents::Gone(std::exchange(m_owner, nullptr));
+    // A handler may have destroyed the owner itself.
+    if (CWnd* const owner = std::exchange(m_owner, nullptr)) WindowEvents::Gone(owner);
 }
 
 void NativeWindow::Destroy() {
-    QWidget* widget = Widget();
-    Sever();
-    Retire();
-    if (g_eventDepth == 0) {
-        delete widget;
-        return;
+    if (m_ending) return;
+    QWidget* const widget = Widget();
+    {
+        const HandlingScope scope;
+        Sever();
+        Retire();
+        Bury(widget);
     }
-    widget->hide();
-    widget->deleteLater();
+    EmptyGraveyard();
 }
+
+void NativeWindow::LoseOwner() { m_ending ? (void)(m_owner = nullptr) : Destroy(); }

@@ -8,6 +8,7 @@
 
 #include "platform/core/MessageBox.h"
 #include "platform/window/CFrameWnd.h"
+#include "platform/window/Graveyard.h"
 
 class CBitmapEx;
 class QMainWindow;
@@ -15,7 +16,8 @@ class QMdiArea;
 class QRect;
 
 // The base of every widget that stands for a CWnd. The owner is null once the window has ended; the widget
-// itself may live a little longer, because the toolkit must not lose a widget whose event is being handled.
+// itself rests in the graveyard then, because the toolkit must not lose a widget whose event is being
+// handled.
 class NativeWindow {
   public:
     explicit NativeWindow(CWnd* owner) : m_owner(owner) {}
@@ -49,27 +51,21 @@ class NativeWindow {
     QRect UnitsOf(const CRect& pixels);
     CRect PixelsOf(const QRect& units);
 
-    // Ends the window for its owner and those in it: OnDestroy, the children, PostNcDestroy. The owner may be
-    // gone afterwards.
+    // Ends the window for its owner and those in it: OnDestroy, the children, PostNcDestroy. Does nothing
+    // for a window that is ending already.
     void Sever();
-    // Severs, then deletes the widget: at once, or later when some event is being handled.
+    // Severs, then buries the widget.
     void Destroy();
+    // The owner is being destroyed and will not hear any more.
+    void LoseOwner();
 
     // Runs a handler of the owner unless the window has ended. Nothing is thrown on into the toolkit.
     template <class Handler>
     void Tell(Handler handler) {
         if (!m_owner) return;
-        const EventScope scope;
+        const HandlingScope scope;
         Guarded([&] { handler(m_owner); });
     }
-
-    // While one lives, widgets are not deleted at once.
-    struct EventScope {
-        EventScope();
-        ~EventScope();
-        EventScope(const EventScope&) = delete;
-        EventScope& operator=(const EventScope&) = delete;
-    };
 
     template <class Action>
     static void Guarded(Action action) {
@@ -84,6 +80,7 @@ class NativeWindow {
 
   private:
     CWnd* m_owner;
+    bool m_ending = false;
 };
 
 NativeWindow* NewViewWidget(CWnd* owner);

@@ -47,6 +47,7 @@ BOOL CWnd::SetWindowPlacement(const WINDOWPLACEMENT* placement) {
     NativeWindow* native = GetNative();
     const CRect wanted(placement->rcNormalPosition);
     native->SetNormalRect(GetParent() ? wanted : OnSomeScreen(*native, wanted));
+    if (!m_hWnd) return FALSE;
     const int how = static_cast<int>(placement->showCmd);
     if (IsMinimized(how) || how == SW_SHOWMAXIMIZED || how == SW_HIDE) {
         native->Show(how);

@@ -138,7 +138,7 @@ TEST_F(FrameTest, AHandlerMayEndTheFrameItRunsIn) {
     const QPointer<QWidget> widget = frame->GetSafeHwnd();
     QTest::mousePress(ClientOf(*view), Qt::LeftButton, {}, {5, 5});
     place.main = nullptr;
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    Settle();
     EXPECT_FALSE(widget);
 }
 

@@ -50,6 +50,7 @@ void WindowTest::SetUpTestSuite() {
 }
 
 void WindowTest::TearDown() {
+    EmptyGraveyard();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     // The toolkit takes a key that came with the last event for held until the next one.
     QObject nobody;
