@@ -139,7 +139,7 @@ Json CleanJson(const CleanRun& run) {
                  {"unit", table.HasTimes() ? "s" : table.x.unit},
                  {"sorted", run.axis.sorted},
                  {"stored", ExactnessJson(run.axis.exactness, run.axis.scale)}};
-    if (table.HasTimes()) json["x"]["timeFormat"] = TimeFormName(table);
+    if (table.HasTimes()) json["x"]["timeFormat"] = TimeFormText(table);
     json["y"] = Json::array();
     for (std::size_t i = 0; i < run.series.size(); ++i) json["y"].push_back(SeriesJson(run, i));
     json["written"] = {

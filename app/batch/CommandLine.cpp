@@ -73,11 +73,15 @@ struct LayoutTexts {
 };
 
 std::optional<Failure> CheckTimeFormat(const std::string& format) {
-    const bool known = format.empty() || format.find('%') != std::string::npos || format == "iso" ||
-                       format == "epoch" || format == "epoch-ms" || format == "number";
-    if (known) return std::nullopt;
-    return UsageError("--time-format " + format +
-                      ": expected iso, epoch, epoch-ms, number or a form with % fields");
+    if (format.empty() || FindTimeForm(format)) return std::nullopt;
+    if (format.find('%') != std::string::npos) {
+        const auto pattern = TimePattern::Compile(format);
+        if (pattern) return std::nullopt;
+        return pattern.Error().About("--time-format");
+    }
+    std::string names;
+    for (const auto& form : kTimeFormNames) names += std::string(form.name) + ", ";
+    return UsageError("--time-format " + format + ": expected " + names + "or a form with % fields");
 }
 
 // Options that may be repeated take one value each time: no dots behind them.

@@ -95,8 +95,8 @@ std::string TableText(const Table& table) {
 
 std::string FormText(const Table& table) {
     if (!table.HasTimes()) return "numbers";
-    std::string text = "times, " + TimeFormName(table);
-    if (table.x.timeForm != TimeForm::Iso && table.x.timeForm != TimeForm::Custom) return text;
+    std::string text = "times, " + TimeFormText(table);
+    if (IsEpoch(table.x.timeForm)) return text;
     if (table.times.zoned && table.times.local) return text + ", some without zone, which are taken as UTC";
     return text + (table.times.zoned ? ", shown in UTC" : ", without zone");
 }
@@ -151,7 +151,7 @@ Json XJson(const Table& table, const XAxis& axis) {
                         {"to", RealX(table, axis, gap.to)},
                         {"length", RealLength(axis, std::int64_t{gap.to} - gap.from)}});
     Json json{{"column", table.x.name}, {"unit", table.HasTimes() ? "s" : table.x.unit}};
-    if (table.HasTimes()) json["timeFormat"] = TimeFormName(table);
+    if (table.HasTimes()) json["timeFormat"] = TimeFormText(table);
     if (table.times.cut) json["finerThanMicroseconds"] = table.times.cut;
     json["from"] = RealX(table, axis, *least);
     json["to"] = RealX(table, axis, *most);
@@ -210,19 +210,11 @@ std::string RealX(const Table& table, const XAxis& axis, std::int32_t stored) {
     return NumberText(axis.scale.Real(stored), std::max(0, axis.scale.Decimals()));
 }
 
-std::string TimeFormName(const Table& table) {
-    switch (table.x.timeForm) {
-        case TimeForm::Iso:
-            return "ISO 8601";
-        case TimeForm::EpochSeconds:
-            return "seconds since 1970";
-        case TimeForm::EpochMilliseconds:
-            return "milliseconds since 1970";
-        case TimeForm::Custom:
-            return table.layout.customTime;
-        case TimeForm::None:
-            break;
-    }
+std::string TimeFormText(const Table& table) {
+    if (table.x.timeForm == TimeForm::Custom) return table.layout.customTime;
+    if (table.x.timeForm == TimeForm::Fields) return "in columns";
+    for (const auto& row : kTimeFormNames)
+        if (row.form == table.x.timeForm) return row.meaning;
     return "";
 }
 

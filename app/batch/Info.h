@@ -35,7 +35,7 @@ std::string JsonText(const nlohmann::ordered_json& json);
 // The parts of both that say how the file was read.
 nlohmann::ordered_json TableJson(const Table& table);
 nlohmann::ordered_json ExactnessJson(const Exactness& exactness, const AxisScale& scale);
-// "iso8601", "epoch-seconds", ... or the custom form.
-std::string TimeFormName(const Table& table);
+// What people call the form of the times, or the custom form.
+std::string TimeFormText(const Table& table);
 
 }  // namespace app

@@ -32,6 +32,23 @@ bool ReadNumber(std::string_view text, char decimalSign, double& value) {
     return read.ec == std::errc() && read.ptr == last && std::isfinite(value);
 }
 
+bool ReadGrouped(std::string_view text, char decimalSign, char grouping, double& value) {
+    const std::size_t sign = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
+    const std::size_t end = std::min(text.find(decimalSign), text.size());
+    const std::size_t first = text.find(grouping);
+    if (first == std::string_view::npos || first <= sign || first > sign + 3 || text[sign] == '0')
+        return false;
+    std::string plain(text.substr(0, first));
+    for (std::size_t at = first; at < end; at += 4) {
+        if (text[at] != grouping || end - at < 4) return false;
+        const auto group = text.substr(at + 1, 3);
+        if (!std::all_of(group.begin(), group.end(), IsDigit)) return false;
+        plain += group;
+    }
+    plain += text.substr(end);
+    return ReadNumber(plain, decimalSign, value);
+}
+
 int DecimalsOf(std::string_view text, char decimalSign) {
     static constexpr int kMost = 400;  // more than any double has
     const auto within = [](int decimals) { return std::clamp(decimals, 0, kMost); };

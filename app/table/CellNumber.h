@@ -11,6 +11,8 @@ namespace app {
 // Reads all of `text` as a finite decimal number with the given decimal sign; a leading plus is allowed.
 // False for anything else (also "nan", "inf" and what a double cannot hold).
 bool ReadNumber(std::string_view text, char decimalSign, double& value);
+// The same for a number whose thousands are set apart by `grouping`: "1,234.5" in point and comma.
+bool ReadGrouped(std::string_view text, char decimalSign, char grouping, double& value);
 // The digits after the decimal sign that the number `text` is written with: 2 for "1.50", 4 for "1.5e-3",
 // never negative.
 int DecimalsOf(std::string_view text, char decimalSign);

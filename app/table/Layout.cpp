@@ -280,6 +280,23 @@ std::size_t Distance(const std::string& a, const std::string& b) {
     return row.back();
 }
 
+// The records up to the last of the headings.
+void PlaceTop(Layout& layout, std::string_view text, int headings) {
+    layout.dataBegin = layout.begin;
+    Records records(text, layout.delimiter, layout.begin);
+    Record record;
+    for (int left = headings; left > 0 && records.Next(record, [](int, std::string_view) {});) {
+        RecordRole role = RecordRole::Comment;
+        if (record.kind != Record::Comment)
+            role = left-- == headings ? RecordRole::Header : RecordRole::Units;
+        layout.top.push_back({record.begin, role});
+        layout.dataBegin = record.end;
+        const auto bytes = text.substr(record.begin, record.end - record.begin);
+        layout.dataLine =
+            record.line + std::max<std::ptrdiff_t>(1, std::count(bytes.begin(), bytes.end(), '\n'));
+    }
+}
+
 }  // namespace
 
 Result<Layout> GuessLayout(std::string_view text, const std::string& name, const ReadOptions& options) {
@@ -293,6 +310,7 @@ Result<Layout> GuessLayout(std::string_view text, const std::string& name, const
     layout.hasUnitsRow = trial.headings > 1;
     if (options.timeFormat.find('%') != std::string::npos) layout.customTime = options.timeFormat;
     layout.columns = MakeColumns(trial, options.timeFormat);
+    PlaceTop(layout, text, static_cast<int>(trial.headings));
     return layout;
 }
 

@@ -2,7 +2,7 @@
 // Everything is guessed from the first rows unless the caller says it.
 #pragma once
 
-#include <optional>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,10 +22,23 @@ struct Column {
     int field = 0;  // 0 is the first
     ColumnKind kind = ColumnKind::Empty;
     TimeForm timeForm = TimeForm::None;
+    std::vector<TimePart> parts = {};  // of a time that several columns hold; `field` is then the first one's
+    char grouping = 0;                 // between the thousands of its numbers; 0: there are none
+};
+
+enum class RecordRole : std::uint8_t { Comment, Header, Units, Data, Skipped };
+
+// A record above the data; all of them together are the bytes from the mark to the data.
+struct TopRecord {
+    std::size_t begin = 0;
+    RecordRole role = RecordRole::Comment;
 };
 
 struct Layout {
     std::size_t begin = 0;  // behind the byte-order mark
+    std::vector<TopRecord> top;
+    std::size_t dataBegin = 0;
+    std::int64_t dataLine = 1;
     char delimiter = ',';
     char decimalSign = '.';
     bool hasHeader = false;

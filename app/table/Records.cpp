@@ -41,8 +41,8 @@ std::size_t FindClosingQuote(std::string_view record, std::size_t at, const IsEn
 
 }  // namespace
 
-Records::Records(std::string_view text, char delimiter, std::size_t begin)
-    : text_(text), at_(begin), delimiter_(delimiter) {
+Records::Records(std::string_view text, char delimiter, std::size_t begin, std::int64_t line)
+    : text_(text), at_(begin), line_(line), delimiter_(delimiter) {
     const bool onlyReturns =
         text.find('\n') == std::string_view::npos && text.find('\r') != std::string_view::npos;
     lineBreak_ = onlyReturns ? '\r' : '\n';

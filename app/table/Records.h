@@ -26,8 +26,8 @@ struct Record {
 
 class Records {
   public:
-    // `text` must outlive this object.
-    Records(std::string_view text, char delimiter, std::size_t begin = 0);
+    // `text` must outlive this object. `line` is that of its byte `begin`.
+    Records(std::string_view text, char delimiter, std::size_t begin = 0, std::int64_t line = 1);
     ~Records();
     Records(const Records&) = delete;
     Records& operator=(const Records&) = delete;
@@ -76,7 +76,7 @@ class Records {
 
     std::string_view text_;
     std::size_t at_;
-    std::int64_t line_ = 1;
+    std::int64_t line_;
     char delimiter_;
     char lineBreak_;
     bool strayReturns_;  // carriage returns stand inside lines: they count as blanks

@@ -12,8 +12,6 @@
 
 namespace app {
 
-enum class RecordRole : std::uint8_t { Comment, Header, Units, Data, Skipped };
-
 // What stands in place of a value. Cells that hold "inf" or "nan" never get into a column as values.
 constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 constexpr double kUnreadable = std::numeric_limits<double>::infinity();

@@ -10,17 +10,6 @@ namespace {
 
 constexpr std::size_t kRecordsBetweenAdvances = 1 << 16;
 
-bool HasValues(const Column& column) {
-    return column.kind == ColumnKind::Number || column.kind == ColumnKind::Time;
-}
-
-Column AsTimeForm(Column column, const std::string& timeFormat) {
-    if (timeFormat == "epoch") column.timeForm = TimeForm::EpochSeconds;
-    if (timeFormat == "epoch-ms") column.timeForm = TimeForm::EpochMilliseconds;
-    if (timeFormat == "epoch" || timeFormat == "epoch-ms") column.kind = ColumnKind::Time;
-    return column;
-}
-
 std::string Quoted(std::string_view text) {
     constexpr std::size_t kMost = 40;
     std::string quoted(1, '"');
@@ -38,13 +27,18 @@ class RowReader {
     RowReader(Table& table, const Choice& choice, const ReadOptions& options)
         : table_(table),
           missing_(options.missing, table.layout.decimalSign),
-          time_(choice.x.timeForm, table.layout.customTime, table.layout.decimalSign),
+          time_(choice.x.timeForm, table.layout.customTime, table.layout.decimalSign, choice.x.parts),
           sign_(table.layout.decimalSign),
+          xGrouping_(choice.x.grouping),
           slots_(table.layout.columns.size(), kNobody),
           pending_(choice.columns.size()) {
         slots_[static_cast<std::size_t>(choice.x.field)] = kX;
+        for (std::size_t i = 0; i < choice.x.parts.size(); ++i)
+            slots_[static_cast<std::size_t>(choice.x.parts[i].field)] = kFirstPart - static_cast<int>(i);
+        xCells_.resize(choice.x.parts.size());
         for (std::size_t i = 0; i < choice.columns.size(); ++i) {
             slots_[static_cast<std::size_t>(choice.columns[i].field)] = static_cast<int>(i);
+            groupings_.push_back(choice.columns[i].grouping);
             table.columns.push_back({choice.columns[i], {}, 0, 0, 0});
         }
         isTime_ = choice.x.kind == ColumnKind::Time;
@@ -63,6 +57,8 @@ class RowReader {
         ++found_;
         if (slot == kX)
             TakeX(text);
+        else if (slot <= kFirstPart)
+            xCells_[static_cast<std::size_t>(kFirstPart - slot)] = text;
         else
             TakeY(static_cast<std::size_t>(slot), text);
     }
@@ -73,9 +69,10 @@ class RowReader {
         if (static_cast<std::size_t>(record.fields) > slots_.size())
             return Skip(record.line, Counted(record.fields, "field") + " where there are " +
                                          Counted(static_cast<std::int64_t>(slots_.size()), "column"));
-        if (found_ <= pending_.size())
+        if (found_ < pending_.size() + std::max<std::size_t>(1, xCells_.size()))
             return Skip(record.line, "only " + Counted(record.fields, "field") + " where there are " +
                                          Counted(static_cast<std::int64_t>(slots_.size()), "column"));
+        if (!xCells_.empty()) TakeParts();
         if (xState_ == Missing) return Skip(record.line, "no value in " + Named(table_.x));
         if (xState_ == Unreadable)
             return Skip(record.line,
@@ -88,6 +85,7 @@ class RowReader {
   private:
     static constexpr int kNobody = -1;
     static constexpr int kX = -2;
+    static constexpr int kFirstPart = -3;  // of the columns that x is composed of; the next is one less
     enum XState { Missing, Unreadable, Read };
     struct Cell {
         double value;
@@ -99,7 +97,8 @@ class RowReader {
             time = {};
             xState_ = time_.Read(text, time) ? Read : Unreadable;
         } else {
-            const bool number = ReadNumber(text, sign_, x_);
+            const bool number =
+                ReadNumber(text, sign_, x_) || (xGrouping_ && ReadGrouped(text, sign_, xGrouping_, x_));
             xState_ = !number ? Unreadable : missing_.IsMissing(x_) ? Missing : Read;
             if (number) xDecimals_ = DecimalsOf(text, sign_);
         }
@@ -108,9 +107,21 @@ class RowReader {
         xText_ = text;
     }
 
+    void TakeParts() {
+        time = {};
+        const auto missing = [&](const auto& cell) { return missing_.IsMissing(cell); };
+        xState_ = time_.ReadParts(xCells_, time)                         ? Read
+                  : std::any_of(xCells_.begin(), xCells_.end(), missing) ? Missing
+                                                                         : Unreadable;
+        if (xState_ == Read) return;
+        xText_.clear();
+        for (const auto& cell : xCells_) xText_.append(xText_.empty() ? "" : " ").append(cell);
+    }
+
     void TakeY(std::size_t slot, std::string_view text) {
         Cell& cell = pending_[slot];
-        if (ReadNumber(text, sign_, cell.value)) {
+        if (ReadNumber(text, sign_, cell.value) ||
+            (groupings_[slot] && ReadGrouped(text, sign_, groupings_[slot], cell.value))) {
             cell.decimals = DecimalsOf(text, sign_);
             if (missing_.IsMissing(cell.value)) cell.value = kMissing;
             return;
@@ -158,7 +169,9 @@ class RowReader {
     MissingValues missing_;
     TimeReader time_;
     char sign_;
-    std::vector<int> slots_;  // per field: kNobody, kX or the index of a value column
+    char xGrouping_;
+    std::vector<char> groupings_;  // of the value columns
+    std::vector<int> slots_;       // per field: kNobody, kX or the index of a value column
     bool isTime_ = false;
 
     // the row being read
@@ -169,6 +182,7 @@ class RowReader {
     int xDecimals_ = 0;
     ReadTime time;
     std::string xText_;
+    std::vector<std::string> xCells_;  // where x is composed of several columns
     int badCells_ = 0;
     std::string badCell_;
 };
@@ -193,18 +207,14 @@ bool ReadRows(Table& table, RowReader& reader, const Advance& advance) {
     const auto add = [&](std::size_t begin, RecordRole role) {
         table.records.push_back(begin | std::uint64_t{static_cast<std::uint8_t>(role)} << 56);
     };
-    Records records(table.bytes, table.layout.delimiter, table.layout.begin);
+    for (const auto& line : table.layout.top) add(line.begin, line.role);
+    Records records(table.bytes, table.layout.delimiter, table.layout.dataBegin, table.layout.dataLine);
     Record record;
-    int headings = table.layout.hasHeader + table.layout.hasUnitsRow;
-    const int named = headings;
     reader.BeginRow();
     while (records.Next(record, [&](int index, std::string_view text) { reader.Field(index, text); })) {
         RecordRole role = RecordRole::Comment;
         if (record.kind != Record::Comment) {
-            if (headings > 0)
-                role = headings-- == named ? RecordRole::Header : RecordRole::Units;
-            else
-                role = reader.EndRow(record) ? RecordRole::Data : RecordRole::Skipped;
+            role = reader.EndRow(record) ? RecordRole::Data : RecordRole::Skipped;
             reader.BeginRow();
         }
         add(record.begin, role);
@@ -215,52 +225,7 @@ bool ReadRows(Table& table, RowReader& reader, const Advance& advance) {
     return true;
 }
 
-// With several columns to choose from, the user says which are meant to be edited.
-Failure AskWhichColumns(const Choice& choice) {
-    std::string names;
-    for (const auto& column : choice.columns) names += (names.empty() ? "\"" : ", \"") + column.name + "\"";
-    return UsageError("which columns are to be cleaned? Name them with -y: " + names);
-}
-
 }  // namespace
-
-Result<Choice> ChooseColumns(const Layout& layout, const ReadOptions& options) {
-    const std::string& x = options.x;
-    const auto& y = options.y;
-    Choice choice;
-    const auto& columns = layout.columns;
-    if (!x.empty()) {
-        const auto found = FindColumn(layout, x);
-        if (!found) return found.Error();
-        choice.x = columns[static_cast<std::size_t>(*found)];
-    } else {
-        auto first = std::find_if(columns.begin(), columns.end(),
-                                  [](const auto& column) { return column.kind == ColumnKind::Time; });
-        if (first == columns.end()) first = std::find_if(columns.begin(), columns.end(), HasValues);
-        choice.x = *first;
-    }
-    choice.x = AsTimeForm(choice.x, options.timeFormat);
-    if (!HasValues(choice.x))
-        return Refusal(Named(choice.x) + " holds neither times nor numbers; name another with -x");
-    for (const auto& name : y) {
-        const auto found = FindColumn(layout, name);
-        if (!found) return found.Error();
-        const Column& column = columns[static_cast<std::size_t>(*found)];
-        if (column.field == choice.x.field) return UsageError(Named(column) + " cannot be both x and y");
-        if (column.kind != ColumnKind::Number) return Refusal(Named(column) + " holds no numbers");
-        const auto same = [&](const Column& other) { return other.field == column.field; };
-        if (std::none_of(choice.columns.begin(), choice.columns.end(), same))
-            choice.columns.push_back(column);
-    }
-    if (y.empty())
-        for (const auto& column : columns)
-            if (column.kind == ColumnKind::Number && column.field != choice.x.field)
-                choice.columns.push_back(column);
-    if (choice.columns.empty())
-        return Refusal("beside " + Named(choice.x) + " there is no column of numbers");
-    if (options.chooseY && y.empty() && choice.columns.size() > 1) return AskWhichColumns(choice);
-    return choice;
-}
 
 Result<Table> ReadTable(std::string bytes, const std::string& name, const Layout& layout,
                         const Choice& choice, const ReadOptions& options, const Advance& advance) {

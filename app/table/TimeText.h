@@ -1,49 +1,88 @@
-// Points in time as they stand in a cell. A time is counted in microseconds since 1970-01-01T00:00 UTC, so
-// any year from 1 to 9999 fits; finer digits than microseconds are cut off and reported as such.
+// Points in time as they stand in a cell or in several. A time is counted in microseconds since
+// 1970-01-01T00:00 UTC, so any year from 0 to 9999 fits; finer digits than microseconds are cut off and
+// reported as such. A time that names no zone is counted as if it were UTC.
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "app/table/TimePattern.h"
+#include "app/table/TimeWalker.h"
 
 namespace app {
 
-using Microseconds = std::int64_t;
-constexpr Microseconds kSecond = 1000000;
-
-enum class TimeForm { None, Iso, EpochSeconds, EpochMilliseconds, Custom };
-
-struct ReadTime {
-    Microseconds at = 0;
-    bool hasZone = false;
-    bool cut = false;  // digits beyond the microsecond were not zero
+enum class TimeForm {
+    None,
+    Iso,
+    DayFirst,
+    MonthFirst,
+    Compact,
+    EpochSeconds,
+    EpochMilliseconds,
+    EpochMicroseconds,
+    Custom,  // a pattern
+    Fields   // year, month, ... in columns of their own
 };
 
-// ISO 8601: YYYY-MM-DD, then after T or one blank HH:MM, HH:MM:SS or with a fraction after . or , and then
-// nothing, Z, or an offset +HH, +HHMM, +HH:MM. Slashes may stand for the hyphens of the date. A time without
-// zone is taken as it stands, as if it were UTC.
-bool ReadIsoTime(std::string_view text, ReadTime& time);
+// The names of the forms on the command line, and what people call them.
+struct NamedTimeForm {
+    TimeForm form;
+    const char* name;
+    const char* meaning;
+};
+constexpr NamedTimeForm kTimeFormNames[] = {
+    {TimeForm::Iso, "iso", "year-month-day, ISO 8601 (2024-03-14T08:00)"},
+    {TimeForm::DayFirst, "dmy", "day, month, year (14.03.2024 08:00)"},
+    {TimeForm::MonthFirst, "mdy", "month, day, year (03/14/2024 8:00 AM)"},
+    {TimeForm::Compact, "compact", "digits only (20240314T0800)"},
+    {TimeForm::EpochSeconds, "epoch", "seconds since 1970"},
+    {TimeForm::EpochMilliseconds, "epoch-ms", "milliseconds since 1970"},
+    {TimeForm::EpochMicroseconds, "epoch-us", "microseconds since 1970"},
+    {TimeForm::None, "number", "plain numbers"},
+};
+// Its row; none for a form with % fields.
+const NamedTimeForm* FindTimeForm(const std::string& name);
+constexpr bool IsEpoch(TimeForm form) {
+    return form == TimeForm::EpochSeconds || form == TimeForm::EpochMilliseconds ||
+           form == TimeForm::EpochMicroseconds;
+}
+const char* NameOf(TimeForm form);  // "" for Custom and Fields
 
-// Reads cells of one column in its form.
+// ISO 8601: YYYY-MM-DD or the day of the year YYYY-DDD, then after T or a blank a clock as below. Slashes and
+// points may stand for the hyphens of the date, and months be named.
+bool ReadIsoTime(std::string_view text, ReadTime& time);
+// A date of this form and, behind T, a blank or a comma, a clock: H:MM, H:MM:SS or with a fraction after . or
+// ",", with AM or PM, and then nothing, Z, UTC, or an offset +HH, +HHMM, +HH:MM.
+bool ReadTimeOf(TimeForm form, std::string_view text, ReadTime& time);
+// A clock alone, as a length from midnight.
+bool ReadClockAlone(std::string_view text, ReadTime& time);
+
+// What one of several columns says about a time.
+enum class TimeRole { Date, Clock, Year, Month, Day, DayOfYear, Hour, HourMinute, Minute, Second };
+struct TimePart {
+    int field = 0;
+    TimeRole role = TimeRole::Date;
+};
+
+// Reads cells of one column in its form, or of several that compose a time.
 class TimeReader {
   public:
-    TimeReader(TimeForm form, std::string customFormat, char decimalSign);
-    ~TimeReader();
-    TimeReader(TimeReader&&) noexcept;
-    TimeReader& operator=(TimeReader&&) noexcept;
+    // `customFormat` has been compiled before without fault.
+    TimeReader(TimeForm form, const std::string& customFormat, char decimalSign,
+               std::vector<TimePart> parts = {});
     TimeForm Form() const { return form_; }
     bool Read(std::string_view text, ReadTime& time) const;
+    // `cells` are those of the parts, in their order. A pattern reads them joined by blanks.
+    bool ReadParts(const std::vector<std::string>& cells, ReadTime& time) const;
 
   private:
-    bool ReadCustom(std::string_view text, ReadTime& time) const;
-
     TimeForm form_;
-    std::string customFormat_;
+    TimePattern pattern_;
+    std::vector<TimePart> parts_;
     char decimalSign_;
-    struct Scratch;
-    std::unique_ptr<Scratch> scratch_;  // the stream that custom forms are read through
 };
 
 // 2013-12-02T21:15:00, with a fraction where there is one and Z when `zone`.

@@ -165,13 +165,12 @@ void ImportDialog::ShowRows(const Layout& layout) {
     Row heading;
     for (const Column& column : layout.columns) heading.emplace_back(Titled(column));
     preview.push_back(heading);
-    Records records(sample_.bytes, layout.delimiter, layout.begin);
+    Records records(sample_.bytes, layout.delimiter, layout.dataBegin);
     Record record;
     Row row;
-    int headings = layout.hasHeader + layout.hasUnitsRow;
     while (preview.size() < kPreviewRows &&
            records.Next(record, [&](int, std::string_view cell) { row.emplace_back(cell); })) {
-        if (record.kind == Record::Row && headings-- <= 0) preview.push_back(row);
+        if (record.kind == Record::Row) preview.push_back(row);
         row.clear();
     }
 }
