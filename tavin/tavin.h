@@ -52,5 +52,8 @@
 #include "views/CViewUpdate.h"
 #include "views/CXYGraphView.h"
 #include "views/CZoomInfo.h"
+#include "views/GestureOverlay.h"
+#include "views/GraphCommands.h"
+#include "views/GraphMouseMode.h"
 #include "views/KRuler.h"
 #include "views/KViewEx.h"

@@ -45,6 +45,7 @@ CXYGraphView::CXYGraphView(CString name, bool independent, int menu, unsigned lo
 CXYGraphView::~CXYGraphView() = default;
 
 void CXYGraphView::Init(IPointSource* source) {
+    AddOwnModes();
     CXYGraphView::UpdateColors();
     AddSource(source, true);
 }

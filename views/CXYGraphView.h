@@ -8,11 +8,12 @@
 // Without a window: give the view its series, call OnInitialUpdate, then DrawOn.
 //
 // The sources: CXYGraphView (series, pages, caption), ...Layout (mapping, margins), ...Drawing (the picture),
-// ...Axes, ...Legend, ...Zoom, ...Mouse, ...Commands, ...Settings.
+// ...Axes, ...Legend, ...Zoom, ...Mouse, ...Modes, ...Commands, ...Settings.
 #pragma once
 
 #include <functional>
 #include <list>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -25,7 +26,10 @@
 #include "settings/CTiledLayoutProperties.h"
 #include "views/CCarthesian.h"
 #include "views/CViewUpdate.h"
+#include "views/GestureOverlay.h"
+#include "views/GraphCommands.h"
 #include "views/GraphLayout.h"
+#include "views/GraphMouseMode.h"
 #include "views/GraphZoom.h"
 #include "views/KRuler.h"
 #include "views/KViewEx.h"
@@ -59,14 +63,6 @@ class CXYGraphView : public KViewEx {
         RulerArmed = 16,
         RulerDragging = 17,
     };
-    enum ZoomCommand : unsigned int {
-        CmdZoomMode = 50000,
-        CmdZoomIn = 50001,
-        CmdZoomOut = 50002,
-        CmdZoomAll = 50003,
-        CmdZoomExtent = 50004,
-        CmdZoomBack = 50005,
-    };
 
     CXYGraphView();
     // The first four as KViewEx takes them. `legendValues`: the legend shows names (0) or names with the
@@ -94,10 +90,15 @@ class CXYGraphView : public KViewEx {
     void OnViewNextPage();
     void OnViewPrevPage();
 
-    // The listener must outlive the view.
+    // The listener must outlive the view or be removed before it ends, which it may do while it listens.
     void AddAxisChangeListener(IAxisChangeListener* listener) { listeners.push_back(listener); }
-    // Also while it is being told. A listener that dies takes itself out.
     void RemoveAxisChangeListener(IAxisChangeListener* listener) { listeners.remove(listener); }
+
+    // What the mouse does while mouseMode is `number`; replaces what it did before. Null is ignored.
+    void AddMouseMode(int number, std::shared_ptr<GraphMouseMode> mode);
+    // The mode before ends, and the new one's status text is shown. A number without a mode is that of
+    // ShowPosition.
+    void EnterMode(int number);
 
     int GetIsoAspect() const { return zoom.isoAspect; }
     void SetIsoAspect(int iso) { zoom.isoAspect = iso; }
@@ -200,6 +201,14 @@ class CXYGraphView : public KViewEx {
     void SetTiledViewportOrg(CDC* dc, CPoint firstTile, int tile) const;
     void SetTiledClipRgn(CDC* dc);
 
+    GraphMouseMode& Mode() const;
+    // Takes away what a gesture has inverted on the window.
+    void HideGesture();
+    // The plot that the gesture began in, in device units.
+    CRect GestureClip(const CDC& preparedDc) const;
+    // Shows the stored point under a client point in the status bar.
+    void ShowPositionOf(CPoint point);
+
     // The ruler on a client context, inverted so that drawing it again erases it.
     bool StartRuler(CDC* dc, CPoint point);
     bool RulerTo(CDC* dc, CPoint point);
@@ -224,9 +233,10 @@ class CXYGraphView : public KViewEx {
     CPen dottedPen;
     CPen rulerPen;
     KRuler ruler;
-    KRuler rulerOnScreen;  // as the drag drew it last: the type changes with Ctrl
     bool rulerVisible = false;
     int mouseMode = ShowPosition;
+    GestureOverlay gesture;
+    CPoint gestureStart;                       // where the drag began, device units
     CRect zoomRect;                            // device pixels, corners as dragged
     std::optional<CPoint> lastMiddlePosition;  // of the middle button held
     int titleBarOff = 0;
@@ -267,9 +277,13 @@ class CXYGraphView : public KViewEx {
     CString LegendText(IPointSource* source, int i);
     void DrawRulerOverlay(CDC& dc);
 
-    void MoveZoomRect(CPoint point);
-    void DrawZoomRect();
+    class PositionMode;
+    class ZoomRectMode;
+    class RulerMode;
+    void AddOwnModes();
+    void ShowZoomRect();
     void EndZoomRect(CPoint point);
+    void ShowRuler(CDC& dc);
     void PanTo(CDC& dc, CPoint point);
     void ShowRulerText();
     CString RulerText() const;
@@ -277,7 +291,9 @@ class CXYGraphView : public KViewEx {
     std::optional<int> ScrollTarget(int bar, UINT code, UINT position) const;
 
     PointPyramids pyramids;  // of the shown series, while only the view moves
+    std::map<int, std::shared_ptr<GraphMouseMode>> modes;
     bool updateMissed = false;
     CSizeEx tickSpacing;
+    PlotMargins plotMargins;
     CString viewName;  // what GetViewName returned last
 };

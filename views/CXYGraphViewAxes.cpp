@@ -18,12 +18,6 @@ int Across(int position, int start, int end) {
     return position == kEnd ? end : start + (end - start) / 2;
 }
 
-// The middle of a label on its tick, moved in just so far that the edge of the area does not cut the label.
-int WholeWithin(const CRect& area, int tick, int width) {
-    const int half = (width + 1) / 2;
-    return std::max(std::min(tick, area.right - half), area.left + half);
-}
-
 void Line(CDC& dc, int x1, int y1, int x2, int y2) {
     dc.MoveTo(x1, y1);
     dc.LineTo(x2, y2);
@@ -98,15 +92,19 @@ void CXYGraphView::DrawXAxis(CDC& dc, const PlotMap& map, const CRect& plot,
     const CSize mm = LogicalSize(dc, 100, 100);
     const int y = Across(axes.XAxisPos, plot.top, plot.bottom);
     const bool labelsAbove = axes.XAxisPos == kStart;
-    const CRect area = DrawingArea();
     Line(dc, plot.left, y, plot.right, y);
     dc.SetTextAlign(TA_CENTER | (labelsAbove ? TA_BASELINE : TA_TOP));
-    CString label;
-    for (const double value : ticks) {
-        const int x = map.X(coordinates.WorldToDeviceX(value));
+    std::vector<CString> labels(ticks.size());
+    std::vector<LabelSpan> spans;
+    for (std::size_t i = 0; i < ticks.size(); ++i) {
+        const int x = map.X(coordinates.WorldToDeviceX(ticks[i]));
         Line(dc, x, y - mm.cy, x, y + mm.cy);
-        FormatXLabel(label, value);
-        dc.TextOut(WholeWithin(area, x, dc.GetTextExtent(label).cx), labelsAbove ? y - mm.cy : y + mm.cy,
-                   label);
+        FormatXLabel(labels[i], ticks[i]);
+        spans.push_back({x, static_cast<int>(dc.GetTextExtent(labels[i]).cx)});
     }
+    const CRect area = DrawingArea();
+    KeepWhole(spans, std::max(area.left, SubtractSaturated(plot.left, plotMargins.left)),
+              std::min(area.right, AddSaturated(plot.right, plotMargins.right)));
+    for (std::size_t i = 0; i < ticks.size(); ++i)
+        dc.TextOut(spans[i].centre, labelsAbove ? y - mm.cy : y + mm.cy, labels[i]);
 }

@@ -4,11 +4,11 @@
 
 const CommandRow<CXYGraphView> CXYGraphView::kCommands[] = {
     {CmdZoomMode, CmdZoomBack, &CXYGraphView::OnZoom, &CXYGraphView::OnUpdateZoom},
-    {50021, 50021, &CXYGraphView::OnModeEscape},
-    {50022, 50022, &CXYGraphView::OnToggleLegend, &CXYGraphView::OnUpdateToggleLegend},
-    {50028, 50028, &CXYGraphView::OnCreateRuler, &CXYGraphView::OnUpdateCreateRuler},
-    {50030, 50030, &CXYGraphView::OnTitleBarOnOff, &CXYGraphView::OnUpdateTitleBarOnOff},
-    {50034, 50034, &CXYGraphView::OnToggleIsoAspect, &CXYGraphView::OnUpdateToggleIsoAspect},
+    {CmdModeEscape, CmdModeEscape, &CXYGraphView::OnModeEscape},
+    {CmdToggleLegend, CmdToggleLegend, &CXYGraphView::OnToggleLegend, &CXYGraphView::OnUpdateToggleLegend},
+    {CmdCreateRuler, CmdCreateRuler, &CXYGraphView::OnCreateRuler, &CXYGraphView::OnUpdateCreateRuler},
+    {CmdTitleBar, CmdTitleBar, &CXYGraphView::OnTitleBarOnOff, &CXYGraphView::OnUpdateTitleBarOnOff},
+    {CmdIsoAspect, CmdIsoAspect, &CXYGraphView::OnToggleIsoAspect, &CXYGraphView::OnUpdateToggleIsoAspect},
 };
 
 bool CXYGraphView::OnCmdMsg(UINT id, CCmdUI* update) {
@@ -21,7 +21,7 @@ void CXYGraphView::OnUpdateZoom(CCmdUI* state) {
 }
 
 void CXYGraphView::OnModeEscape() {
-    mouseMode = ShowPosition;
+    EnterMode(ShowPosition);
     Redraw();
     CatchUp();
 }
@@ -35,7 +35,7 @@ void CXYGraphView::OnUpdateToggleLegend(CCmdUI* state) { state->SetCheck(showLeg
 
 void CXYGraphView::OnCreateRuler() {
     const bool inUse = rulerVisible || mouseMode == RulerArmed || mouseMode == RulerDragging;
-    mouseMode = inUse ? ShowPosition : RulerArmed;
+    EnterMode(inUse ? ShowPosition : RulerArmed);
     rulerVisible = false;
     Invalidate(FALSE);
     CatchUp();

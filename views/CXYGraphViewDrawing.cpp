@@ -91,6 +91,7 @@ void CXYGraphView::TellListeners() {
     axisChange.fromX = zoom.Current().originX;
     axisChange.toX = axisChange.fromX + zoom.viewExtent.cx;
     axisChange.unitX = axes.UnitX;
+    // A listener may take itself, or another one, out of the list.
     const std::list<IAxisChangeListener*> told = listeners;
     for (IAxisChangeListener* const listener : told)
         if (std::find(listeners.begin(), listeners.end(), listener) != listeners.end())
@@ -105,14 +106,10 @@ int CXYGraphView::DrawAfterBitmap(CDC* dc) {
         if (rulerVisible) DrawRulerOverlay(*dc);
     }
     dc->SetViewportOrg(firstTile.x, firstTile.y);
-    // The paint took away a ruler that is being dragged: back with it, for the next move will invert it
-    // again.
-    if (mouseMode == RulerDragging && !DrawsElsewhere()) {
-        const Selected usePen(*dc, rulerPen);
-        const SelectedStock noFill(*dc, NULL_BRUSH);
-        const SelectedRop2 inverting(*dc, R2_NOT);
-        rulerOnScreen.Draw(dc);
-    }
+    if (DrawsElsewhere()) return 1;
+    Mode().DrawOverlay(*dc);
+    // The paint took away what a gesture had inverted: the next move will invert it again.
+    gesture.Repainted(*dc, GestureClip(*dc));
     return 1;
 }
 
@@ -121,12 +118,19 @@ void CXYGraphView::DrawRulerOverlay(CDC& dc) {
     const CPoint end = ruler.getEnd();
     CPoint right = start.x > end.x ? start : end;
     dc.LPtoDP(&right);
-    {
+    const CRect plot = PlotMap(dc).Area();
+    // The text of a ruler that was scrolled away would stand alone.
+    if (right.x >= plot.left && right.x <= plot.right && right.y >= plot.top && right.y <= plot.bottom) {
         const PixelSpace pixels(dc);
         const CString text = RulerText();
         dc.TextOut(AddSaturated(right.x, dc.GetTextExtent(text).cy), right.y, text);
     }
-    const Selected usePen(dc, rulerPen);
-    const SelectedStock noFill(dc, NULL_BRUSH);
+    const int unclipped = dc.SaveDC();
+    CRgn region;
+    region.CreateRectRgnIndirect(&plot);
+    dc.SelectClipRgn(&region);
+    dc.SelectObject(&rulerPen);
+    dc.SelectStockObject(NULL_BRUSH);
     ruler.Draw(&dc);
+    dc.RestoreDC(unclipped);
 }

@@ -38,7 +38,8 @@ void CXYGraphView::OnPrepareDC(CDC* dc, CPrintInfo* info) {
     const CRect tile(area.left, area.top, AddSaturated(area.left, tileSize.cx),
                      AddSaturated(area.top, tileSize.cy));
     SetCoordinates();
-    SetStoredMapping(*dc, PlotAreaOf(tile, Margins(*dc, tile)));
+    plotMargins = Margins(*dc, tile);
+    SetStoredMapping(*dc, PlotAreaOf(tile, plotMargins));
     ShowScrollPosition();
 }
 
@@ -64,10 +65,12 @@ void CXYGraphView::SetStoredMapping(CDC& dc, const CRect& plot) {
 }
 
 // The texts of the labels depend on the spacing of the ticks, which depends on the room that the texts leave:
-// a few rounds find spacing and margins that fit each other.
+// a few rounds find spacing and margins that fit each other. They start from the same state each time, so
+// that a window's ticks do not depend on the sizes that it had before.
 PlotMargins CXYGraphView::Margins(CDC& dc, const CRect& tile) {
     const PixelSpace pixels(dc);
     PlotMargins margins;
+    tickSpacing = {};
     for (int round = 0; round < kLayoutRounds; ++round) {
         const CSize yLabel = LargestYLabel(dc);
         margins = MarginsFor(yLabel, axes.YAxisPos);

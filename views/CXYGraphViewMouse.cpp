@@ -1,40 +1,12 @@
-// Mouse and keys of the graph view: the zoom rectangle, the ruler, panning and the read-outs.
-#include <algorithm>
+// Mouse and keys of the graph view: its modes take the left button, the rest is the same in all of them.
 #include <cstdlib>
-#include <utility>
 
-#include "platform/gdi/Selected.h"
 #include "platform/window/CClientDC.h"
 #include "platform/window/CFrameWnd.h"
 #include "platform/window/CWindowApp.h"
-#include "platform/window/Cursor.h"
 #include "views/CXYGraphView.h"
 
 namespace {
-
-// While Ctrl is held a ruler keeps to an axis.
-class RulerAlongAxis {
-  public:
-    RulerAlongAxis(KRuler& ruler, UINT flags) : ruler_(ruler), type_(ruler.getType()) {
-        if (flags & MK_CONTROL) ruler.setType(KRuler::AxisLine);
-    }
-    ~RulerAlongAxis() { ruler_.setType(type_); }
-    RulerAlongAxis(const RulerAlongAxis&) = delete;
-    RulerAlongAxis& operator=(const RulerAlongAxis&) = delete;
-
-  private:
-    KRuler& ruler_;
-    KRuler::RulerType type_;
-};
-
-// Inverts what it draws, so that drawing a ruler again erases it.
-struct RulerInk {
-    RulerInk(CDC& dc, CPen& pen) : usePen(dc, pen), noFill(dc, NULL_BRUSH), inverting(dc, R2_NOT) {}
-
-    const Selected<CPen> usePen;
-    const SelectedStock noFill;
-    const SelectedRop2 inverting;
-};
 
 // Pixels to stored units, in whole units.
 int ScaledDelta(int pixels, int windowExtent, int viewportExtent) {
@@ -46,33 +18,14 @@ int ScaledDelta(int pixels, int windowExtent, int viewportExtent) {
 
 void CXYGraphView::OnMouseMove(UINT flags, CPoint point) {
     lastMousePosition = point;
-    CClientDC dc(this);
-    OnPrepareDC(&dc);
-    switch (mouseMode) {
-        case ShowPosition:
-        case RulerArmed: {
-            CPoint stored = point;
-            dc.DPtoLP(&stored);
-            stored += offset;
-            SetPositionText(stored);
-            break;
-        }
-        case ZoomDragging:
-            MoveZoomRect(point);
-            break;
-        case RulerDragging: {
-            const RulerAlongAxis bent(ruler, flags);
-            RulerTo(&dc, point);
-            ShowRulerText();
-            break;
-        }
-        default:
-            break;
-    }
-    if (flags & MK_MBUTTON)
+    Mode().Move(flags, point);
+    if (flags & MK_MBUTTON) {
+        CClientDC dc(this);
+        OnPrepareDC(&dc);
         PanTo(dc, point);
-    else
+    } else {
         lastMiddlePosition.reset();
+    }
 }
 
 void CXYGraphView::SetPositionText(CPoint& point) {
@@ -82,12 +35,6 @@ void CXYGraphView::SetPositionText(CPoint& point) {
     text.Format("(%.3lf %s, %.3lf %s)", point.x / scaleX, axes.UnitX.GetString(), point.y / scaleY,
                 axes.UnitY.GetString());
     frame->SetMessageText(text);
-}
-
-CString CXYGraphView::RulerText() const { return rulerText ? rulerText(ruler) : ruler.ToString(); }
-
-void CXYGraphView::ShowRulerText() {
-    if (CFrameWnd* const frame = GetParentFrame()) frame->SetMessageText("Ruler: " + RulerText());
 }
 
 void CXYGraphView::PanTo(CDC& dc, CPoint point) {
@@ -107,92 +54,18 @@ void CXYGraphView::PanTo(CDC& dc, CPoint point) {
 void CXYGraphView::OnLButtonDown(UINT flags, CPoint point) {
     KViewEx::OnLButtonDown(flags, point);
     if ((flags & MK_CONTROL) && !(flags & MK_SHIFT) && mouseMode == ShowPosition) {
-        mouseMode = RulerArmed;
+        EnterMode(RulerArmed);
         rulerVisible = false;
         Invalidate(FALSE);
-    } else if (mouseMode == ZoomArmed) {
-        zoomRect = {point.x, point.y, point.x, point.y};
-        mouseMode = ZoomDragging;
+    } else {
+        Mode().Down(flags, point);
     }
 }
 
 void CXYGraphView::OnLButtonUp(UINT flags, CPoint point) {
     KViewEx::OnLButtonUp(flags, point);
-    CClientDC dc(this);
-    if (mouseMode == ZoomDragging) {
-        EndZoomRect(point);
-    } else if (mouseMode == RulerArmed) {
-        mouseMode = StartRuler(&dc, point) ? RulerDragging : ShowPosition;
-    } else if (mouseMode == RulerDragging) {
-        const RulerAlongAxis bent(ruler, flags);
-        rulerVisible = EndRuler(&dc, point);
-        Invalidate(FALSE);
-        mouseMode = ShowPosition;
-    }
+    Mode().Up(flags, point);
     CatchUp();
-}
-
-// The gaps of the dotted pen are drawn too, in the background colour: that is what shows under XOR.
-void CXYGraphView::DrawZoomRect() {
-    // Where the drag began nothing was drawn yet.
-    if (zoomRect.left == zoomRect.right && zoomRect.top == zoomRect.bottom) return;
-    CClientDC dc(this);
-    const Selected usePen(dc, dottedPen);
-    const SelectedStock noFill(dc, NULL_BRUSH);
-    const SelectedRop2 inXor(dc, R2_XORPEN);
-    dc.Rectangle(zoomRect);
-}
-
-void CXYGraphView::MoveZoomRect(CPoint point) {
-    DrawZoomRect();
-    zoomRect.right = point.x;
-    zoomRect.bottom = point.y;
-    DrawZoomRect();
-}
-
-void CXYGraphView::EndZoomRect(CPoint point) {
-    DrawZoomRect();
-    zoomRect.right = point.x;
-    zoomRect.bottom = point.y;
-    CClientDC dc(this);
-    OnPrepareDC(&dc);
-    CPoint corners[] = {{zoomRect.left, zoomRect.top}, {zoomRect.right, zoomRect.bottom}};
-    dc.DPtoLP(corners, 2);
-    const auto [left, right] = std::minmax(corners[0].x, corners[1].x);
-    const auto [top, bottom] = std::minmax(corners[0].y, corners[1].y);
-    zoom.ShowRectangle({left, top, right, bottom}, {std::abs(zoomRect.Width()), std::abs(zoomRect.Height())},
-                       NewestSample());
-    SetScrollSizes();
-    mouseMode = ZoomArmed;
-    if (SendZoom()) RedrawMoved();
-}
-
-bool CXYGraphView::StartRuler(CDC* dc, CPoint point) {
-    OnPrepareDC(dc);
-    dc->DPtoLP(&point);
-    ruler.StartRuler(point);
-    rulerOnScreen = ruler;
-    return true;
-}
-
-bool CXYGraphView::RulerTo(CDC* dc, CPoint point) {
-    OnPrepareDC(dc);
-    const RulerInk ink(*dc, rulerPen);
-    dc->DPtoLP(&point);
-    rulerOnScreen.Draw(dc);
-    ruler.RulerTo(dc, point);
-    ruler.Draw(dc);
-    rulerOnScreen = ruler;
-    return true;
-}
-
-bool CXYGraphView::EndRuler(CDC* dc, CPoint point) {
-    OnPrepareDC(dc);
-    const RulerInk ink(*dc, rulerPen);
-    dc->DPtoLP(&point);
-    rulerOnScreen.Draw(dc);
-    ruler.RulerTo(dc, point);
-    return ruler.EndRuler(point);
 }
 
 BOOL CXYGraphView::OnMouseWheel(UINT, short delta, CPoint point) {
@@ -220,6 +93,6 @@ void CXYGraphView::OnKeyUp(UINT key, UINT repeat, UINT flags) {
 }
 
 BOOL CXYGraphView::OnSetCursor(CWnd*, UINT, UINT) {
-    ::SetCursor(mouseMode == ShowPosition ? IDC_ARROW : IDC_CROSS);
+    ::SetCursor(Mode().Cursor());
     return TRUE;
 }

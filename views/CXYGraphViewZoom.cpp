@@ -49,9 +49,9 @@ void CXYGraphView::RunZoomCommand(unsigned int command, CPoint about) {
     switch (command) {
         case CmdZoomMode:
             if (mouseMode == ShowPosition)
-                mouseMode = ZoomArmed;
+                EnterMode(ZoomArmed);
             else if (mouseMode == ZoomArmed || mouseMode == ZoomDragging)
-                mouseMode = ShowPosition;
+                EnterMode(ShowPosition);
             break;
         case CmdZoomIn:
             zoom.Step(ZoomWay::In, step, about);
@@ -199,7 +199,7 @@ void CXYGraphView::OnUpdate(CView* sender, long hint, CObject* hintObject) {
         TakeUpdate(static_cast<const CViewUpdate&>(*hintObject));
     pyramids.Clear();
     // Nothing disturbs a drag; CatchUp follows it.
-    updateMissed = mouseMode == ZoomDragging || mouseMode == RulerDragging;
+    updateMissed = Mode().IsDragging();
     if (updateMissed) return;
     if (IPointSource* const primary = PrimarySource()) {
         SetPrimaryData(primary);

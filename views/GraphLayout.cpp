@@ -65,6 +65,20 @@ CPoint LegendPosition(CPoint corner, CSize plot, CSize legend, int lines, int xA
     return {atRight ? SaturateToInt32(right) : corner.x, atBottom ? SaturateToInt32(lowest) : corner.y};
 }
 
+void KeepWhole(std::vector<LabelSpan>& labels, int left, int right) {
+    if (labels.empty()) return;
+    const auto begin = [](const LabelSpan& label) { return label.centre - label.width / 2; };
+    const auto end = [&](const LabelSpan& label) { return begin(label) + label.width; };
+    const std::size_t count = labels.size();
+    LabelSpan& first = labels.front();
+    const int moveRight = left - begin(first);
+    if (moveRight > 0 && (count < 2 || end(first) + moveRight < begin(labels[1]))) first.centre += moveRight;
+    LabelSpan& last = labels.back();
+    const int moveLeft = end(last) - right;
+    if (moveLeft > 0 && (count < 2 || begin(last) - moveLeft > end(labels[count - 2])))
+        last.centre -= moveLeft;
+}
+
 PlotMap::PlotMap(const CDC& dc)
     : windowOrg_(dc.GetWindowOrg()),
       windowExt_(dc.GetWindowExt()),

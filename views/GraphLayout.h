@@ -2,6 +2,8 @@
 // unless said otherwise; the view measures texts and paints.
 #pragma once
 
+#include <vector>
+
 #include "platform/core/Geometry.h"
 
 class CDC;
@@ -37,6 +39,15 @@ struct TileGrid {
 // The top left corner of a legend of `lines` lines: in the corner of the plot that is away from the axes.
 // `corner` is the plot's top left, `legend` the widest line and the height of one.
 CPoint LegendPosition(CPoint corner, CSize plot, CSize legend, int lines, int xAxisPos, int yAxisPos);
+
+// A label that stands over or under the middle `centre`.
+struct LabelSpan {
+    int centre = 0;
+    int width = 0;
+};
+// Moves the first and the last label in so far that the sides of the area do not cut them, where their
+// neighbours leave that much room. Labels in the order of their places.
+void KeepWhole(std::vector<LabelSpan>& labels, int left, int right);
 
 // From logical coordinates to pixels without rounding in between, as the context's mapping is now.
 class PlotMap {

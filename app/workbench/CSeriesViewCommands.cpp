@@ -68,7 +68,7 @@ void CSeriesView::OnUpdatePage(CCmdUI* state) {
 void CSeriesView::OnRulerType(UINT id) {
     ruler.setType(KRuler::RulerType(id - kRulerFree));
     rulerVisible = false;
-    mouseMode = RulerArmed;
+    EnterMode(RulerArmed);
     Invalidate(FALSE);
 }
 

@@ -34,10 +34,10 @@ constexpr UINT kReadAgain = 33123;
 constexpr UINT kShortcuts = 33124;
 constexpr UINT kCloseAll = 33125;
 
-constexpr UINT kModeEscape = 50021;
-constexpr UINT kLegend = 50022;
-constexpr UINT kRuler = 50028;
-constexpr UINT kTitleBar = 50030;
-constexpr UINT kIsoAspect = 50034;
+constexpr UINT kModeEscape = CmdModeEscape;
+constexpr UINT kLegend = CmdToggleLegend;
+constexpr UINT kRuler = CmdCreateRuler;
+constexpr UINT kTitleBar = CmdTitleBar;
+constexpr UINT kIsoAspect = CmdIsoAspect;
 
 }  // namespace app

@@ -20,12 +20,12 @@ constexpr CommandResource kCommands[] = {
     {ID_FILE_PRINT_PREVIEW, "Print pre&view", "Show the view as it will be printed", "preview"},
     {ID_APP_EXIT, "E&xit\tCtrl+Q", "End the program"},
 
-    {50003, "Show &everything\tF", "Zoom to everything", "fit"},
-    {50004, "Zoom to the &data", "Zoom to the extent of the first series", "extent"},
-    {50001, "Zoom &in\t+", "Zoom in; hold X or Y for that axis only", "zoom-in"},
-    {50002, "Zoom &out\t-", "Zoom out; hold X or Y for that axis only", "zoom-out"},
-    {50005, "Zoom &back\tBackspace", "Back to what was shown before the last zoom", "zoom-back"},
-    {50000, "&Zoom rectangle\tZ", "Draw a rectangle to zoom to", "zoom-rect"},
+    {CmdZoomAll, "Show &everything\tF", "Zoom to everything", "fit"},
+    {CmdZoomExtent, "Zoom to the &data", "Zoom to the extent of the first series", "extent"},
+    {CmdZoomIn, "Zoom &in\t+", "Zoom in; hold X or Y for that axis only", "zoom-in"},
+    {CmdZoomOut, "Zoom &out\t-", "Zoom out; hold X or Y for that axis only", "zoom-out"},
+    {CmdZoomBack, "Zoom &back\tBackspace", "Back to what was shown before the last zoom", "zoom-back"},
+    {CmdZoomMode, "&Zoom rectangle\tZ", "Draw a rectangle to zoom to", "zoom-rect"},
     {kIsoAspect, "E&qual scales", "The same distance per pixel on both axes"},
     {kRuler, "&Ruler\tR", "Measure a distance", "ruler"},
     {kRulerFree, "&Free line", "The ruler goes from any point to any other"},
@@ -78,12 +78,12 @@ constexpr MenuResource kMenuBetween[] = {
     MenuItem(ID_APP_EXIT),
     MenuEnd(),
     MenuPopup("&View"),
-    MenuItem(50003),
-    MenuItem(50004),
-    MenuItem(50001),
-    MenuItem(50002),
-    MenuItem(50005),
-    MenuItem(50000),
+    MenuItem(CmdZoomAll),
+    MenuItem(CmdZoomExtent),
+    MenuItem(CmdZoomIn),
+    MenuItem(CmdZoomOut),
+    MenuItem(CmdZoomBack),
+    MenuItem(CmdZoomMode),
     MenuItem(kIsoAspect),
     MenuSeparator(),
     MenuItem(kRuler),
@@ -135,9 +135,9 @@ constexpr MenuResource kMenuAfter[] = {
 
 constexpr MenuResource kContextMenu[] = {
     MenuPopup("View"),
-    MenuItem(50003),
-    MenuItem(50005),
-    MenuItem(50000),
+    MenuItem(CmdZoomAll),
+    MenuItem(CmdZoomBack),
+    MenuItem(CmdZoomMode),
     MenuSeparator(),
     MenuItem(kRuler),
     MenuItem(kLegend),
@@ -153,9 +153,10 @@ constexpr MenuResource kContextMenu[] = {
     MenuEnd(),
 };
 
-constexpr UINT kToolBar[] = {
-    ID_FILE_OPEN, kExport, ID_FILE_PRINT, 0,      50003, 50001,           50002,      50005, 50000, 0,
-    kRuler,       kLegend, kGrid,         kTiles, 0,     kPreviousSeries, kNextSeries};
+constexpr UINT kToolBar[] = {ID_FILE_OPEN,    kExport,    ID_FILE_PRINT, 0,           CmdZoomAll,
+                             CmdZoomIn,       CmdZoomOut, CmdZoomBack,   CmdZoomMode, 0,
+                             kRuler,          kLegend,    kGrid,         kTiles,      0,
+                             kPreviousSeries, kNextSeries};
 
 constexpr IconResource kIcons[] = {
     {"application", "M 2 2 L 2 14 L 14 14 M 3 11 L 6 6 L 9 9 L 13 3"},
