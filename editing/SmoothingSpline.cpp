@@ -53,6 +53,7 @@ bool IsUsableScale(double scale) {
 
 // Wave length and time unit together, so that the fit stays the same.
 bool BringIntoRange(SplineWork& work, double& waveLength, double& tScale) {
+    if (!(waveLength >= 0 && tScale > 0)) return false;
     // Anything stiffer than this gives the least-squares line to the last digit.
     constexpr double kFinestUnit = 1e150;
     while (waveLength > kLongestWave && tScale < kFinestUnit) {
@@ -60,7 +61,7 @@ bool BringIntoRange(SplineWork& work, double& waveLength, double& tScale) {
         tScale *= 10.0;
         work.minimumSpacing *= 0.1;
     }
-    return waveLength >= 0 && tScale > 0;
+    return true;
 }
 
 void FillWork(SplineWork& work, const CPoint* data, const int* z, int count, double tScale, double yScale,

@@ -297,7 +297,9 @@ Problem PoseProblem(const SplineWork& work, int n) {
     double span = std::fabs(t[n - 1] - t[0]);
     if (!(span > 0 && std::isfinite(span))) span = least * (n - 1);
     const double unit = std::max(span / (n - 1), least);
-    const double stiffness = std::pow(work.waveLength / kTwoPi, 4) * (n / span);
+    // n / span may be infinite.
+    const double fourth = std::pow(work.waveLength / kTwoPi, 4);
+    const double stiffness = fourth > 0 ? fourth * (n / span) : 0.0;
     const double lambda = stiffness / unit / unit / unit;
     const double v = 1 / (lambda + 1);
     return {t, n, least, 1 / unit, v, std::isfinite(lambda) ? lambda * v : 1.0};

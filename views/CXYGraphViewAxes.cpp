@@ -1,6 +1,7 @@
 // The axes of the graph view. Everything is placed in pixels, so that strokes and texts keep their size
 // however far one zooms in.
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "platform/gdi/Selected.h"
@@ -38,12 +39,12 @@ void CXYGraphView::DrawTicks(CDC& dc, const PlotMap& map, const CRect& plot) {
     const CZoomInfo& shown = zoom.Current();
     const CSize extent = zoom.viewExtent;
     const double fromX = coordinates.DeviceToWorldX(shown.originX);
-    const double toX = coordinates.DeviceToWorldX(double{1.0} * shown.originX + std::abs(extent.cx));
+    const double toX = coordinates.DeviceToWorldX(double{1.0} * shown.originX + std::fabs(extent.cx));
     const auto xTicks =
         xTickPlaces ? xTickPlaces(fromX, toX) : TickValues(fromX, toX, tickSpacing.cx, FirstTick::Rounded);
     const auto yTicks =
         TickValues(coordinates.DeviceToWorldY(shown.originY),
-                   coordinates.DeviceToWorldY(double{1.0} * shown.originY + std::abs(extent.cy)),
+                   coordinates.DeviceToWorldY(double{1.0} * shown.originY + std::fabs(extent.cy)),
                    tickSpacing.cy, FirstTick::Truncated);
     DrawGrid(dc, map, plot, xTicks, yTicks);
     if (axes.ShowY && tickSpacing.cy != 0.0) DrawYAxis(dc, map, plot, yTicks);

@@ -59,7 +59,7 @@ void CXYGraphView::SetStoredMapping(CDC& dc, const CRect& plot) {
     const CSize extent(NotZero(zoom.viewExtent.cx), NotZero(zoom.viewExtent.cy));
     dc.SetMapMode(MM_ANISOTROPIC);
     dc.SetWindowOrg(shown.originX, shown.originY);
-    dc.SetWindowExt(extent.cx, axes.PositiveUp ? -extent.cy : extent.cy);
+    dc.SetWindowExt(extent.cx, axes.PositiveUp ? SubtractSaturated(0, extent.cy) : extent.cy);
     dc.SetViewportOrg(plot.left, axes.PositiveUp ? plot.bottom : plot.top);
     dc.SetViewportExt(plot.Width(), plot.Height());
 }

@@ -244,6 +244,11 @@ TEST(SmoothingSpline, EqualAndWildAbscissasGiveFiniteFits) {
             EXPECT_TRUE(std::isfinite(f)) << t;
         }
     }
+    // A span whose inverse is infinite; without stiffness the values are the fit all the same.
+    const std::vector<double> values{5, 3, 9, 1};
+    for (const double waveLength : {0.0, 1e-90})
+        EXPECT_EQ(Fit({0, 0, 0, 1e-308}, values, waveLength), values);
+    for (const double f : Fit({0, 0, 0, 1e-308}, values, 7)) EXPECT_TRUE(std::isfinite(f));
 }
 
 TEST(SmoothingSpline, TheLimitsOfStoredValuesSaturate) {
@@ -335,6 +340,7 @@ TEST(SmoothPoints, RefusalsChangeNothing) {
         double waveLength, tScale, yScale;
     } cases[] = {{"negative wave length", -1, 1, 1},
                  {"undefined wave length", kNaN, 1, 1},
+                 {"negative time scale and endless wave length", kInfinity, -1, 1},
                  {"time scale zero", 10, 0, 1},
                  {"time scale negative", 10, -1, 1},
                  {"time scale undefined", 10, kNaN, 1},

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "platform/window/NativeWindow.h"
+#include "tests/core/Limits.h"
 #include "tests/gdi/DrawingTest.h"
 
 namespace {
@@ -69,6 +70,15 @@ TEST_F(GraphViewTest, TheDataExtentFillsTheView) {
     EXPECT_EQ(view->zoom.Current().zoomY, 2.0f);
     EXPECT_EQ(view->zoom.Current().originX, 0);
     EXPECT_EQ(view->zoom.viewExtent, CSize(100000, 50000));
+}
+
+TEST_F(GraphViewTest, AnExtentAtTheLowestStoredUnitDraws) {
+    view->zoom.viewExtent = {kMin, kMin};
+    const int drawn = view->pictures;
+    view->stale = true;
+    view->Invalidate();
+    view->UpdateWindow();
+    EXPECT_GT(view->pictures, drawn);
 }
 
 TEST_F(GraphViewTest, ScrollBarsMoveByATwentiethAPageOrToTheThumb) {
