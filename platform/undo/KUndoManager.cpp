@@ -40,7 +40,7 @@ struct KUndoManager::Impl {
     // False, and the history as it was, without memory.
     bool Append(const void* owner, std::unique_ptr<IAction> action) try {
         History& history = histories[owner];
-        history.actions.reserve(history.done + 1);
+        if (history.done == history.actions.capacity()) history.actions.reserve(2 * history.done + 8);
         history.actions.resize(history.done);
         history.actions.push_back(std::move(action));
         history.done = history.actions.size();
