@@ -4,13 +4,14 @@ import pathlib
 import re
 import sys
 
-PLATFORM = {"platform/core", "platform/registry", "platform/undo", "platform/gdi", "platform/window",
+PLATFORM = {"platform/core", "platform/database", "platform/registry", "platform/undo", "platform/gdi", "platform/window",
             "platform/dialog", "platform/opengl"}
 
 # folder -> the folders it may include besides itself
 ARROWS = {
     "platform/core": set(),
-    "platform/registry": {"platform/core"},
+    "platform/database": set(),
+    "platform/registry": {"platform/core", "platform/database"},
     "platform/undo": {"platform/core"},
     "platform/gdi": {"platform/core"},
     "platform/window": {"platform/core", "platform/registry", "platform/gdi"},
@@ -31,7 +32,8 @@ ARROWS = {
 # Libraries that only some folders may show: the rest of the house goes through these.
 LIBRARIES = {
     r"Q[A-Z]\w*|Qt\w*/.*": {"platform/gdi", "platform/window", "platform/dialog", "platform/opengl"},
-    r"sqlite3\.h|utf8proc\.h": {"platform/registry"},
+    r"sqlite3\.h": {"platform/database"},
+    r"utf8proc\.h": {"platform/registry"},
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]')
 

@@ -7,7 +7,6 @@
 #include <cstring>
 #include <limits>
 #include <new>
-#include <optional>
 #include <vector>
 
 #include "platform/core/Rounding.h"
@@ -45,8 +44,7 @@ bool Configuration::exchange(HKEY root, const char* subKey, bool isWriting) try 
     error = ERROR_SUCCESS;
     writing = isWriting;
     key = std::make_unique<CRegKey>();
-    std::optional<RegistryTransaction> transaction;
-    if (writing) transaction.emplace();
+    RegistryTransaction transaction(writing ? TransactionFor::Writing : TransactionFor::Reading);
     error = key->Create(root, subKey, KEY_READ | KEY_WRITE);
     if (error == ERROR_SUCCESS) {
         bufferSize = kBufferSize;
@@ -56,7 +54,7 @@ bool Configuration::exchange(HKEY root, const char* subKey, bool isWriting) try 
     }
     key.reset();
     bufferSize = 0;
-    const LONG stored = transaction ? transaction->Commit() : ERROR_SUCCESS;
+    const LONG stored = transaction.Commit();
     if (error == ERROR_SUCCESS) error = stored;
     return error == ERROR_SUCCESS;
 } catch (const std::bad_alloc&) {

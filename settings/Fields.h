@@ -2,11 +2,11 @@
 //
 //   constexpr Field<CMedianFilterProperties> kFields[] = {
 //       Real("MedianFilterLength", &CMedianFilterProperties::filterLength, 20.0, "%.02f", 11.0),
-//       Bool("MedianShowSpikeWindow", &CMedianFilterProperties::showWindow, false),
+//       Int("MedianShowSpikeWindow", &CMedianFilterProperties::showWindow, 0),
 //   };
 //   void CMedianFilterProperties::LoadFromRegistry(CString section) { LoadFields(*this, kFields, section); }
 //
-// Integers, booleans and colours are kept as numbers, reals as texts in the row's printf format. A value that
+// Integers and colours are kept as numbers, reals as texts in the row's printf format. A value that
 // is missing, or a real whose text is not a finite number, leaves its field alone unless its row says what it
 // reads as. Members that no row names are the set's own affair.
 #pragma once
@@ -26,8 +26,7 @@ namespace settings {
 
 template <class Set>
 struct Field {
-    using Member =
-        std::variant<int Set::*, bool Set::*, COLORREF Set::*, float Set::*, double Set::*, CString Set::*>;
+    using Member = std::variant<int Set::*, COLORREF Set::*, float Set::*, double Set::*, CString Set::*>;
     const char* name;
     Member member;
     double reset = 0.0;
@@ -39,10 +38,6 @@ struct Field {
 template <class Set>
 constexpr Field<Set> Int(const char* name, int Set::*member, int reset, std::optional<int> missing = {}) {
     return {name, member, static_cast<double>(reset), "", nullptr, missing};
-}
-template <class Set>
-constexpr Field<Set> Bool(const char* name, bool Set::*member, bool reset) {
-    return {name, member, reset ? 1.0 : 0.0, "", nullptr, {}};
 }
 template <class Set>
 constexpr Field<Set> Color(const char* name, COLORREF Set::*member, COLORREF reset) {
@@ -60,9 +55,9 @@ constexpr Field<Set> Text(const char* name, CString Set::*member, const char* re
 }
 
 // Calls `act(row, field)` for every row, `field` being the member itself.
-template <class Set, class Row, std::size_t N, class Act>
-void ForEachField(Set& set, const Row (&rows)[N], Act act) {
-    for (const Row& row : rows) std::visit([&](auto member) { act(row, set.*member); }, row.member);
+template <class Set, class Rows, class Act>
+void ForEachField(Set& set, const Rows& rows, Act act) {
+    for (const auto& row : rows) std::visit([&](auto member) { act(row, set.*member); }, row.member);
 }
 
 // Puts every field back to its reset value.
@@ -95,10 +90,12 @@ void SaveFields(const Set& set, const Field<Set> (&rows)[N], const char* section
     });
 }
 
-// Reads every field from `section` of the host's profile; without an application object all are missing.
+// Reads every field from `section` of the host's profile, all as of one moment; without an application object
+// all are missing.
 template <class Set, std::size_t N>
 void LoadFields(Set& set, const Field<Set> (&rows)[N], const char* section) {
     CWinApp* const profile = AfxGetApp();
+    const RegistryTransaction together(TransactionFor::Reading);
     ForEachField(set, rows, [&](const Field<Set>& row, auto& field) {
         using T = std::remove_reference_t<decltype(field)>;
         if constexpr (std::is_same_v<T, CString>) {

@@ -1,6 +1,6 @@
 #include "settings/KDrawPropertyManager.h"
 
-#include "platform/registry/Registry.h"
+#include "platform/registry/CRegKey.h"
 #include "platform/registry/RegistryTransaction.h"
 #include "settings/ApplicationKey.h"
 
@@ -10,18 +10,8 @@ constexpr const char* kDefault = "Default";
 
 const char* Name(const char* key) { return key ? key : kDefault; }
 
-// Opening a missing record makes it, which is how one learns that it was missing; it is then taken away
-// again.
 bool HasRecord(const CString& path) {
-    HKEY key = nullptr;
-    DWORD disposition = 0;
-    const LONG failure = RegCreateKeyExA(HKEY_CURRENT_USER, path, 0, nullptr, REG_OPTION_NON_VOLATILE,
-                                         KEY_ALL_ACCESS, nullptr, &key, &disposition);
-    if (failure != ERROR_SUCCESS) return false;
-    const bool existed = disposition != REG_CREATED_NEW_KEY;
-    if (!existed) RegDeleteKeyA(HKEY_CURRENT_USER, path);
-    RegCloseKey(key);
-    return existed;
+    return CRegKey().Open(HKEY_CURRENT_USER, path, KEY_READ) == ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -33,7 +23,10 @@ KDrawPropertyManager& KDrawPropertyManager::Instance() {
 
 KDrawProperty& KDrawPropertyManager::GetProperty(const char* key) {
     const auto [entry, isNew] = cache.try_emplace(Name(key));
-    if (isNew) entry->second.exchange(HKEY_CURRENT_USER, GetRegSection(key, true), false);
+    if (isNew) {
+        const RegistryTransaction together(TransactionFor::Reading);
+        entry->second.exchange(HKEY_CURRENT_USER, GetRegSection(key, true), false);
+    }
     return entry->second;
 }
 

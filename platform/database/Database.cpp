@@ -1,34 +1,66 @@
-#include "platform/registry/Database.h"
+#include "platform/database/Database.h"
 
 #include <sqlite3.h>
 
 #include <cstring>
+
+namespace {
+
+DatabaseResult ResultOf(int code) {
+    switch (code & 0xFF) {
+        case SQLITE_OK:
+        case SQLITE_DONE:
+            return DatabaseResult::Done;
+        case SQLITE_ROW:
+            return DatabaseResult::Row;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return DatabaseResult::Busy;
+        case SQLITE_FULL:
+            return DatabaseResult::Full;
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+            return DatabaseResult::Damaged;
+        case SQLITE_NOMEM:
+            return DatabaseResult::NoMemory;
+        case SQLITE_TOOBIG:
+            return DatabaseResult::TooBig;
+        case SQLITE_ERROR:
+            return DatabaseResult::Refused;
+        default:
+            return DatabaseResult::Failed;
+    }
+}
+
+}  // namespace
 
 Database::~Database() {
     for (const auto& [sql, statement] : statements_) sqlite3_finalize(statement);
     sqlite3_close(connection_);
 }
 
-int Database::Open(const char* path) {
+DatabaseResult Database::Open(const char* path) {
     constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
     const int result = sqlite3_open_v2(path, &connection_, kFlags, nullptr);
     // Before the first pragma, which already needs a lock. Another process holds one for milliseconds.
     if (result == SQLITE_OK) sqlite3_busy_timeout(connection_, 5000);
-    return result;
+    return ResultOf(result);
 }
 
-int Database::Execute(const char* sql) { return sqlite3_exec(connection_, sql, nullptr, nullptr, nullptr); }
+DatabaseResult Database::Execute(const char* sql) {
+    return ResultOf(sqlite3_exec(connection_, sql, nullptr, nullptr, nullptr));
+}
 
-int Database::Query(const char* sql, std::string& answer) {
+DatabaseResult Database::Query(const char* sql, std::string& answer) {
     answer.clear();
     sqlite3_stmt* statement = nullptr;
     int result = sqlite3_prepare_v2(connection_, sql, -1, &statement, nullptr);
-    if (result != SQLITE_OK) return result;
+    if (result != SQLITE_OK) return ResultOf(result);
     result = sqlite3_step(statement);
     if (result == SQLITE_ROW && sqlite3_column_text(statement, 0))
         answer = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
     sqlite3_finalize(statement);
-    return result == SQLITE_ROW || result == SQLITE_DONE ? SQLITE_OK : result;
+    return result == SQLITE_ROW ? DatabaseResult::Done : ResultOf(result);
 }
 
 sqlite3_stmt* Database::Prepared(const char* sql) {
@@ -43,11 +75,11 @@ sqlite3_stmt* Database::Prepared(const char* sql) {
     return statement;
 }
 
-int Database::CopyFrom(Database& source) {
+DatabaseResult Database::CopyFrom(Database& source) {
     sqlite3_backup* copy = sqlite3_backup_init(connection_, "main", source.connection_, "main");
-    if (!copy) return sqlite3_errcode(connection_);
+    if (!copy) return ResultOf(sqlite3_errcode(connection_));
     sqlite3_backup_step(copy, -1);
-    return sqlite3_backup_finish(copy);
+    return ResultOf(sqlite3_backup_finish(copy));
 }
 
 std::string Database::Reason() const {
@@ -91,9 +123,9 @@ StatementRun& StatementRun::BindBytes(std::string_view bytes) {
     return *this;
 }
 
-int StatementRun::Step() {
-    if (!statement_) return SQLITE_ERROR;
-    return bindResult_ == SQLITE_OK ? sqlite3_step(statement_) : bindResult_;
+DatabaseResult StatementRun::Step() {
+    if (!statement_) return DatabaseResult::Refused;
+    return ResultOf(bindResult_ == SQLITE_OK ? sqlite3_step(statement_) : bindResult_);
 }
 
 std::int64_t StatementRun::Integer(int column) const { return sqlite3_column_int64(statement_, column); }

@@ -1,5 +1,4 @@
-// One SQLite connection with its prepared statements, and one run of such a statement. Results are SQLite's
-// result codes.
+// One SQLite connection with its prepared statements, and one run of such a statement.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +10,18 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
+enum class DatabaseResult {
+    Done,
+    Row,      // a step gave a row
+    Busy,     // another process holds the file for more than five seconds
+    Full,     // the disk is
+    Damaged,  // the file is, or it is no database at all
+    NoMemory,
+    TooBig,   // a text or block that no database takes
+    Refused,  // a statement that does not fit the tables
+    Failed,   // for any other reason
+};
+
 class Database {
   public:
     Database() = default;
@@ -19,15 +30,15 @@ class Database {
     Database& operator=(const Database&) = delete;
 
     // Opens or creates the file; ":memory:" is a database of this connection alone. Call once.
-    int Open(const char* path);
+    DatabaseResult Open(const char* path);
     // Runs statements that yield no rows of interest.
-    int Execute(const char* sql);
+    DatabaseResult Execute(const char* sql);
     // The first column of the only row of `sql`; empty when there is none.
-    int Query(const char* sql, std::string& answer);
+    DatabaseResult Query(const char* sql, std::string& answer);
     // The statement of a literal `sql`, prepared once; null when it does not compile.
     sqlite3_stmt* Prepared(const char* sql);
     // Replaces everything in this database by what `source` holds.
-    int CopyFrom(Database& source);
+    DatabaseResult CopyFrom(Database& source);
 
     // The reason of the last failure in words, with the system's own where there is one.
     std::string Reason() const;
@@ -57,14 +68,14 @@ class StatementRun {
     StatementRun& Bind(std::int64_t value);
     StatementRun& BindText(std::string_view text);
     StatementRun& BindBytes(std::string_view bytes);
-    // SQLITE_ROW, SQLITE_DONE or the failure; a statement that did not compile is a failure.
-    int Step();
+    // Row, Done or the failure; a statement that did not compile is a failure.
+    DatabaseResult Step();
     std::int64_t Integer(int column) const;
     // Valid until the next step or the end of the run.
     std::string_view Bytes(int column) const;
 
   private:
-    // Keeps the first failure to bind.
+    // Keeps the first failure to bind, SQLite's code.
     void Note(int result) {
         if (bindResult_ == 0) bindResult_ = result;
     }

@@ -124,13 +124,13 @@ LONG RegDeleteTreeA(HKEY key, const char* subKey) { return DeleteKey(key, subKey
 
 void SetRegistryFile(const char* path) { RegistrySession::Instance().UseFile(path); }
 
-RegistryTransaction::RegistryTransaction() {
+RegistryTransaction::RegistryTransaction(TransactionFor purpose) {
     try {
         RegistrySession& session = RegistrySession::Instance();
         store_ = session.Store();
-        if (store_) session.NoteWrite(*store_, store_->Begin());
+        if (store_) session.NoteWrite(*store_, store_->Begin(purpose));
     } catch (...) {
-        // Without memory to begin, the writes are made one by one.
+        // Without memory to begin, each read and write stands alone.
     }
 }
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/core/MessageBox.h"
-#include "platform/registry/Database.h"
+#include "platform/database/Database.h"
 #include "platform/registry/RegistryFile.h"
 
 RegistrySession& RegistrySession::Instance() {
@@ -28,13 +28,14 @@ void RegistrySession::UseFile(const char* path) {
 
 std::shared_ptr<RegistryStore> RegistrySession::Store() {
     if (store_ && store_->InTransaction()) return store_;
-    std::string file = wantedFile_.empty() ? RegistryFileFromEnvironment() : wantedFile_;
-    if (store_ && file == openedFile_ && !damaged_ && !store_->HasMoved()) return store_;
+    RegistryPlace place =
+        wantedFile_.empty() ? RegistryPlaceFromEnvironment() : RegistryPlace{wantedFile_, FilePlace::Named};
+    if (store_ && place.path == openedFile_ && !damaged_ && !store_->HasMoved()) return store_;
     Close();
-    OpenedRegistry opened = OpenRegistryFile(file);
+    OpenedDatabase opened = OpenRegistryFile(place);
     if (!opened.database) return nullptr;
     store_ = std::make_shared<RegistryStore>(std::move(opened.database));
-    openedFile_ = std::move(file);
+    openedFile_ = std::move(place.path);
     failureReported_ = false;
     damaged_ = false;
     // Last, because showing it may lead back here.

@@ -1,32 +1,27 @@
 #include "platform/registry/RegistryStore.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <utility>
 
-#include "platform/registry/Database.h"
+#include "platform/database/Database.h"
 #include "platform/registry/FoldCase.h"
 
 namespace {
 
-LONG ErrorOf(int result) {
-    switch (result & 0xFF) {
-        case SQLITE_OK:
-        case SQLITE_ROW:
-        case SQLITE_DONE:
+LONG ErrorOf(DatabaseResult result) {
+    switch (result) {
+        case DatabaseResult::Done:
+        case DatabaseResult::Row:
             return ERROR_SUCCESS;
-        case SQLITE_BUSY:
-        case SQLITE_LOCKED:
+        case DatabaseResult::Busy:
             return ERROR_BUSY;
-        case SQLITE_FULL:
+        case DatabaseResult::Full:
             return ERROR_DISK_FULL;
-        case SQLITE_CORRUPT:
-        case SQLITE_NOTADB:
+        case DatabaseResult::Damaged:
             return ERROR_BADDB;
-        case SQLITE_NOMEM:
+        case DatabaseResult::NoMemory:
             return ERROR_NOT_ENOUGH_MEMORY;
-        case SQLITE_TOOBIG:
+        case DatabaseResult::TooBig:
             return ERROR_INVALID_PARAMETER;
         default:
             return ERROR_REGISTRY_IO_FAILED;
@@ -70,17 +65,27 @@ RegistryStore::~RegistryStore() = default;
 
 bool RegistryStore::HasMoved() const { return database_->HasMoved(); }
 
-LONG RegistryStore::Check(int result) {
+LONG RegistryStore::Check(DatabaseResult result) {
     const LONG status = ErrorOf(result);
     if (status != ERROR_SUCCESS) reason_ = database_->Reason();
     return status;
 }
 
-LONG RegistryStore::Begin() {
-    if (depth_++ > 0) return transactionStatus_;
+LONG RegistryStore::Begin(TransactionFor purpose) {
+    const bool reads = purpose == TransactionFor::Reading;
+    if (depth_++ > 0) return reads ? transactionStatus_ : ForWriting();
+    onlyReads_ = reads;
     // Immediately a writer: a reader that turns writer later fails when another process wrote in between.
-    transactionStatus_ = Check(database_->Execute("BEGIN IMMEDIATE"));
+    transactionStatus_ = Check(database_->Execute(reads ? "BEGIN" : "BEGIN IMMEDIATE"));
     return transactionStatus_;
+}
+
+LONG RegistryStore::ForWriting() {
+    if (depth_ > 0 && std::exchange(onlyReads_, false)) {
+        database_->Execute("COMMIT");
+        transactionStatus_ = Check(database_->Execute("BEGIN IMMEDIATE"));
+    }
+    return depth_ > 0 ? transactionStatus_ : ERROR_SUCCESS;
 }
 
 LONG RegistryStore::End() {
@@ -97,7 +102,7 @@ void RegistryStore::Abandon(LONG status) {
 }
 
 LONG RegistryStore::Change(StatementRun& run) {
-    if (depth_ > 0 && transactionStatus_ != ERROR_SUCCESS) return transactionStatus_;
+    if (const LONG status = ForWriting()) return status;
     const LONG status = Check(run.Step());
     // A value that no store would take harms nothing else of the transaction.
     if (depth_ > 0 && status != ERROR_SUCCESS && status != ERROR_INVALID_PARAMETER) Abandon(status);
@@ -107,9 +112,9 @@ LONG RegistryStore::Change(StatementRun& run) {
 LONG RegistryStore::FindChild(KeyId parent, std::string_view name, KeyId& found) {
     const std::string fold = FoldCase(name);
     StatementRun run(database_->Prepared("SELECT id FROM rkey WHERE parent=? AND fold=?"));
-    const int result = run.Bind(parent).BindText(fold).Step();
-    if (result == SQLITE_DONE) return ERROR_FILE_NOT_FOUND;
-    if (result == SQLITE_ROW) found = run.Integer(0);
+    const DatabaseResult result = run.Bind(parent).BindText(fold).Step();
+    if (result == DatabaseResult::Done) return ERROR_FILE_NOT_FOUND;
+    if (result == DatabaseResult::Row) found = run.Integer(0);
     return Check(result);
 }
 
@@ -125,8 +130,8 @@ LONG RegistryStore::InsertChild(KeyId parent, std::string_view name, KeyId& inse
 LONG RegistryStore::FindKey(KeyId base, std::string_view path, KeyId& found) {
     {
         StatementRun run(database_->Prepared("SELECT id FROM rkey WHERE id=?"));
-        const int result = run.Bind(base).Step();
-        if (result == SQLITE_DONE) return ERROR_KEY_DELETED;
+        const DatabaseResult result = run.Bind(base).Step();
+        if (result == DatabaseResult::Done) return ERROR_KEY_DELETED;
         if (const LONG status = Check(result)) return status;
     }
     KeyId key = base;
@@ -161,8 +166,8 @@ LONG RegistryStore::CreateKey(KeyId base, std::string_view path, KeyId& found, b
 
 LONG RegistryStore::HasSubKeys(KeyId key, bool& answer) {
     StatementRun run(database_->Prepared("SELECT EXISTS(SELECT 1 FROM rkey WHERE parent=?)"));
-    const int result = run.Bind(key).Step();
-    answer = result == SQLITE_ROW && run.Integer(0) != 0;
+    const DatabaseResult result = run.Bind(key).Step();
+    answer = result == DatabaseResult::Row && run.Integer(0) != 0;
     return Check(result);
 }
 
@@ -194,9 +199,10 @@ LONG RegistryStore::DeleteKey(KeyId base, std::string_view path, bool withSubKey
 LONG RegistryStore::ReadValue(KeyId key, std::string_view name, Value& value) {
     const std::string fold = FoldCase(name);
     StatementRun run(database_->Prepared("SELECT kind, data FROM rvalue WHERE key=? AND fold=?"));
-    const int result = run.Bind(key).BindText(fold).Step();
-    if (result == SQLITE_DONE) return ERROR_FILE_NOT_FOUND;
-    if (result == SQLITE_ROW) value = {static_cast<DWORD>(run.Integer(0)), std::string(run.Bytes(1))};
+    const DatabaseResult result = run.Bind(key).BindText(fold).Step();
+    if (result == DatabaseResult::Done) return ERROR_FILE_NOT_FOUND;
+    if (result == DatabaseResult::Row)
+        value = {static_cast<DWORD>(run.Integer(0)), std::string(run.Bytes(1))};
     return Check(result);
 }
 
@@ -215,9 +221,9 @@ LONG RegistryStore::WriteValue(KeyId key, std::string_view name, DWORD kind, std
 LONG RegistryStore::EnumValue(KeyId key, DWORD index, std::string& name, Value& value) {
     StatementRun run(
         database_->Prepared("SELECT name, kind, data FROM rvalue WHERE key=? ORDER BY seq LIMIT 1 OFFSET ?"));
-    const int result = run.Bind(key).Bind(index).Step();
-    if (result == SQLITE_DONE) return ERROR_NO_MORE_ITEMS;
-    if (result == SQLITE_ROW) {
+    const DatabaseResult result = run.Bind(key).Bind(index).Step();
+    if (result == DatabaseResult::Done) return ERROR_NO_MORE_ITEMS;
+    if (result == DatabaseResult::Row) {
         name = run.Bytes(0);
         value = {static_cast<DWORD>(run.Integer(1)), std::string(run.Bytes(2))};
     }

@@ -10,6 +10,7 @@
 
 class Database;
 class StatementRun;
+enum class DatabaseResult;
 
 class RegistryStore {
   public:
@@ -39,7 +40,7 @@ class RegistryStore {
 
     // Transactions nest; the outermost End() stores all or nothing. After one failed write of a transaction
     // everything in it is undone at once and its other writes fail alike.
-    LONG Begin();
+    LONG Begin(TransactionFor purpose = TransactionFor::Writing);
     LONG End();
     bool InTransaction() const { return depth_ > 0; }
 
@@ -58,15 +59,18 @@ class RegistryStore {
     LONG InsertChild(KeyId parent, std::string_view name, KeyId& inserted);
     LONG DeleteTree(KeyId key);
     LONG HasSubKeys(KeyId key, bool& answer);
+    // Makes the transaction in force one that may write.
+    LONG ForWriting();
     // Steps a statement that changes the store.
     LONG Change(StatementRun& run);
     // ERROR_SUCCESS for a row or the end, else the registry's code; remembers the reason.
-    LONG Check(int result);
+    LONG Check(DatabaseResult result);
     void Abandon(LONG status);
 
     std::unique_ptr<Database> database_;
     std::string reason_;
     int depth_ = 0;
+    bool onlyReads_ = false;
     unsigned undoneCount_ = 0;
     LONG transactionStatus_ = ERROR_SUCCESS;
 };

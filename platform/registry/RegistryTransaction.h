@@ -7,10 +7,11 @@
 class RegistryStore;
 
 // Makes all registry writes of its lifetime one: stored whole when the outermost transaction ends, or, after
-// any failure, not at all. Nests. Other processes wait meanwhile, so keep it short and show no dialog in it.
+// any failure, not at all. Other processes wait meanwhile, so keep it short and show no dialog in it. For
+// reading, everything read in its lifetime is of one moment. Nests.
 class RegistryTransaction {
   public:
-    RegistryTransaction();
+    explicit RegistryTransaction(TransactionFor purpose = TransactionFor::Writing);
     ~RegistryTransaction();
     RegistryTransaction(const RegistryTransaction&) = delete;
     RegistryTransaction& operator=(const RegistryTransaction&) = delete;

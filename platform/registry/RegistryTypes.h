@@ -13,6 +13,10 @@ using REGSAM = DWORD;
 // The root of the current user's keys; always open.
 inline const HKEY HKEY_CURRENT_USER = reinterpret_cast<HKEY>(std::uintptr_t{0x80000001});
 
+// What a transaction is for. One for reading sees the store in one state throughout and makes nobody wait;
+// the first write in it ends that and begins one for writing.
+enum class TransactionFor { Writing, Reading };
+
 constexpr DWORD REG_OPTION_NON_VOLATILE = 0;
 constexpr DWORD REG_CREATED_NEW_KEY = 1;
 constexpr DWORD REG_OPENED_EXISTING_KEY = 2;

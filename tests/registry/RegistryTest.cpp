@@ -1,5 +1,6 @@
 #include "platform/registry/Registry.h"
 
+#include "platform/database/Database.h"
 #include "platform/registry/FoldCase.h"
 #include "platform/registry/RegistryTransaction.h"
 #include "tests/registry/RegistryFixture.h"
@@ -156,6 +157,23 @@ TEST_F(Registry, TransactionsNestAndEndWithTheirOwnStore) {
     EXPECT_EQ(NamesOf(key), (Names{"a", "b"}));
 }
 
+TEST_F(Registry, AWriteInATransactionForReadingIsStored) {
+    {
+        const RegistryTransaction reading(TransactionFor::Reading);
+        EXPECT_EQ(GetNumber(HKEY_CURRENT_USER, "n"), -1);
+        Database other;
+        other.Open(file_.c_str());
+        ASSERT_EQ(other.Execute(
+                      "INSERT INTO rvalue(key, name, fold, kind, data) VALUES(1, 'n', 'n', 4, x'01000000')"),
+                  DatabaseResult::Done);
+        EXPECT_EQ(GetNumber(HKEY_CURRENT_USER, "n"), -1) << "what stood when the reading began";
+        EXPECT_EQ(PutNumber(HKEY_CURRENT_USER, "m", 2), ERROR_SUCCESS);
+        EXPECT_EQ(GetNumber(HKEY_CURRENT_USER, "n"), 1);
+    }
+    Reopen();
+    EXPECT_EQ(NamesOf(HKEY_CURRENT_USER), (Names{"n", "m"}));
+}
+
 TEST_F(Registry, FollowsTheEnvironment) {
     const char* const before = getenv("TAVIN_REGISTRY");
     const std::string kept = before ? before : "";
@@ -171,6 +189,10 @@ TEST_F(Registry, FollowsTheEnvironment) {
     setenv("XDG_CONFIG_HOME", (folder_ / "config").c_str(), 1);
     EXPECT_EQ(PutNumber(HKEY_CURRENT_USER, "n", 2), ERROR_SUCCESS);
     EXPECT_TRUE(std::filesystem::exists(folder_ / "config/tavin/registry.sqlite"));
+    for (const char* part : {"", "-wal", "-shm"}) {
+        const auto mode = std::filesystem::status((folder_ / "config/tavin/registry.sqlite").string() + part);
+        EXPECT_EQ(mode.permissions(), std::filesystem::perms(0600)) << "nobody else's business" << part;
+    }
     unsetenv("XDG_CONFIG_HOME");
     setenv("TAVIN_REGISTRY", kept.c_str(), 1);
     EXPECT_TRUE(messages_.empty());

@@ -3,7 +3,6 @@
 #include "platform/registry/CWinApp.h"
 #include "settings/ApplicationKey.h"
 #include "settings/CAxisProperties.h"
-#include "settings/CTiledLayoutProperties.h"
 #include "settings/KDrawPropertyManager.h"
 #include "tests/registry/RegistryFixture.h"
 
@@ -21,45 +20,6 @@ class ViewSets : public RegistryFixture {
 
     CWinApp host_;
 };
-
-TEST_F(ViewSets, AxesComeBackInTwoDecimalsOfSinglePrecision) {
-    CAxisProperties axes;
-    axes.UnitX = "Tage, ä";
-    axes.ShowX = 0;
-    axes.YAxisPos = 2;
-    axes.MaxX = 1.234;
-    axes.MinY = -250.5;
-    axes.SaveToRegistry("View 1");
-    EXPECT_EQ(host_.GetProfileString("View 1", "MaxX"), "1.23");
-
-    CAxisProperties loaded;
-    loaded.LoadFromRegistry("View 1");
-    EXPECT_EQ(loaded.UnitX, "Tage, ä");
-    EXPECT_EQ(loaded.ShowX, 0);
-    EXPECT_EQ(loaded.YAxisPos, 2);
-    EXPECT_EQ(loaded.MinX, -1.0);
-    EXPECT_EQ(loaded.MaxX, 1.2300000190734863);
-    EXPECT_EQ(loaded.MinY, -250.5);
-
-    host_.WriteProfileString("View 1", "MinY", "deep");
-    loaded.LoadFromRegistry("View 1");
-    EXPECT_EQ(loaded.MinY, -250.5);
-}
-
-TEST_F(ViewSets, AnEmptySectionKeepsAllButTheTiles) {
-    CAxisProperties axes;
-    axes.MaxX = 7.125;
-    axes.UnitX = "h";
-    axes.LoadFromRegistry("Nothing");
-    EXPECT_EQ(axes.UnitX, "h");
-    EXPECT_EQ(axes.MaxX, 7.125);  // not even rounded: nothing was read
-    CTiledLayoutProperties tiles;
-    tiles.NumColumns = 7;
-    tiles.NumSourcesPerTile = 9;
-    tiles.LoadFromRegistry("Nothing");
-    EXPECT_EQ(tiles.NumColumns, 2);
-    EXPECT_EQ(tiles.NumSourcesPerTile, 1);
-}
 
 TEST(AxisSet, WidensAboutTheCentre) {
     CAxisProperties axes;
@@ -84,7 +44,9 @@ TEST_F(ViewSets, SeriesWithoutARecordAreDrawnLikeTheDefault) {
     EXPECT_EQ(manager.GetProperty("plain").getDotSize(), 2) << "in use: keeps its value";
     EXPECT_EQ(manager.GetProperty("Tide").getDotSize(), 5);
     EXPECT_EQ(manager.GetProperty("Tide").getColor(), 0xFFFFFFFFu);
-    EXPECT_FALSE(KeyExists(DrawPropertyKey("Tide"))) << "the probe leaves nothing behind";
+    EXPECT_EQ(manager.GetProperty("Buoy\\Tide").getDotSize(), 5);
+    for (const char* probed : {"Tide", "Buoy"})
+        EXPECT_FALSE(KeyExists(DrawPropertyKey(probed))) << "the probe leaves nothing behind";
 
     manager.GetProperty("Tide").setDrawStyle(1);
     manager.Save("Tide");
