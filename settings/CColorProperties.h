@@ -4,7 +4,11 @@
 #include "platform/core/Types.h"
 #include "settings/TavinProp.h"
 
-class CColorProperties final : public TavinProp {
+// The slots are fixed and have no destructor among them.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+class CColorProperties : public TavinProp {
   public:
     CColorProperties() { CColorProperties::SetDefaultValues(); }
 
@@ -19,3 +23,5 @@ class CColorProperties final : public TavinProp {
     COLORREF modified;  // dots of edited points
     COLORREF region;    // hatching of the marked region
 };
+
+#pragma GCC diagnostic pop

@@ -3,7 +3,11 @@
 
 #include "settings/TavinProp.h"
 
-class CStyleProperties final : public TavinProp {
+// The slots are fixed and have no destructor among them.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+class CStyleProperties : public TavinProp {
   public:
     CStyleProperties() { CStyleProperties::SetDefaultValues(); }
 
@@ -15,3 +19,5 @@ class CStyleProperties final : public TavinProp {
     int DotSize;
     int DrawStyle;  // 0 dots only, 1 line and dots, 2 line only
 };
+
+#pragma GCC diagnostic pop

@@ -4,7 +4,11 @@
 
 #include "settings/TavinProp.h"
 
-class CTiledLayoutProperties final : public TavinProp {
+// The slots are fixed and have no destructor among them.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+class CTiledLayoutProperties : public TavinProp {
   public:
     CTiledLayoutProperties() { CTiledLayoutProperties::SetDefaultValues(); }
 
@@ -17,3 +21,5 @@ class CTiledLayoutProperties final : public TavinProp {
     int NumRows;
     int NumSourcesPerTile;
 };
+
+#pragma GCC diagnostic pop

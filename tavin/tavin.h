@@ -47,6 +47,7 @@
 #include "settings/Configuration.h"
 #include "settings/KDrawProperty.h"
 #include "settings/KDrawPropertyManager.h"
+#include "settings/ProcessingProperties.h"
 #include "settings/TavinProp.h"
 #include "sources/CKelvoStat.h"
 #include "sources/IPointSource.h"

@@ -1,10 +1,6 @@
-// The host's profile, the paths of the settings and the tables of property sets.
-#include <tuple>
-
+// The host's profile and the paths of the settings.
 #include "platform/registry/CWinApp.h"
 #include "settings/ApplicationKey.h"
-#include "settings/Fields.h"
-#include "settings/TavinProp.h"
 #include "tests/registry/RegistryFixture.h"
 
 namespace {
@@ -83,83 +79,6 @@ TEST_F(Profile, NullDeletesTheEntryOrTheWholeSection) {
     EXPECT_FALSE(app.WriteProfileString(nullptr, nullptr, nullptr));
     EXPECT_FALSE(app.WriteProfileString("", nullptr, nullptr)) << "an empty name is no section to delete";
     EXPECT_EQ(app.GetProfileInt("Other", "d", 0), 4u);
-}
-
-class CSample final : public TavinProp {
-  public:
-    int position = 0;
-    int columns = 0;
-    bool shown = false;
-    COLORREF color = 0;
-    float length = 0.0f;
-    double minimum = 0.0;
-    CString unit;
-    CString label = "never stored";
-
-    using Tuple = std::tuple<int, int, bool, COLORREF, float, double, CString, CString>;
-    Tuple Values() const { return {position, columns, shown, color, length, minimum, unit, label}; }
-
-    void SaveToRegistry(CString section) override;
-    void LoadFromRegistry(CString section) override;
-    void SetDefaultValues() override;
-};
-
-constexpr settings::Field<CSample> kFields[] = {
-    settings::Int("Position", &CSample::position, 2),
-    settings::Int("NumColumns", &CSample::columns, 3, 2),
-    settings::Bool("Shown", &CSample::shown, true),
-    settings::Color("Region Color", &CSample::color, 0xFFFFE179),
-    settings::Real("Length", &CSample::length, 20.0, "%.02f", 11.0),
-    settings::Real("MinX", &CSample::minimum, -1.0, "%.02f"),
-    settings::Text("UnitX", &CSample::unit, "s"),
-};
-
-void CSample::SaveToRegistry(CString section) { settings::SaveFields(*this, kFields, section); }
-void CSample::LoadFromRegistry(CString section) { settings::LoadFields(*this, kFields, section); }
-void CSample::SetDefaultValues() { settings::ResetFields(*this, kFields); }
-
-TEST_F(Profile, ATableSavesLoadsAndResetsItsSet) {
-    CWinApp app("Viewer");
-    CSample set;
-    set.position = -5;
-    set.columns = 9;
-    set.color = 0x80000001;
-    set.length = 12.345f;
-    set.minimum = 1.234;
-    set.unit = "µm";
-    TavinProp& base = set;
-    base.SaveToRegistry("S");
-    EXPECT_EQ(app.GetProfileString("S", "Length"), "12.35");
-    EXPECT_EQ(app.GetProfileInt("S", "Shown", 5), 0u);
-
-    base.SetDefaultValues();
-    EXPECT_EQ(set.Values(), CSample::Tuple(2, 3, true, 0xFFFFE179, 20.0f, -1.0, "s", "never stored"));
-
-    base.LoadFromRegistry("S");
-    EXPECT_EQ(set.Values(),
-              CSample::Tuple(-5, 9, false, 0x80000001, 12.35f, 1.2300000190734863, "µm", "never stored"));
-}
-
-// Also without an application object, when everything is missing.
-TEST_F(Profile, MissingValuesReadAsTheirRowSaysOrStay) {
-    const auto check = [](const char* what) {
-        CSample set;
-        set.SetDefaultValues();
-        set.position = 8;
-        set.minimum = 1.234;
-        set.length = 5.0f;
-        set.unit = "m";
-        set.LoadFromRegistry("Empty");
-        EXPECT_EQ(set.Values(), CSample::Tuple(8, 2, true, 0xFFFFE179, 11.0f, 1.234, "m", "never stored"))
-            << what;
-    };
-    check("no application");
-    CSample().SaveToRegistry("Empty");
-    CWinApp app("Viewer");
-    check("no section");
-    app.WriteProfileString("Empty", "Length", "long");
-    app.WriteProfileString("Empty", "MinX", "nan");
-    check("not numbers");
 }
 
 }  // namespace
