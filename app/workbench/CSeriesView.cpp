@@ -35,6 +35,13 @@ void UseColor(IPointSource& source, unsigned long color) {
 
 }  // namespace
 
+std::string PictureEnding(const std::string& path) {
+    std::string ending = path.substr(std::min(path.size(), path.rfind('.')));
+    for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const bool known = ending == ".png" || ending == ".svg" || ending == ".pdf";
+    return known && path.size() > ending.size() ? ending : "";
+}
+
 CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
     : CXYGraphView(key, true, static_cast<int>(kViewContextMenu), CColorProperties().background, 0, nullptr),
       file_(file) {
@@ -145,7 +152,8 @@ void CSeriesView::PadAxis() {
 }
 
 bool CSeriesView::Export(const std::string& path, CSize pixels, int dotsPerInch) {
-    const std::string ending = path.substr(std::min(path.size(), path.rfind('.')));
+    const std::string ending = PictureEnding(path);
+    if (ending.empty()) return false;
     if (ending == ".png") {
         CBitmapEx bitmap(4, 32, 256);
         bitmap.SetDotsPerInch(dotsPerInch);

@@ -9,6 +9,9 @@
 
 namespace app {
 
+// ".png", ".svg" or ".pdf" where the name of a picture ends in it in any case; else empty.
+std::string PictureEnding(const std::string& path);
+
 class CSeriesView : public CXYGraphView {
   public:
     // The file outlives the view. Shows the first series and hides the others.

@@ -40,18 +40,12 @@ Result<double> ReadEdge(const std::string& option, const std::string& text, cons
                                 : ": expected a number in the unit of the x column"));
 }
 
-bool HasKnownEnding(const std::string& path) {
-    for (const char* ending : {".png", ".svg", ".pdf"})
-        if (path.size() > 4 && path.compare(path.size() - 4, 4, ending) == 0) return true;
-    return false;
-}
-
 }  // namespace
 
 Result<int> Plot(const PlotOptions& options) {
-    if (!HasKnownEnding(options.output))
+    if (PictureEnding(options.output).empty())
         return UsageError("-o " + options.output + ": the name must end in .png, .svg or .pdf");
-    if (SameFile(options.output, options.read.path))
+    if (IsInput(options.read.path, options.output))
         return UsageError("-o " + options.output + " is the input; choose another name");
     const auto size = ReadSize(options.size);
     if (!size) return size.Error();

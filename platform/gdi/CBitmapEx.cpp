@@ -1,12 +1,12 @@
 #include "platform/gdi/CBitmapEx.h"
 
 #include <QImage>
-#include <QSaveFile>
 #include <QString>
 #include <exception>
 
 #include "platform/gdi/CDC.h"
 #include "platform/gdi/Picture.h"
+#include "platform/gdi/WholeFile.h"
 
 namespace {
 
@@ -66,6 +66,6 @@ bool CBitmapEx::SaveAsPng(const char* path) const {
     const auto* bytes = reinterpret_cast<const uchar*>(m_picture->pixels.data());
     const QImage image(bytes, m_picture->width, m_picture->height, qsizetype{4} * m_picture->width,
                        QImage::Format_RGB32);
-    QSaveFile file(QString::fromUtf8(path));
-    return file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit();
+    WholeFile file(path);
+    return file.IsOpen() && image.save(&file.Bytes(), "PNG") && file.Commit();
 }

@@ -3,11 +3,11 @@
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include "platform/gdi/CDCState.h"
 #include "platform/gdi/DrawingToolkit.h"
+#include "platform/gdi/WholeFile.h"
 
 namespace {
 
@@ -15,9 +15,9 @@ QString ToQString(const CString& text) { return QString::fromUtf8(text.GetString
 
 class PdfDevice : public PaperDevice {
   public:
-    PdfDevice(const char* path, const PageSetup& setup) : m_file(QString::fromUtf8(path)) {
-        if (!m_file.open(QIODevice::WriteOnly)) return;
-        m_writer.emplace(&m_file);
+    PdfDevice(const char* path, const PageSetup& setup) : m_file(path) {
+        if (!m_file.IsOpen()) return;
+        m_writer.emplace(&m_file.Bytes());
         m_writer->setResolution(kResolution);
         m_writer->setTitle(ToQString(setup.title));
         m_writer->setPageLayout(LayoutOf(setup));
@@ -33,7 +33,7 @@ class PdfDevice : public PaperDevice {
     bool NewPage() override { return m_writer->newPage(); }
     bool Finish() override {
         m_writer.reset();
-        return m_file.commit();
+        return m_file.Commit();
     }
 
   private:
@@ -48,23 +48,23 @@ class PdfDevice : public PaperDevice {
                 QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter};
     }
 
-    QSaveFile m_file;
+    WholeFile m_file;
     std::optional<QPdfWriter> m_writer;
 };
 
 class SvgDevice : public PaperDevice {
   public:
     SvgDevice(const char* path, CSize pixels, const CString& title)
-        : m_file(QString::fromUtf8(path)), m_size(pixels.cx * kDotsPerPixel, pixels.cy * kDotsPerPixel) {
-        if (!m_file.open(QIODevice::WriteOnly)) return;
-        m_generator.setOutputDevice(&m_file);
+        : m_file(path), m_size(pixels.cx * kDotsPerPixel, pixels.cy * kDotsPerPixel) {
+        if (!m_file.IsOpen()) return;
+        m_generator.setOutputDevice(&m_file.Bytes());
         m_generator.setResolution(DotsPerInch());
         m_generator.setSize(QSize(m_size.cx, m_size.cy));
         m_generator.setViewBox(QRect(0, 0, m_size.cx, m_size.cy));
         // The generator writes it as it is.
         m_generator.setTitle(ToQString(title).toHtmlEscaped());
     }
-    bool IsOpen() const { return m_file.isOpen(); }
+    bool IsOpen() const { return m_file.IsOpen(); }
 
     QPaintDevice& Device() override { return m_generator; }
     int DotsPerInch() const override { return kScreenDotsPerInch * kDotsPerPixel; }
@@ -72,12 +72,12 @@ class SvgDevice : public PaperDevice {
     double Hairline() const override { return kDotsPerPixel; }
     bool Clips() const override { return false; }
     bool NewPage() override { return false; }
-    bool Finish() override { return m_file.commit(); }
+    bool Finish() override { return m_file.Commit(); }
 
   private:
     static constexpr int kDotsPerPixel = 10;
 
-    QSaveFile m_file;
+    WholeFile m_file;
     CSize m_size;
     QSvgGenerator m_generator;
 };

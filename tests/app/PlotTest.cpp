@@ -78,5 +78,24 @@ TEST_F(PlotTest, RefusesWithOneMessageAndLeavesNothingBehind) {
     for (const auto& one : cases) ExpectRefused(folder, one, 1);
 }
 
+TEST_F(PlotTest, LeavesNoPartOfAPictureWhereTheDiskEnds) {
+    // A limit of the size of files fails as a full disk does: with an error on the way.
+    for (const char* ending : {"svg", "pdf", "png"}) {
+        const auto run =
+            folder.Run(std::string("nothing 2>/dev/null; trap '' XFSZ; ulimit -f 1; " TAVIN_PROGRAM
+                                   " plot step.csv --size 4000x3000 -o full.") +
+                       ending);
+        EXPECT_EQ(run.exitCode, 1) << ending;
+        EXPECT_NE(run.err.find("cannot write full."), std::string::npos) << run.err;
+        EXPECT_EQ(folder.Count(), 1u) << ending;
+    }
+}
+
+TEST_F(PlotTest, TakesEndingsInAnyCaseAndNoOthers) {
+    EXPECT_EQ(folder.Run("plot step.csv -o step.PNG").exitCode, 0);
+    EXPECT_FALSE(QImage(QString::fromStdString(folder.Path("step.PNG")), "PNG").isNull());
+    EXPECT_EQ(folder.Run("plot step.csv -o step.png.txt").exitCode, 2);
+}
+
 }  // namespace
 }  // namespace app
