@@ -8,8 +8,10 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <cstdlib>
+#include <climits>
+#include <cstdio>
 #include <cstring>
+#include <ctime>
 
 namespace app {
 
@@ -44,13 +46,31 @@ extern "C" void EndBySignal(int number) {
     ::raise(number);
 }
 
-// The file that a chain of symbolic links leads to, so that the link stays and its target is replaced.
-std::string FinalTarget(const std::string& path) {
-    char* resolved = ::realpath(path.c_str(), nullptr);
-    if (!resolved) return path;
-    std::string target = resolved;
-    std::free(resolved);
-    return target;
+// The file that a chain of symbolic links leads to, so that the link stays and its target is replaced or
+// made. Empty with errno set when the chain has no end.
+std::string FinalTarget(std::string path) {
+    constexpr int kMostLinks = 40;
+    for (int i = 0; i < kMostLinks; ++i) {
+        std::array<char, PATH_MAX> target{};
+        const ssize_t length = ::readlink(path.c_str(), target.data(), target.size());
+        if (length < 0) return path;
+        const std::string next(target.data(), static_cast<std::size_t>(length));
+        const auto slash = path.rfind('/');
+        path = next.front() == '/' || slash == std::string::npos ? next : path.substr(0, slash + 1) + next;
+    }
+    errno = ELOOP;
+    return {};
+}
+
+// A name that no file has, short whatever the target's is.
+std::string TemporaryName(const std::string& folder) {
+    static std::atomic<unsigned> made{0};
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    char name[64];
+    std::snprintf(name, sizeof name, ".tavin-%lx-%lx-%x", static_cast<unsigned long>(::getpid()),
+                  static_cast<unsigned long>(now.tv_nsec), made++);
+    return folder + name;
 }
 
 mode_t UsualMode() {
@@ -82,23 +102,70 @@ bool OutputFile::Open(const std::string& path) {
         file_ = STDOUT_FILENO;
         return true;
     }
+    path_ = FinalTarget(path);
+    if (path_.empty()) {
+        path_ = path;
+        return Fail("cannot write", ELOOP);
+    }
     struct stat about {};
-    const bool exists = ::stat(path.c_str(), &about) == 0;
+    const bool exists = ::stat(path_.c_str(), &about) == 0;
     if (exists && S_ISDIR(about.st_mode)) return Fail("cannot write", EISDIR);
     ownsFile_ = true;
     if (exists && !S_ISREG(about.st_mode)) {
-        file_ = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+        file_ = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC);
         return file_ >= 0 || Fail("cannot write", errno);
     }
-    path_ = exists ? FinalTarget(path) : path;
     const auto slash = path_.rfind('/');
-    const std::string folder = slash == std::string::npos ? "" : path_.substr(0, slash + 1);
-    std::string name = folder + "." + path_.substr(folder.size()) + ".XXXXXX";
-    file_ = ::mkstemp(name.data());
-    if (file_ < 0) return Fail("cannot write", errno);
+    folder_ = slash == std::string::npos ? "" : path_.substr(0, slash + 1);
+    if (path_.size() - folder_.size() > NAME_MAX) return Fail("cannot write", ENAMETOOLONG);
+    if (!OpenBeside(folder_)) return Fail("cannot write", errno);
+    if (exists)
+        TakeOver(about);
+    else
+        ::fchmod(file_, UsualMode());
+    return true;
+}
+
+bool OutputFile::OpenBeside(const std::string& folder) {
+    const char* const place = folder.empty() ? "." : folder.c_str();
+    // Naming the file later goes through this folder.
+    if (::access("/proc/self/fd", X_OK) == 0) file_ = ::open(place, O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+    unnamed_ = file_ >= 0;
+    if (unnamed_) return true;
+    const std::string name = TemporaryName(folder);
+    file_ = ::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
+    if (file_ < 0) return false;
     temporary_ = name;
     slot_ = Remember(name);
-    ::fchmod(file_, exists ? about.st_mode & 07777 : UsualMode());
+    return true;
+}
+
+void OutputFile::TakeOver(const struct stat& about) {
+    struct stat own {};
+    ::fstat(file_, &own);
+    const bool owner =
+        own.st_uid == about.st_uid || ::fchown(file_, about.st_uid, static_cast<gid_t>(-1)) == 0;
+    const bool group =
+        own.st_gid == about.st_gid || ::fchown(file_, static_cast<uid_t>(-1), about.st_gid) == 0;
+    // The permissions of a group that could not be kept would go to another one.
+    const bool mode = ::fchmod(file_, about.st_mode & (group ? 0777 : 0707)) == 0;
+    if (!owner)
+        lost_ = path_ + " belongs to you now: its owner could not be kept";
+    else if (!group)
+        lost_ = path_ + " has your group now: its group could not be kept";
+    else if (!mode)
+        lost_ = "the permissions of " + path_ + " could not be kept";
+}
+
+// Gives a file without a name one beside its target.
+bool OutputFile::Name() {
+    if (!unnamed_) return true;
+    const std::string self = "/proc/self/fd/" + std::to_string(file_);
+    const std::string name = TemporaryName(folder_);
+    if (::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0) return false;
+    unnamed_ = false;
+    temporary_ = name;
+    slot_ = Remember(name);
     return true;
 }
 
@@ -129,6 +196,8 @@ bool OutputFile::WriteOut(std::string_view bytes) {
 bool OutputFile::Commit() {
     if (!Flush()) return false;
     if (!ownsFile_) return true;
+    const bool regular = unnamed_ || !temporary_.empty();
+    if (regular && (::fsync(file_) != 0 || !Name())) return Fail("cannot write", errno);
     if (::close(std::exchange(file_, -1)) != 0) return Fail("cannot write", errno);
     if (temporary_.empty()) return true;
     if (::rename(temporary_.c_str(), path_.c_str()) != 0) return Fail("cannot write", errno);

@@ -1,6 +1,9 @@
-// A file that appears whole or not at all: written beside its target under another name and renamed over it.
-// Ends by signal (Ctrl-C, a closed pipe) remove what was begun.
+// A file that appears whole or not at all: written beside its target, without a name where the file system
+// has such files, safely on the disk before it is named, and renamed over the target. Ends by signal (Ctrl-C,
+// a closed pipe) remove what was begun.
 #pragma once
+
+#include <sys/stat.h>
 
 #include <string>
 #include <string_view>
@@ -27,8 +30,11 @@ class OutputFile {
     }
     // Writes what is buffered.
     bool Flush();
-    // Writes the rest and puts the file in its place.
+    // Writes the rest and puts the file in its place. A file that was there gives it its owner and its
+    // permissions, not its set-user-ID and set-group-ID bits.
     bool Commit();
+    // What of that could not be kept, as a sentence; empty: nothing was lost.
+    const std::string& Lost() const { return lost_; }
     Failure Error() const { return Refusal(error_); }
 
   private:
@@ -38,14 +44,20 @@ class OutputFile {
     bool WriteOut(std::string_view bytes);
     bool Fail(const char* what, int error);
     void Discard();
+    bool OpenBeside(const std::string& folder);
+    void TakeOver(const struct stat& about);
+    bool Name();
 
     std::string path_;
-    std::string temporary_;  // empty while there is none
+    std::string folder_;     // of the target, with its slash
+    std::string temporary_;  // empty while there is none, also where the file has no name yet
     std::string buffer_;
     std::string error_;
+    std::string lost_;
     int file_ = -1;
     int slot_ = -1;
     bool ownsFile_ = false;
+    bool unnamed_ = false;
 };
 
 // Lets signals that end the program remove unfinished files first. Called once at the start.

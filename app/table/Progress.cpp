@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "app/table/SafeText.h"
+
 namespace app {
 
 Progress::Progress(bool wanted)
@@ -16,7 +18,8 @@ void Progress::Show(const std::string& what, double part) {
     const double done = std::clamp(part, 0.0, 1.0);
     std::string bar(static_cast<std::size_t>(kWidth * done), '#');
     bar.resize(kWidth, '.');
-    std::fprintf(stderr, "\r\033[K[%s] %3d %% %s", bar.c_str(), static_cast<int>(100 * done), what.c_str());
+    std::fprintf(stderr, "\r\033[K[%s] %3d %% %s", bar.c_str(), static_cast<int>(100 * done),
+                 SafeText(what).c_str());
     std::fflush(stderr);
     shown_ = true;
     next_ = Clock::now() + std::chrono::milliseconds(100);

@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "app/table/SafeText.h"
+
 namespace app {
 
 constexpr int kDone = 0;
@@ -19,8 +21,8 @@ struct Failure {
     // The way out on a command line, "name the delimiter with --delimiter"; a window offers its own.
     std::string advice = {};
 
-    // Message and advice for a command line.
-    std::string Text() const { return advice.empty() ? message : message + "; " + advice; }
+    // Message and advice for a command line, without anything that a terminal would obey.
+    std::string Text() const { return SafeText(advice.empty() ? message : message + "; " + advice); }
     // The same failure, of the file or column `what`.
     Failure About(const std::string& what) const { return {exitCode, what + ": " + message, advice}; }
 };
