@@ -9,6 +9,7 @@
 #include "app/table/OpenTable.h"
 #include "app/table/OutputFile.h"
 #include "app/table/Progress.h"
+#include "app/table/SafeText.h"
 
 namespace app {
 
@@ -17,11 +18,11 @@ namespace {
 bool IsSameFile(const std::string& a, const std::string& b) { return a != "-" && b != "-" && SameFile(a, b); }
 
 std::optional<Failure> CheckTargets(const CleanOptions& options) {
-    if (!options.force && IsSameFile(options.read.path, options.output))
+    if (!options.force && IsInput(options.read.path, options.output))
         return UsageError("the output " + options.output +
                           " is the input; name another file or give --force");
     if (options.report.empty()) return std::nullopt;
-    if (IsSameFile(options.read.path, options.report))
+    if (IsInput(options.read.path, options.report))
         return UsageError("the report would overwrite the input " + options.read.path);
     if (options.report == options.output || IsSameFile(options.report, options.output))
         return UsageError("the report and the output are the same: " + options.report);
@@ -42,6 +43,7 @@ Result<std::vector<Series>> MakeAllSeries(const CleanOptions& options, const Tab
         const std::string& name = table.columns[i].column.name;
         if (!all.back().source)
             return Refusal("column \"" + name + "\" has more points than memory can hold");
+        if (const auto failure = CheckDecimals(table, i, all.back(), options.decimals)) return *failure;
         if (all.back().before.empty()) return Refusal(table.name + ": column \"" + name + "\" has no values");
     }
     return all;
@@ -75,7 +77,10 @@ Result<int> WriteAll(CleanRun& run, Progress& progress) {
         const bool written = report.Open(run.options.report) && report.Write(JsonText(CleanJson(run)));
         if (!written || !report.Flush()) return report.Error();
     }
+    // The rows were written from the input's bytes, which must still be those that were read.
+    if (run.table.bytes.Changed() == Bytes::Change::Rewritten) return ChangedInput(run.table.name);
     if (!output.Commit()) return output.Error();
+    if (!output.Lost().empty()) std::fprintf(stderr, "tavin: %s\n", SafeText(output.Lost()).c_str());
     if (!run.options.report.empty() && !report.Commit()) return report.Error();
     return kDone;
 }
@@ -97,7 +102,7 @@ Result<int> Clean(const CleanOptions& options) {
     const auto written = WriteAll(run, progress);
     if (!written) return written;
     progress.Clear();
-    if (!options.quiet) std::fputs(CleanText(run).c_str(), stderr);
+    if (!options.quiet) std::fputs(SafeText(CleanText(run)).c_str(), stderr);
     return kDone;
 }
 

@@ -295,7 +295,7 @@ class CommandLine {
                                   : infoCommand_.parsed() ? " info"
                                   : plotCommand_.parsed() ? " plot"
                                                           : "";
-            std::fprintf(stderr, "tavin: %s\nTry tavin%s --help.\n", error.what(), command);
+            std::fprintf(stderr, "tavin: %s\nTry tavin%s --help.\n", SafeText(error.what()).c_str(), command);
             return kWrongUsage;
         }
         program_.exit(error, std::cout, std::cerr);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace app {
 
@@ -20,23 +21,6 @@ std::string LengthText(const Table& table, double length) {
     return ShortNumber(length) + (table.x.unit.empty() ? "" : " " + table.x.unit);
 }
 
-struct Range {
-    double least = 0;
-    double most = 0;
-    std::int64_t count = 0;
-};
-
-Range RangeOf(const std::vector<double>& values) {
-    Range range;
-    for (const double value : values) {
-        if (!HasValue(value)) continue;
-        range.least = range.count ? std::min(range.least, value) : value;
-        range.most = range.count ? std::max(range.most, value) : value;
-        ++range.count;
-    }
-    return range;
-}
-
 std::vector<Spacing::Gap> WidestGaps(const std::vector<std::int32_t>& sorted, double limit,
                                      std::int64_t& count) {
     std::vector<Spacing::Gap> gaps;
@@ -51,6 +35,33 @@ std::vector<Spacing::Gap> WidestGaps(const std::vector<std::int32_t>& sorted, do
                                     [&](const auto& a, const auto& b) { return width(a) < width(b); }));
     }
     return gaps;
+}
+
+// The steps from each x to the next one that is larger.
+template <class Take>
+void ForEachStep(const std::vector<std::int32_t>& sorted, Take&& take) {
+    for (std::size_t i = 1; i < sorted.size(); ++i)
+        if (sorted[i] != sorted[i - 1])
+            take(static_cast<std::uint32_t>(std::int64_t{sorted[i]} - sorted[i - 1]));
+}
+
+// The middle one of `count` steps: first its upper half, then its lower one, by counting, so that the steps
+// of millions of rows need no memory.
+std::uint32_t MiddleStep(const std::vector<std::int32_t>& sorted, std::int64_t count) {
+    std::vector<std::int64_t> tally(std::size_t{1} << 16);
+    std::int64_t rank = count / 2;
+    const auto find = [&] {
+        std::uint32_t half = 0;
+        for (; rank >= tally[half]; ++half) rank -= tally[half];
+        return half;
+    };
+    ForEachStep(sorted, [&](std::uint32_t step) { ++tally[step >> 16]; });
+    const std::uint32_t upper = find();
+    std::fill(tally.begin(), tally.end(), 0);
+    ForEachStep(sorted, [&](std::uint32_t step) {
+        if (step >> 16 == upper) ++tally[step & 0xFFFF];
+    });
+    return upper << 16 | find();
 }
 
 std::string FaultsText(const Table& table) {
@@ -130,7 +141,7 @@ std::string Places(const ValueColumn& column) {
 }
 
 std::string ColumnText(const ValueColumn& column) {
-    const Range range = RangeOf(column.values);
+    const auto range = column.values.FindExtent();
     std::string text =
         Row("y", Titled(column.column) + ": " + Counted(range.count, "value") +
                      (column.missing ? ", " + Grouped(column.missing) + " missing" : "") +
@@ -167,7 +178,7 @@ Json XJson(const Table& table, const XAxis& axis) {
 }
 
 Json ColumnJson(const ValueColumn& column) {
-    const Range range = RangeOf(column.values);
+    const auto range = column.values.FindExtent();
     Json json{{"column", column.column.name},    {"unit", column.column.unit},
               {"values", range.count},           {"missing", column.missing},
               {"unreadable", column.unreadable}, {"decimals", column.decimals}};
@@ -183,24 +194,26 @@ Json ColumnJson(const ValueColumn& column) {
 
 Spacing FindSpacing(const XAxis& axis) {
     Spacing spacing;
-    std::vector<std::int32_t> sorted = axis.stored;
-    if (!axis.sorted) std::sort(sorted.begin(), sorted.end());
-    std::vector<std::int64_t> steps;
-    for (std::size_t i = 1; i < sorted.size(); ++i) {
-        const std::int64_t step = std::int64_t{sorted[i]} - sorted[i - 1];
-        if (step == 0)
-            ++spacing.duplicates;
-        else
-            steps.push_back(step);
+    std::vector<std::int32_t> copy;
+    if (!axis.sorted) {
+        copy = axis.stored;
+        std::sort(copy.begin(), copy.end());
     }
-    if (steps.empty()) return spacing;
-    const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-    std::nth_element(steps.begin(), middle, steps.end());
-    const auto step = static_cast<double>(*middle);
-    const auto [least, most] = std::minmax_element(steps.begin(), steps.end());
+    const auto& sorted = axis.sorted ? axis.stored : copy;
+    std::int64_t count = 0;
+    std::uint32_t least = std::numeric_limits<std::uint32_t>::max();
+    std::uint32_t most = 0;
+    ForEachStep(sorted, [&](std::uint32_t step) {
+        ++count;
+        least = std::min(least, step);
+        most = std::max(most, step);
+    });
+    spacing.duplicates = static_cast<std::int64_t>(sorted.size()) - 1 - count;
+    if (count == 0) return spacing;
+    const double step = MiddleStep(sorted, count);
     spacing.step = step / axis.scale.Scale();
-    spacing.least = RealLength(axis, *least);
-    spacing.most = RealLength(axis, *most);
+    spacing.least = RealLength(axis, least);
+    spacing.most = RealLength(axis, most);
     spacing.widest = WidestGaps(sorted, 1.5 * step, spacing.gaps);
     return spacing;
 }
@@ -219,7 +232,7 @@ std::string TimeFormText(const Table& table) {
 }
 
 std::string JsonText(const Json& json) {
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return SafeJson(json.dump(2, ' ', false, Json::error_handler_t::replace)) + "\n";
 }
 
 Json ExactnessJson(const Exactness& exactness, const AxisScale& scale) {
@@ -258,7 +271,7 @@ Json InfoJson(const Table& table, const XAxis& axis) {
 std::string InfoText(const Table& table, const XAxis& axis) {
     std::string text = table.name + "\n" + TableText(table) + XText(table, axis);
     for (const auto& column : table.columns) text += ColumnText(column);
-    return text;
+    return SafeText(text);
 }
 
 }  // namespace app

@@ -22,31 +22,10 @@ constexpr double kFullRange = 2147483646.0;          // of stored values that st
 constexpr double kExactCounts = 9007199254740992.0;  // 2^53: counts beyond are not all doubles
 
 double PowerOfTen(int exponent) {
-    constexpr double kSmall[] = {1,    1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    return exponent <= kMostDecimals ? kSmall[exponent] : std::pow(10.0, exponent);
+    return exponent <= kMostDecimals ? ExactPowerOfTen(exponent) : std::pow(10.0, exponent);
 }
 
 double AwayFromZero(double value) { return value > 0 ? std::floor(value + 0.5) : std::ceil(value - 0.5); }
-
-struct Extent {
-    double least = 0;
-    double most = 0;
-    double Largest() const { return std::max(std::fabs(least), std::fabs(most)); }
-    // Half of each first, so that the span of the widest doubles stays finite.
-    double Middle() const { return least / 2 + most / 2; }
-    double HalfSpan() const { return most / 2 - least / 2; }
-};
-
-Extent ExtentOf(const std::vector<double>& values) {
-    Extent extent{std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest()};
-    for (const double value : values) {
-        if (!HasValue(value)) continue;
-        extent.least = std::min(extent.least, value);
-        extent.most = std::max(extent.most, value);
-    }
-    return extent.least <= extent.most ? extent : Extent{};
-}
 
 double Scaled(double value, int decimals) {
     return decimals >= 0 ? value * PowerOfTen(decimals) : value / PowerOfTen(-decimals);
@@ -63,7 +42,11 @@ constexpr int kTimeDecimalsLeast = -9;  // counts of 10^9 s: enough for all year
 }  // namespace
 
 AxisScale::AxisScale(int decimals, std::int64_t origin, Microseconds timeOrigin)
-    : decimals_(decimals), power_(PowerOfTen(std::abs(decimals))), origin_(origin), timeOrigin_(timeOrigin) {}
+    : decimals_(decimals),
+      power_(PowerOfTen(std::abs(decimals))),
+      origin_(origin),
+      timeOrigin_(timeOrigin),
+      unit_(MicrosecondsPerCount(decimals)) {}
 
 double AxisScale::Scale() const { return decimals_ >= 0 ? power_ : 1 / power_; }
 
@@ -81,26 +64,44 @@ double AxisScale::Real(std::int32_t stored) const {
 }
 
 std::int32_t AxisScale::StoredTime(Microseconds time) const {
-    const Microseconds unit = MicrosecondsPerCount(decimals_);
     const Microseconds shifted = time - timeOrigin_;
-    const Microseconds half = shifted > 0 ? unit / 2 : -(unit / 2);
-    return SaturateToInt32((shifted + half) / unit);
+    const Microseconds half = shifted > 0 ? unit_ / 2 : -(unit_ / 2);
+    return SaturateToInt32((shifted + half) / unit_);
 }
 
-Microseconds AxisScale::RealTime(std::int32_t stored) const {
-    return timeOrigin_ + stored * MicrosecondsPerCount(decimals_);
+Microseconds AxisScale::RealTime(std::int32_t stored) const { return timeOrigin_ + stored * unit_; }
+
+AxisScale ScaleForValues(const Values& values, int writtenDecimals, bool zeroOrigin) {
+    const auto extent = values.FindExtent();
+    return ScaleForRange(extent.least, extent.most, writtenDecimals, zeroOrigin);
 }
 
-AxisScale ScaleForValues(const std::vector<double>& values, int writtenDecimals, bool zeroOrigin) {
-    const Extent extent = ExtentOf(values);
+AxisScale ScaleForRange(double least, double most, int writtenDecimals, bool zeroOrigin) {
+    const double largest = std::max(std::fabs(least), std::fabs(most));
+    // Half of each first, so that the span of the widest doubles stays finite.
+    const double middle = least / 2 + most / 2;
+    const double halfSpan = most / 2 - least / 2;
     const auto fits = [](double counts) { return counts <= kHalfRange; };
     for (int decimals = std::min(writtenDecimals, kMostDecimals); decimals > kLeastDecimals; --decimals) {
-        if (fits(Scaled(extent.Largest(), decimals))) return {decimals, 0};
-        const bool exact = Scaled(extent.Largest(), decimals) < kExactCounts;
-        if (zeroOrigin || !exact || !fits(Scaled(extent.HalfSpan(), decimals))) continue;
-        return {decimals, static_cast<std::int64_t>(AwayFromZero(Scaled(extent.Middle(), decimals)))};
+        if (fits(Scaled(largest, decimals))) return {decimals, 0};
+        const bool exact = Scaled(largest, decimals) < kExactCounts;
+        if (zeroOrigin || !exact || !fits(Scaled(halfSpan, decimals))) continue;
+        return {decimals, static_cast<std::int64_t>(AwayFromZero(Scaled(middle, decimals)))};
     }
     return {kLeastDecimals, 0};
+}
+
+std::optional<std::int64_t> ExactFactor(const AxisScale& scale, const Values& values) {
+    if (!values.AreCounts() || scale.Decimals() < values.Decimals()) return std::nullopt;
+    const double factor = Scaled(1, scale.Decimals() - values.Decimals());
+    const auto extent = values.FindExtent();
+    constexpr double kExact = kExactCounts / 8;  // so far the conversion through doubles rounds to the same
+    for (const double edge : {extent.least, extent.most}) {
+        const double counts = Scaled(edge, scale.Decimals());
+        const double stored = counts - static_cast<double>(scale.Origin());
+        if (std::fabs(counts) > kExact || std::fabs(stored) > kFullRange) return std::nullopt;
+    }
+    return static_cast<std::int64_t>(factor);
 }
 
 AxisScale ScaleForTimes(const std::vector<Microseconds>& times) {
@@ -108,8 +109,10 @@ AxisScale ScaleForTimes(const std::vector<Microseconds>& times) {
     const auto [least, most] = std::minmax_element(times.begin(), times.end());
     // The coarsest unit up to a second in which every distance from the first time is whole.
     int decimals = 0;
-    for (const Microseconds time : times)
+    for (const Microseconds time : times) {
+        if ((time - *least) % kSecond == 0) continue;
         while (decimals < 6 && (time - *least) % MicrosecondsPerCount(decimals) != 0) ++decimals;
+    }
     const auto span = static_cast<double>(*most - *least);
     while (decimals > kTimeDecimalsLeast &&
            span / static_cast<double>(MicrosecondsPerCount(decimals)) > kFullRange)
@@ -117,8 +120,9 @@ AxisScale ScaleForTimes(const std::vector<Microseconds>& times) {
     return {decimals, 0, *least};
 }
 
-Exactness Examine(const AxisScale& scale, const std::vector<double>& values) {
+Exactness Examine(const AxisScale& scale, const Values& values) {
     Exactness exactness;
+    if (ExactFactor(scale, values)) return {values.FindExtent().count, 0, 0};
     for (const double value : values) {
         if (!HasValue(value)) continue;
         ++exactness.values;

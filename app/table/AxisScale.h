@@ -5,10 +5,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/table/TimeText.h"
+#include "app/table/Values.h"
 
 namespace app {
 
@@ -45,15 +47,22 @@ class AxisScale {
     double power_ = 1;             // 10^|decimals|
     std::int64_t origin_ = 0;      // in counts, of values
     Microseconds timeOrigin_ = 0;  // of times
+    Microseconds unit_ = 1;        // of a count of times
 };
+
+// How the counts of `values` become stored counts of `scale` without any rounding: each times this. Empty
+// where they are no counts, or where some would be rounded or saturated.
+std::optional<std::int64_t> ExactFactor(const AxisScale& scale, const Values& values);
 
 // For values written with at most `writtenDecimals`. Values stay within half the 32-bit range, so that an
 // edit has as much room again on either side. `zeroOrigin` asks for origin 0 at the price of decimals.
-AxisScale ScaleForValues(const std::vector<double>& values, int writtenDecimals, bool zeroOrigin);
+AxisScale ScaleForValues(const Values& values, int writtenDecimals, bool zeroOrigin);
+// The same for any values from `least` to `most`.
+AxisScale ScaleForRange(double least, double most, int writtenDecimals, bool zeroOrigin);
 // For times, counted from the first of them.
 AxisScale ScaleForTimes(const std::vector<Microseconds>& times);
 
-Exactness Examine(const AxisScale& scale, const std::vector<double>& values);
+Exactness Examine(const AxisScale& scale, const Values& values);
 Exactness Examine(const AxisScale& scale, const std::vector<Microseconds>& times);
 
 // "exact", or how many values are rounded and by how much at most; `unit` follows the error.

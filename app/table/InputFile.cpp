@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 namespace app {
@@ -18,33 +19,6 @@ constexpr std::size_t kChunk = std::size_t{1} << 20;
 
 Failure SystemRefusal(const std::string& what, const std::string& path, int error) {
     return Refusal(what + " " + ShownName(path) + ": " + std::strerror(error));
-}
-
-// Reads to the end; `sizeHint` bytes are expected.
-Result<std::string> ReadAll(int file, const std::string& path, std::size_t sizeHint) {
-    std::string bytes;
-    std::size_t used = 0;
-    for (;;) {
-        if (bytes.size() < used + kChunk) bytes.resize(std::max(used + kChunk, sizeHint + 1));
-        const ssize_t got = ::read(file, bytes.data() + used, bytes.size() - used);
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return SystemRefusal("cannot read", path, errno);
-        if (got == 0) break;
-        used += static_cast<std::size_t>(got);
-    }
-    bytes.resize(used);
-    return bytes;
-}
-
-Result<std::string> ReadPath(const std::string& path) {
-    if (path == "-") return ReadAll(STDIN_FILENO, path, 0);
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) return SystemRefusal("cannot open", path, errno);
-    struct stat about {};
-    const bool known = ::fstat(file, &about) == 0 && S_ISREG(about.st_mode);
-    auto bytes = ReadAll(file, path, known ? static_cast<std::size_t>(about.st_size) : 0);
-    ::close(file);
-    return bytes;
 }
 
 bool StartsWith(std::string_view text, std::string_view start) {
@@ -59,31 +33,86 @@ const char* WideEncoding(std::string_view bytes) {
     return nullptr;
 }
 
-Result<std::string> CheckedText(std::string bytes, const std::string& path) {
-    if (const char* encoding = WideEncoding(bytes))
+// Refuses a byte of value 0 from `begin` on: devices and pictures are no tables, and some have no end.
+std::optional<Failure> CheckZeros(std::string_view bytes, std::size_t begin, const std::string& path) {
+    const auto zero = bytes.find('\0', begin);
+    if (zero == std::string_view::npos || WideEncoding(bytes)) return std::nullopt;
+    const auto line = std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(zero), '\n') + 1;
+    return NotText(ShownName(path), line);
+}
+
+// Reads to the end what has no size to ask for.
+Result<Bytes> ReadAll(int file, const std::string& path) {
+    std::string bytes;
+    std::size_t used = 0;
+    for (;;) {
+        if (bytes.size() < used + kChunk) bytes.resize(std::max(used + kChunk, used + used / 2));
+        const ssize_t got = ::read(file, bytes.data() + used, bytes.size() - used);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return SystemRefusal("cannot read", path, errno);
+        if (got == 0) break;
+        const std::size_t begin = used;
+        used += static_cast<std::size_t>(got);
+        if (const auto refused = CheckZeros(std::string_view(bytes).substr(0, used), begin, path))
+            return *refused;
+    }
+    bytes.resize(used);
+    return Bytes(std::move(bytes));
+}
+
+Result<Bytes> ReadOpen(int file, const std::string& path) {
+    if (::lseek(file, 0, SEEK_CUR) == 0) {
+        Bytes mapped = Bytes::Mapped(file);
+        if (mapped.size() > 0) return mapped;
+    }
+    return ReadAll(file, path);
+}
+
+Result<Bytes> ReadPath(const std::string& path) {
+    if (path == "-") return ReadOpen(STDIN_FILENO, path);
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return SystemRefusal("cannot open", path, errno);
+    auto bytes = ReadOpen(file, path);
+    ::close(file);
+    return bytes;
+}
+
+Result<Bytes> CheckedText(Bytes bytes, const std::string& path) {
+    const std::string_view text = bytes;
+    if (const char* encoding = WideEncoding(text))
         return Refusal(ShownName(path) + ":1: the text is " + encoding +
                        "; convert it to UTF-8 first: iconv -f " + encoding + " -t UTF-8");
-    const auto zero = bytes.find('\0');
-    if (zero != std::string::npos) {
-        const auto line =
-            std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(zero), '\n') + 1;
-        return Refusal(ShownName(path) + ":" + std::to_string(line) +
-                       ": not a text file: a byte of value 0; give a table in text form (CSV)");
-    }
-    const bool blank =
-        std::all_of(bytes.begin(), bytes.end(), [](char c) { return std::strchr(" \t\r\n", c); });
-    if (blank) return Refusal(ShownName(path) + ":1: the file is empty");
+    if (const auto refused = CheckZeros(text.substr(0, kChunk), 0, path)) return *refused;
+    if (text.find_first_not_of(" \t\r\n") == std::string_view::npos)
+        return Refusal(ShownName(path) + ":1: the file is empty");
     return bytes;
 }
 
 }  // namespace
 
+Failure NotText(const std::string& name, std::int64_t line) {
+    return Refusal(name + ":" + std::to_string(line) +
+                   ": not a text file: a byte of value 0; give a table in text form (CSV)");
+}
+
+Failure ChangedInput(const std::string& name) {
+    return Refusal(name + " was written to while it was read: its parts do not belong together; try again");
+}
+
 std::string ShownName(const std::string& path) { return path == "-" ? "standard input" : path; }
 
-Result<std::string> ReadInput(const std::string& path) {
+Result<Bytes> ReadInput(const std::string& path) {
     auto bytes = ReadPath(path);
     if (!bytes) return bytes;
     return CheckedText(std::move(*bytes), path);
+}
+
+bool IsInput(const std::string& input, const std::string& output) {
+    struct stat one {};
+    struct stat other {};
+    const bool known = input == "-" ? ::fstat(STDIN_FILENO, &one) == 0 : ::stat(input.c_str(), &one) == 0;
+    if (!known || !S_ISREG(one.st_mode) || output == "-" || ::stat(output.c_str(), &other) != 0) return false;
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
 bool SameFile(const std::string& a, const std::string& b) {
@@ -93,7 +122,7 @@ bool SameFile(const std::string& a, const std::string& b) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-std::string Sha256(const std::string& bytes) {
+std::string Sha256(std::string_view bytes) {
     unsigned char digest[EVP_MAX_MD_SIZE];
     unsigned length = 0;
     if (EVP_Digest(bytes.data(), bytes.size(), digest, &length, EVP_sha256(), nullptr) != 1) return {};

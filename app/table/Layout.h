@@ -9,6 +9,7 @@
 
 #include "app/table/CellNumber.h"
 #include "app/table/ReadOptions.h"
+#include "app/table/RecordIndex.h"
 #include "app/table/Result.h"
 #include "app/table/TimeText.h"
 
@@ -25,8 +26,6 @@ struct Column {
     std::vector<TimePart> parts = {};  // of a time that several columns hold; `field` is then the first one's
     char grouping = 0;                 // between the thousands of its numbers; 0: there are none
 };
-
-enum class RecordRole : std::uint8_t { Comment, Header, Units, Data, Skipped };
 
 // A record above the data; all of them together are the bytes from the mark to the data.
 struct TopRecord {

@@ -7,11 +7,12 @@ namespace app {
 namespace {
 
 // Cuts behind the last line that ends within the first `most` bytes.
-void KeepWholeLines(std::string& text, std::size_t most) {
-    if (text.size() <= most) return;
-    auto last = text.rfind('\n', most);
-    if (last == std::string::npos) last = text.rfind('\r', most);
-    text.resize(last == std::string::npos ? most : last + 1);
+Bytes WholeLines(Bytes bytes, std::size_t most) {
+    if (bytes.size() <= most) return bytes;
+    const auto start = bytes.View().substr(0, most);
+    auto last = start.rfind('\n');
+    if (last == std::string_view::npos) last = start.rfind('\r');
+    return Bytes(std::string(start.substr(0, last == std::string_view::npos ? most : last + 1)));
 }
 
 }  // namespace
@@ -19,8 +20,7 @@ void KeepWholeLines(std::string& text, std::size_t most) {
 Result<InputText> LoadText(const std::string& path, std::size_t most) {
     auto bytes = ReadInput(path);
     if (!bytes) return bytes.Error();
-    KeepWholeLines(*bytes, most);
-    return InputText{ShownName(path), std::move(*bytes)};
+    return InputText{ShownName(path), WholeLines(std::move(*bytes), most)};
 }
 
 Result<ReadingPlan> PlanReading(const InputText& text, const ReadOptions& options) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/table/Advance.h"
+#include "app/table/Bytes.h"
 #include "app/table/Layout.h"
 #include "app/table/ReadOptions.h"
 #include "app/table/Table.h"
@@ -14,7 +15,7 @@ namespace app {
 
 struct InputText {
     std::string name;  // of the file, for messages
-    std::string bytes;
+    Bytes bytes;
 };
 // Reads the file. With `most`, no more than whole lines of about so many bytes are kept.
 Result<InputText> LoadText(const std::string& path, std::size_t most = std::string::npos);

@@ -1,7 +1,8 @@
 // The records of a CSV text: which bytes each one covers and, through libcsv, its fields.
 //
-// The text is handed to the tokeniser a line at a time, so that the bytes of every record are known exactly;
-// a record is longer than a line only where a quoted field holds a line break.
+// A line without quotes is split here. Any other is handed to the tokeniser, a line at a time, so that the
+// bytes of every record are known exactly; a record is longer than a line only where a quoted field holds a
+// line break. What a record is depends on nothing before it, so that reading may start at any of them.
 #pragma once
 
 #include <csv.h>
@@ -15,7 +16,7 @@ namespace app {
 constexpr char kBlanks = ' ';  // as a delimiter: one or more blanks or tabs
 
 struct Record {
-    enum Kind { Comment, Row, Broken };
+    enum Kind { Comment, Row, Broken, NotText };  // NotText: a byte of value 0
     Kind kind = Comment;
     std::size_t begin = 0;
     std::size_t end = 0;    // behind the line break
@@ -23,6 +24,12 @@ struct Record {
     int fields = 0;
     const char* fault = "";  // why a Broken record is none
 };
+
+// A table has no more: a line that does is no record.
+constexpr int kMostFields = 20000;
+
+// What ends the lines of a text: carriage returns where its first megabyte has no line feed, else '\n'.
+char LineBreakOf(std::string_view text);
 
 class Records {
   public:
@@ -42,6 +49,16 @@ class Records {
         return Advance(record);
     }
 
+    // Where the next record begins; and continues with the one there, whose line is counted as `line`.
+    std::size_t At() const { return at_; }
+    std::int64_t Line() const { return line_; }
+    void Seek(std::size_t at, std::int64_t line) {
+        at_ = at;
+        line_ = line;
+    }
+    // The first line that begins at `from` or behind it.
+    std::size_t LineBegin(std::size_t from) const { return from == 0 ? 0 : LineEnd(from - 1); }
+
   private:
     struct Counts {
         int fields = 0;
@@ -54,7 +71,8 @@ class Records {
         static void OnField(void* text, std::size_t length, void* self) {
             auto& sink = *static_cast<Sink*>(static_cast<Counts*>(self));
             if (!text && sink.skipEmpty) return;
-            (*sink.field)(sink.fields++, text ? std::string_view(static_cast<const char*>(text), length)
+            if (sink.fields++ >= kMostFields) return;
+            (*sink.field)(sink.fields - 1, text ? std::string_view(static_cast<const char*>(text), length)
                                               : std::string_view());
         }
         static void OnRow(int, void* self) { ++static_cast<Counts*>(self)->rows; }
@@ -68,7 +86,11 @@ class Records {
 
     bool Advance(Record& record);
     std::size_t LineEnd(std::size_t from) const;
-    bool HasStrayReturns() const;
+    bool HasStrayReturns(std::string_view line) const;
+    void Report(std::string_view field);
+    void Split(std::string_view line);
+    void SplitAtBlanks(std::string_view line);
+    void Tokenise(Record& record, int& lines);
     bool IsEnded(const Record& record) const { return text_[record.end - 1] == lineBreak_; }
     void Feed(std::size_t begin, std::size_t end);
     void Finish();
@@ -79,7 +101,6 @@ class Records {
     std::int64_t line_;
     char delimiter_;
     char lineBreak_;
-    bool strayReturns_;  // carriage returns stand inside lines: they count as blanks
     csv_parser parser_;
     AnySink sink_{};
     std::string unblanked_;  // a line whose tabs or stray carriage returns were made blanks

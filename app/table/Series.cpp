@@ -1,6 +1,7 @@
 #include "app/table/Series.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -29,7 +30,7 @@ double UnitsPerReal(double middleStepReal) {
 }
 
 // The rows that have a point, in stable order of x.
-std::vector<std::int32_t> RowsInOrder(const std::vector<double>& values, const XAxis& axis) {
+std::vector<std::int32_t> RowsInOrder(const Values& values, const XAxis& axis) {
     std::vector<std::int32_t> rows;
     rows.reserve(values.size());
     for (std::size_t r = 0; r < values.size(); ++r)
@@ -41,18 +42,60 @@ std::vector<std::int32_t> RowsInOrder(const std::vector<double>& values, const X
     return rows;
 }
 
+// The stored counts of the rows of a column; of a row without a value, any.
+class StoredColumn {
+  public:
+    StoredColumn(const AxisScale& scale, const Values& values)
+        : scale_(scale), values_(values), factor_(ExactFactor(scale, values)) {}
+    std::int32_t operator[](std::size_t row) const {
+        if (!factor_) return scale_.Stored(values_[row]);
+        return static_cast<std::int32_t>(values_.Counts()[row] * *factor_ - scale_.Origin());
+    }
+
+  private:
+    const AxisScale& scale_;
+    const Values& values_;
+    std::optional<std::int64_t> factor_;
+};
+
 // The source's offset is 32 bits: it shares the origin of the axis where that fits.
 long OffsetFor(const AxisScale& scale) {
     const std::int64_t origin = scale.Origin();
     return origin == SaturateToInt32(origin) ? static_cast<long>(origin) : 0;
 }
 
-void AddPoint(Series& series, CPoint point) {
-    auto& source = *series.source;
-    const long count = source.GetCount();
-    if (count > 0 && source.GetData()[count - 1].x == point.x) ++series.duplicates;
-    source.push_back(point);
-    series.before.push_back(point.y);
+// Appends points to a series a block at a time.
+class PointAppender {
+  public:
+    explicit PointAppender(Series& series) : series_(series) {}
+    void Add(CPoint point) {
+        series_.duplicates += any_ && point.x == lastX_;
+        any_ = true;
+        lastX_ = point.x;
+        block_[used_++] = point;
+        series_.before.push_back(point.y);
+        if (used_ == block_.size()) Flush();
+    }
+    void Flush() {
+        if (used_ == 0) return;
+        CPoint* const last = block_.data() + used_ - 1;
+        series_.source->insert({}, {block_.data(), block_.data(), last}, {nullptr, block_.data(), last});
+        used_ = 0;
+    }
+
+  private:
+    Series& series_;
+    std::array<CPoint, 4096> block_;
+    std::size_t used_ = 0;
+    std::int32_t lastX_ = 0;
+    bool any_ = false;
+};
+
+bool AreAscending(const Values& values) {
+    if (values.AreCounts()) return std::is_sorted(values.Counts().begin(), values.Counts().end());
+    for (std::size_t i = 1; i < values.size(); ++i)
+        if (values[i] < values[i - 1]) return false;
+    return true;
 }
 
 }  // namespace
@@ -68,8 +111,9 @@ XAxis MakeXAxis(const Table& table, const std::optional<AxisScale>& scale) {
     } else {
         axis.scale = scale ? *scale : ScaleForValues(table.xNumbers, table.xDecimals, false);
         axis.exactness = Examine(axis.scale, table.xNumbers);
-        for (const double x : table.xNumbers) axis.stored.push_back(axis.scale.Stored(x));
-        axis.sorted = std::is_sorted(table.xNumbers.begin(), table.xNumbers.end());
+        const StoredColumn stored(axis.scale, table.xNumbers);
+        for (std::size_t r = 0; r < table.xNumbers.size(); ++r) axis.stored.push_back(stored[r]);
+        axis.sorted = AreAscending(table.xNumbers);
     }
     axis.unitsPerReal = UnitsPerReal(MiddleStep(axis.stored) / axis.scale.Scale());
     return axis;
@@ -91,19 +135,50 @@ Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, cons
         CString(table.HasTimes() ? std::string("s") : x.unit), CString(column.column.unit), points, 1024);
     series.source->SetOffset(0, OffsetFor(series.scale));
     series.before.reserve(static_cast<std::size_t>(points));
+    const StoredColumn stored(series.scale, column.values);
+    PointAppender appender(series);
     if (axis.sorted && points == rows) {
-        for (std::size_t r = 0; r < column.values.size(); ++r)
-            AddPoint(series, {axis.stored[r], series.scale.Stored(column.values[r])});
+        for (std::size_t r = 0; r < column.values.size(); ++r) appender.Add({axis.stored[r], stored[r]});
     } else {
         series.rowPoint.assign(column.values.size(), Series::kNoPoint);
         for (const std::int32_t row : RowsInOrder(column.values, axis)) {
             const auto r = static_cast<std::size_t>(row);
             series.rowPoint[r] = static_cast<std::int32_t>(series.before.size());
-            AddPoint(series, {axis.stored[r], series.scale.Stored(column.values[r])});
+            appender.Add({axis.stored[r], stored[r]});
         }
     }
-    if (series.source->GetCount() != points) series.source.reset();
+    appender.Flush();
+    if (series.source->GetCount() != points) {
+        series.source.reset();
+        return series;
+    }
+    unsigned short* const status = series.source->GetStatus();
+    for (std::size_t r = 0; r < column.status.size(); ++r) {
+        const std::int32_t point = series.PointOfRow(static_cast<std::int64_t>(r));
+        if (point != Series::kNoPoint) status[point] = column.status[r];
+    }
+    series.source->NoteChange();
     return series;
+}
+
+std::optional<Failure> CheckDecimals(const Table& table, std::size_t index, const Series& series,
+                                     int askedDecimals) {
+    const ValueColumn& column = table.columns[index];
+    const int held = series.scale.Decimals();
+    const int most = std::max(0, held);
+    if (held >= std::max(column.decimals, askedDecimals)) return std::nullopt;
+    if (askedDecimals >= 0 && askedDecimals <= most) return std::nullopt;
+    const auto extent = column.values.FindExtent();
+    const std::string room =
+        held >= 0 ? "there is room for " + Counted(held, "decimal")
+                  : "they can only be stored in steps of " + ShortNumber(1 / series.scale.Scale());
+    return Refusal(
+        table.name + ": column \"" + column.column.name + "\" has values from " + ShortNumber(extent.least) +
+            " to " + ShortNumber(extent.most) + ", for which " + room + ", not for " +
+            (askedDecimals > column.decimals ? "the " + std::to_string(askedDecimals) + " asked for"
+             : column.decimals > 0           ? "the " + std::to_string(column.decimals) + " of the file"
+                                             : std::string("whole numbers")),
+        "--decimals " + std::to_string(most) + " edits it so all the same");
 }
 
 }  // namespace app

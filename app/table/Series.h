@@ -49,4 +49,9 @@ struct SeriesWishes {
 // The series of value column `index`; null source when memory or the 2^31 points of a series do not suffice.
 Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, const SeriesWishes& wishes);
 
+// Refuses a series that holds fewer decimals than its column is written with, unless the user asked for no
+// more than it holds.
+std::optional<Failure> CheckDecimals(const Table& table, std::size_t index, const Series& series,
+                                     int askedDecimals);
+
 }  // namespace app

@@ -4,25 +4,26 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <vector>
 
+#include "app/table/Bytes.h"
 #include "app/table/Layout.h"
+#include "app/table/RecordIndex.h"
+#include "app/table/Values.h"
 
 namespace app {
 
-// What stands in place of a value. Cells that hold "inf" or "nan" never get into a column as values.
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
-constexpr double kUnreadable = std::numeric_limits<double>::infinity();
-constexpr bool HasValue(double value) { return value - value == 0; }
-
 struct ValueColumn {
     Column column;
-    std::vector<double> values;  // of a time column: seconds since 1970
-    int decimals = 0;            // the most that a cell is written with
+    Values values;
+    int decimals = 0;  // the most that a cell is written with
     std::int64_t missing = 0;
     std::int64_t unreadable = 0;
+    // Where an earlier cleaning left a status column: its field, and the status word of each row; else -1.
+    int statusField = -1;
+    std::vector<unsigned short> status = {};
+    bool foreignStatus = false;  // the column holds something else after all
 };
 
 struct TimeNotes {
@@ -48,15 +49,13 @@ struct ReadNote {
     std::string option;  // of the command line, that decides otherwise: "--time-format mdy"; empty: none
 };
 
-struct Table {
-    std::string name;
-    std::string bytes;
-    Layout layout;
-    std::vector<std::uint64_t> records;  // first byte, and the role in the top eight bits
-    std::int64_t rows = 0;               // Data records
+// What has been read of a table's rows, or of those of a stretch of it.
+struct Rows {
+    RecordIndex records;
+    std::int64_t lines = 0;
+    std::int64_t rows = 0;  // Data records
 
-    Column x;
-    std::vector<double> xNumbers;      // one of these two is filled
+    Values xNumbers;                   // one of these two is filled
     std::vector<Microseconds> xTimes;  //
     int xDecimals = 0;
     std::vector<std::int64_t> shortRows;  // ascending: data rows that lack cells at their end
@@ -66,21 +65,27 @@ struct Table {
     std::int64_t skippedRows = 0;
     std::int64_t unreadableCells = 0;
     std::vector<Fault> faults;  // the first kMostFaults of both
+    bool notText = false;       // the line behind the last one holds a byte of value 0
 
     static constexpr std::size_t kMostFaults = 1000;
 
-    std::vector<ReadNote> notes;
-
-    RecordRole Role(std::size_t record) const { return static_cast<RecordRole>(records[record] >> 56); }
-    std::size_t Begin(std::size_t record) const { return records[record] & ((std::uint64_t{1} << 56) - 1); }
-    std::string_view RecordText(std::size_t record) const {
-        const std::size_t begin = Begin(record);
-        const std::size_t end = record + 1 < records.size() ? Begin(record + 1) : bytes.size();
-        return std::string_view(bytes).substr(begin, end - begin);
-    }
+    // Without rows again, of the same columns.
+    void Clear();
+    void Reserve(std::size_t expectedRows, bool hasTimes);
+    // The rows of the stretch that follows.
+    void Append(const Rows& more);
     bool IsShort(std::int64_t row) const {
         return std::binary_search(shortRows.begin(), shortRows.end(), row);
     }
+};
+
+struct Table : Rows {
+    std::string name;
+    Bytes bytes;
+    Layout layout;
+    std::vector<ReadNote> notes;
+    Column x;
+
     bool HasTimes() const { return x.kind == ColumnKind::Time; }
 };
 

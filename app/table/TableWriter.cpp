@@ -13,14 +13,6 @@ namespace {
 
 constexpr std::size_t kRecordsBetweenAdvances = 1 << 16;
 
-struct FlagName {
-    unsigned short flag;
-    const char* name;
-};
-constexpr FlagName kFlags[] = {
-    {PS_DELETED, "deleted"},   {PS_REJECTED, "rejected"},         {PS_SPIKE, "spike"},  {PS_MOVED, "moved"},
-    {PS_SMOOTHED, "smoothed"}, {PS_INTERPOLATED, "interpolated"}, {PS_EDITED, "edited"}};
-
 // A cell of text in the table's delimiter; quoted where it must be.
 std::string Cell(const std::string& text, char delimiter) {
     const bool blank = text.find_first_of(" \t") != std::string::npos && delimiter == kBlanks;
@@ -43,15 +35,17 @@ class RowWriter {
         });
         // In a table of blanks an empty cell would be no cell.
         if (table.layout.delimiter == kBlanks) empty_.assign(1, '-');
+        for (const auto& column : table.columns) appends_ |= column.statusField < 0;
+        missing_ = table.layout.delimiter + std::string("missing");
+        unreadable_ = table.layout.delimiter + std::string("unreadable");
         for (std::size_t word = 0; word < cells_.size(); ++word) {
             const auto status = StatusText(StatusOf(word));
             cells_[word].append(1, table.layout.delimiter).append(status.empty() ? empty_ : status);
         }
     }
 
-    bool Write(std::size_t record) {
-        const std::string_view text = table_.RecordText(record);
-        switch (table_.Role(record)) {
+    bool Write(RecordRole role, std::string_view text) {
+        switch (role) {
             case RecordRole::Data:
                 return WriteRow(text, row_++);
             case RecordRole::Header:
@@ -75,8 +69,9 @@ class RowWriter {
         const std::string lineBreak(text.substr(line.size()));
         PadShortRow(text, line);
         for (const auto& column : table_.columns)
-            line += table_.layout.delimiter +
-                    (names ? Cell(column.column.name + "_status", table_.layout.delimiter) : empty_);
+            if (column.statusField < 0)
+                line += table_.layout.delimiter +
+                        (names ? Cell(StatusColumnName(column.column), table_.layout.delimiter) : empty_);
         return output_.Write(line + lineBreak);
     }
 
@@ -144,17 +139,33 @@ class RowWriter {
     }
 
     void AppendStatus(std::string_view text, std::int64_t row) {
-        if (table_.IsShort(row)) PadShortRow(text, line_);
+        if (appends_ && table_.IsShort(row)) PadShortRow(text, line_);
         for (std::size_t i = 0; i < series_.size(); ++i) {
-            const std::int32_t point = series_[i].PointOfRow(row);
-            if (point != Series::kNoPoint) {
-                line_ += cells_[Packed(series_[i].source->GetStatus()[point])];
-                continue;
+            const std::string_view cell = StatusCell(i, row);
+            const int field = table_.columns[i].statusField;
+            if (field < 0)
+                line_ += cell;
+            else if (!ReplaceCell(field, cell.substr(1)) && cell.size() > 1) {
+                PadShortRow(std::string(line_), line_);
+                ReplaceCell(field, cell.substr(1));
             }
-            const double value = table_.columns[i].values[static_cast<std::size_t>(row)];
-            line_ += table_.layout.delimiter;
-            line_ += value == kUnreadable ? "unreadable" : "missing";
         }
+    }
+
+    // False: the row has no such cell.
+    bool ReplaceCell(int field, std::string_view cell) {
+        Span span;
+        if (!FindField(line_, table_.layout.delimiter, field, span)) return false;
+        line_.replace(span.begin, span.end - span.begin, cell);
+        return true;
+    }
+
+    // With the delimiter in front.
+    std::string_view StatusCell(std::size_t index, std::int64_t row) const {
+        const std::int32_t point = series_[index].PointOfRow(row);
+        if (point != Series::kNoPoint) return cells_[Packed(series_[index].source->GetStatus()[point])];
+        const double value = table_.columns[index].values[static_cast<std::size_t>(row)];
+        return value == kUnreadable ? unreadable_ : missing_;
     }
 
     OutputFile& output_;
@@ -165,28 +176,27 @@ class RowWriter {
     std::vector<std::size_t> byField_;  // the series in the order of their columns in the file
     std::string empty_;
     std::array<std::string, 256> cells_;  // per packed status word: the delimiter and the cell
+    bool appends_ = false;                // some series has no status column yet
+    std::string missing_;                 // and of rows without a point
+    std::string unreadable_;
     std::string line_;
     std::int64_t row_ = 0;
 };
 
 }  // namespace
 
-std::string StatusText(unsigned short status) {
-    std::string text;
-    for (const auto& flag : kFlags)
-        if (status & flag.flag) text.append(text.empty() ? "" : "+").append(flag.name);
-    return text;
-}
-
 bool WriteTable(OutputFile& output, const Table& table, const std::vector<Series>& series,
                 unsigned short drop, WriteCounts& counts, const Advance& advance) {
     RowWriter writer(output, table, series, drop, counts);
-    if (!output.Write(std::string_view(table.bytes).substr(0, table.layout.begin))) return false;
-    for (std::size_t record = 0; record < table.records.size(); ++record) {
-        if (!writer.Write(record)) return false;
-        if (!advance || record % kRecordsBetweenAdvances != 0) continue;
-        const double part = static_cast<double>(record) / static_cast<double>(table.records.size());
-        if (advance({part, counts.rows, nullptr}) == Go::Stop) return false;
+    if (!output.Write(table.bytes.View().substr(0, table.layout.begin))) return false;
+    const std::string_view text = table.bytes;
+    RecordIndex::Walk walk(table.records, table.layout.begin);
+    for (std::size_t record = 0; walk.Next(); ++record) {
+        if (!writer.Write(walk.Role(), text.substr(walk.Begin(), walk.End() - walk.Begin()))) return false;
+        if (record % kRecordsBetweenAdvances != 0) continue;
+        table.bytes.Release(walk.Begin());
+        const double part = static_cast<double>(walk.End()) / static_cast<double>(text.size());
+        if (advance && advance({part, counts.rows}) == Go::Stop) return false;
     }
     return true;
 }

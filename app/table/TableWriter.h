@@ -1,11 +1,13 @@
 // Writes a table with its edits: every record in its order and byte for byte, save the values that were
-// edited, and behind each row one status cell per series.
+// edited, and behind each row one status cell per series, or in the status column that an earlier cleaning
+// left.
 #pragma once
 
 #include <vector>
 
 #include "app/table/OutputFile.h"
 #include "app/table/Series.h"
+#include "app/table/StatusText.h"
 #include "app/table/Table.h"
 #include "app/table/TableReader.h"
 
@@ -16,9 +18,6 @@ struct WriteCounts {
     std::int64_t dropped = 0;  // and left out
     std::int64_t edited = 0;   // values written anew
 };
-
-// The names of the flags of a status word joined by "+", "" for none.
-std::string StatusText(unsigned short status);
 
 // `series` are those of the table's value columns, in their order. A row is left out when each of its values
 // carries one of the flags `drop` and there is at least one. Rows that could not be read are written as they

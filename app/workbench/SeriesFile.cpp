@@ -31,22 +31,11 @@ XReading ReadingOf(const Table& table, const XAxis& axis) {
 constexpr int kSpareDecimals = 4;
 constexpr double kMostCounts = 2e8;
 
-double RangeOf(const std::vector<double>& values) {
-    double least = 1e300;
-    double most = -1e300;
-    for (const double value : values) {
-        if (!HasValue(value)) continue;
-        least = std::min(least, value);
-        most = std::max(most, value);
-    }
-    return most > least ? most - least : 0;
-}
-
-AxisScale ZoomableScale(const std::vector<double>& values, int writtenDecimals) {
-    const double range = RangeOf(values);
+AxisScale ZoomableScale(const Values::Extent& extent, int writtenDecimals) {
     for (int decimals = writtenDecimals + kSpareDecimals;; --decimals) {
-        const AxisScale scale = ScaleForValues(values, decimals, false);
-        if (range * scale.Scale() <= kMostCounts || scale.Decimals() > decimals) return scale;
+        const AxisScale scale = ScaleForRange(extent.least, extent.most, decimals, false);
+        const double counts = (extent.most - extent.least) * scale.Scale();
+        if (counts <= kMostCounts || scale.Decimals() > decimals) return scale;
     }
 }
 
@@ -61,15 +50,19 @@ AxisScale ZoomableScale(const std::vector<Microseconds>& times) {
 
 // One scale for the values of all columns; none when it would round more of them than scales of their own.
 std::optional<AxisScale> SharedScale(const Table& table) {
-    std::vector<double> all;
+    Values::Extent all;
     int decimals = 0;
     for (const auto& column : table.columns) {
-        all.insert(all.end(), column.values.begin(), column.values.end());
+        const auto extent = column.values.FindExtent();
         decimals = std::max(decimals, column.decimals);
+        if (extent.count == 0) continue;
+        all.least = all.count ? std::min(all.least, extent.least) : extent.least;
+        all.most = all.count ? std::max(all.most, extent.most) : extent.most;
+        all.count += extent.count;
     }
     const AxisScale shared = ZoomableScale(all, decimals);
     for (const auto& column : table.columns) {
-        const AxisScale own = ZoomableScale(column.values, column.decimals);
+        const AxisScale own = ZoomableScale(column.values.FindExtent(), column.decimals);
         if (Examine(shared, column.values).inexact > Examine(own, column.values).inexact) return {};
     }
     return shared;
@@ -79,7 +72,8 @@ void AddSeries(SeriesFile& file, const Table& table, const XAxis& axis) {
     const auto shared = SharedScale(table);
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         SeriesWishes wishes;
-        wishes.scale = shared ? *shared : ZoomableScale(table.columns[i].values, table.columns[i].decimals);
+        wishes.scale =
+            shared ? *shared : ZoomableScale(table.columns[i].values.FindExtent(), table.columns[i].decimals);
         Series made = MakeSeries(table, axis, i, wishes);
         if (!made.source || made.source->empty()) continue;
         made.source->UpdateStats();
@@ -113,7 +107,7 @@ Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& adv
     if (!table) return table.Error();
     const XAxis axis =
         MakeXAxis(*table, table->HasTimes() ? ZoomableScale(table->xTimes)
-                                            : ZoomableScale(table->xNumbers, table->xDecimals));
+                                            : ZoomableScale(table->xNumbers.FindExtent(), table->xDecimals));
     SeriesFile file;
     file.options = options;
     file.title = std::filesystem::path(table->name).filename().string();

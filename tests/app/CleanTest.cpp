@@ -86,6 +86,28 @@ TEST(Clean, DropsRowsWhoseEveryValueIsFlagged) {
     EXPECT_EQ(run.out, "x,a,b,a_status,b_status\n1,1,1,,\n2,9,1,rejected+edited,\n5,,,missing,missing\n");
 }
 
+TEST(Clean, GoesOnWhereAnEarlierCleaningEnded) {
+    const Folder folder;
+    folder.Write(
+        "in.csv",
+        "x,a,a_status,b,b_status,c,c_status\n1,1,deleted+edited,1,,1,good\n2,2,,2,moved+edited,1,bad\n"
+        "3,,missing,3,spike,1\n4,4\n5,5,rejected+edited,5,,1,good\n");
+    // What was deleted or rejected takes no part; what the status columns hold stays, and no second ones
+    // come.
+    const auto run = folder.Run("clean in.csv -q -y a -y b -o out.csv --translate 1");
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_EQ(folder.Read("out.csv"),
+              "x,a,a_status,b,b_status,c,c_status\n1,1,deleted+edited,2,moved+edited,1,good\n"
+              "2,3,moved+edited,3,moved+edited,1,bad\n3,,missing,4,spike+moved+edited,1\n4,4\n"
+              "5,6,rejected+moved+edited,6,moved+edited,1,good\n");
+    // A column of that name that holds other things is not ours.
+    EXPECT_EQ(folder.Run("clean in.csv -q -y c -o - --translate 1").out.substr(0, 60),
+              "x,a,a_status,b,b_status,c,c_status,c_status\n1,1,deleted+edit");
+    // Once more, with nothing left to do, changes nothing.
+    ASSERT_EQ(folder.Run("clean out.csv -q -y a -y b -o again.csv --delete-spikes --translate 0").exitCode,
+              0);
+}
+
 TEST(Clean, ReportsNamesResultsAndTheInputsHash) {
     const Folder folder;
     folder.Write("in.csv", "t,level [m]\n2024-01-01,1.0\n2024-01-02,2.0\n");
@@ -126,6 +148,14 @@ TEST(Clean, RefusesWithoutLeavingFiles) {
         {"clean in.csv -y y -o out.csv --delete --drop everything", 2, "--drop everything: expected"},
         {"clean in.csv -y y -o in.csv --delete", 2, "the output in.csv is the input"},
         {"clean in.csv -y y -o ./in.csv --delete", 2, "is the input"},
+        {"clean - -y y -o in.csv --delete <in.csv", 2, "the output in.csv is the input"},
+        {"clean wide-span.csv -o out.csv --level 0", 1,
+         "\"y\" has values from -0.5241231 to 9000, for which there is room for 5 decimals, not for the 7 of "
+         "the "
+         "file; --decimals 5 edits it so all the same"},
+        {"clean wide-span.csv -o out.csv --level 0 --decimals 6", 1, "not for the 7 of the file"},
+        {"clean escape.csv -y nay -o out.csv --delete", 2,
+         "column \"nay\"; the columns are \"x\", \"\\x9b[31m\""},
         {"clean in.csv -y y -o out.csv --delete --report in.csv", 2, "would overwrite the input"},
         {"clean in.csv -y y -o out.csv --delete --report out.csv", 2, "are the same"},
         {"clean in.csv -y y --delete", 2, "--output is required"},
@@ -139,8 +169,10 @@ TEST(Clean, RefusesWithoutLeavingFiles) {
                                          "a\0,\0b\0",
                                          8));
     folder.Write("empty.csv", "\n \n");
+    folder.Write("wide-span.csv", "x,y\n1,-0.5241231\n2,9000\n");
+    folder.Write("escape.csv", "x,\xC2\x9B[31m\n1,2\n3,4\n");
     for (const auto& one : cases) {
-        ExpectRefused(folder, one, 4);
+        ExpectRefused(folder, one, 6);
         EXPECT_EQ(folder.Read("in.csv"), kSeries) << one.arguments;
     }
 }
@@ -188,8 +220,9 @@ TEST(Clean, CleansRealSeries) {
     if (!std::filesystem::exists(data)) GTEST_SKIP() << "no real series in " << data;
     const Folder folder;
     const std::string input = data + "machine_temperature.csv";
-    const auto run = folder.Run("clean " + input +
-                                " -q -o out.csv --select x=2013-12-16T17:30:2013-12-16T17:40 --level 50");
+    const auto run =
+        folder.Run("clean " + input +
+                   " -q -o out.csv --decimals 7 --select x=2013-12-16T17:30:2013-12-16T17:40 --level 50");
     ASSERT_EQ(run.exitCode, 0) << run.err;
     std::istringstream before(ReadWhole(input));
     std::istringstream after(folder.Read("out.csv"));

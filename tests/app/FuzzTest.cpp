@@ -52,12 +52,13 @@ const std::string kSeeds[] = {
 
 // The text of a table that was written without an edit, its status cells taken away again.
 std::string WithoutStatus(const Table& table, const std::string& written) {
-    std::string text(table.bytes, 0, table.layout.begin);
+    std::string text(table.bytes.View().substr(0, table.layout.begin));
     std::size_t at = table.layout.begin;
-    for (std::size_t r = 0; r < table.records.size(); ++r) {
-        const std::string_view record = table.RecordText(r);
+    RecordIndex::Walk walk(table.records, table.layout.begin);
+    while (walk.Next()) {
+        const auto record = table.bytes.View().substr(walk.Begin(), walk.End() - walk.Begin());
         const std::size_t length = LengthWithoutBreak(record);
-        const auto role = table.Role(r);
+        const auto role = walk.Role();
         text += written.substr(at, length);
         at += length;
         if (role == RecordRole::Comment || role == RecordRole::Skipped) {

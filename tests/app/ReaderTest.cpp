@@ -47,14 +47,15 @@ Result<Table> Read(const std::string& text, const ReadOptions& options = {}) {
 }
 
 std::vector<double> XOf(const Table& table) {
-    if (!table.HasTimes()) return table.xNumbers;
+    if (!table.HasTimes()) return {table.xNumbers.begin(), table.xNumbers.end()};
     std::vector<double> seconds;
     for (const Microseconds time : table.xTimes) seconds.push_back(static_cast<double>(time) / kSecond);
     return seconds;
 }
 
 std::vector<double> YOf(const Table& table) {
-    std::vector<double> values = table.columns.at(0).values;
+    const Values& read = table.columns.at(0).values;
+    std::vector<double> values(read.begin(), read.end());
     for (double& value : values)
         if (!HasValue(value)) value = kNone;
     return values;
@@ -188,7 +189,8 @@ TEST(OpenTable, KeepsWholeLinesOfAnyLineBreakAndStopsWhenAsked) {
     folder.Write("returns.csv", text);
     const auto sample = LoadText(folder.Path("returns.csv"), 1000);
     ASSERT_TRUE(sample);
-    EXPECT_TRUE(sample->bytes.size() > 900 && sample->bytes.size() <= 1001 && sample->bytes.back() == '\r');
+    EXPECT_TRUE(sample->bytes.size() > 900 && sample->bytes.size() <= 1001 &&
+                sample->bytes.View().back() == '\r');
     EXPECT_TRUE(PlanReading(*sample, {}));
     std::int64_t rows = 0;
     const auto stopped = OpenTable({folder.Path("returns.csv")}, [&](const Stage& stage) {

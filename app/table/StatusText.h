@@ -1,0 +1,22 @@
+// Status words of points as the cells of a status column hold them: the names of the flags joined by "+".
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/table/Layout.h"
+
+namespace app {
+
+// The names of the flags of a status word, "" for none.
+std::string StatusText(unsigned short status);
+// The word that a cell holds; none for text that is not from a status column. Cells without a point, which
+// say "missing" or "unreadable", and empty ones have the word 0.
+std::optional<unsigned short> StatusFromText(std::string_view text);
+// What the status column of a value column is called.
+std::string StatusColumnName(const Column& column);
+// The field of the status column that an earlier cleaning left of `column`; -1: there is none.
+int FindStatusField(const Layout& layout, const Column& column);
+
+}  // namespace app
