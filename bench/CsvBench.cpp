@@ -2,8 +2,11 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <random>
 
+#include "app/table/OpenTable.h"
 #include "app/table/TableReader.h"
 #include "app/table/TableWriter.h"
 
@@ -68,6 +71,21 @@ BENCHMARK(BM_ReadNumbers)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
 void BM_ReadTimes(benchmark::State& state) { ReadRows(state, TimeRows(), 60.0 * (kRows - 1)); }
 BENCHMARK(BM_ReadTimes)->Unit(benchmark::kMillisecond)->MinTime(1.0);
+
+// The bare parse: a file's way to its values on all processors, its pages in the system's cache.
+void BM_OpenFile(benchmark::State& state) {
+    const std::string path = (std::filesystem::temp_directory_path() / "tavin-bench.csv").string();
+    std::ofstream(path) << NumberRows();
+    for (auto _ : state) {
+        const auto table = OpenTable({path});
+        if (!table || table->rows != kRows || table->skippedRows != 0 ||
+            table->xNumbers.back() != 999999.9999)
+            return state.SkipWithError("rows are missing");
+    }
+    std::filesystem::remove(path);
+    PerRow(state);
+}
+BENCHMARK(BM_OpenFile)->Unit(benchmark::kMillisecond)->MinTime(1.0)->UseRealTime();
 
 void BM_MakeSeries(benchmark::State& state) {
     const auto table = Read(NumberRows());

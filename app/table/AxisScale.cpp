@@ -25,7 +25,12 @@ double PowerOfTen(int exponent) {
     return exponent <= kMostDecimals ? ExactPowerOfTen(exponent) : std::pow(10.0, exponent);
 }
 
-double AwayFromZero(double value) { return value > 0 ? std::floor(value + 0.5) : std::ceil(value - 0.5); }
+double AwayFromZero(double value) {
+    // The way of most values, through integers, needs no call.
+    if (std::fabs(value) < kExactCounts / 4)
+        return static_cast<double>(static_cast<std::int64_t>(value > 0 ? value + 0.5 : value - 0.5));
+    return value > 0 ? std::floor(value + 0.5) : std::ceil(value - 0.5);
+}
 
 double Scaled(double value, int decimals) {
     return decimals >= 0 ? value * PowerOfTen(decimals) : value / PowerOfTen(-decimals);

@@ -1,6 +1,7 @@
 // The bytes of an input: a regular file mapped into memory, or bytes that are held.
 //
-// A file that becomes shorter while it is mapped reads as bytes of value 0 from there on, and Changed() tells.
+// A file that becomes shorter while it is mapped reads as bytes of value 0 from there on, and Changed()
+// tells.
 #pragma once
 
 #include <sys/stat.h>
@@ -41,7 +42,7 @@ class Bytes {
     std::size_t size_ = 0;
     int slot_ = -1;
     mutable std::size_t released_ = 0;
-    int file_ = -1;      // a descriptor of our own; -1 where the bytes come from no file
+    int file_ = -1;  // a descriptor of our own; -1 where the bytes come from no file
     struct stat before_ {};
     std::string edges_;  // the first and last bytes as they were
 };

@@ -1,6 +1,7 @@
 // Reading numbers of the usual form, eight digits at a time.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -15,7 +16,8 @@ constexpr int kPlainReach = 64;
 inline const char* AddDigits(const char* at, std::uint64_t& mantissa) {
     constexpr std::uint64_t kPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
     std::uint64_t word = 0;
-    for (int i = 7; i >= 0; --i) word = word << 8 | static_cast<unsigned char>(at[i]);
+    std::memcpy(&word, at, sizeof word);
+    if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
     const std::uint64_t others =
         ((word + 0x4646464646464646u) | (word - 0x3030303030303030u)) & 0x8080808080808080u;
     const int count = others ? __builtin_ctzll(others) >> 3 : 8;

@@ -73,7 +73,7 @@ class Records {
             if (!text && sink.skipEmpty) return;
             if (sink.fields++ >= kMostFields) return;
             (*sink.field)(sink.fields - 1, text ? std::string_view(static_cast<const char*>(text), length)
-                                              : std::string_view());
+                                                : std::string_view());
         }
         static void OnRow(int, void* self) { ++static_cast<Counts*>(self)->rows; }
         Field* field;

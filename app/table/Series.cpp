@@ -67,13 +67,14 @@ long OffsetFor(const AxisScale& scale) {
 // Appends points to a series a block at a time.
 class PointAppender {
   public:
-    explicit PointAppender(Series& series) : series_(series) {}
+    PointAppender(Series& series, bool onlyShown) : series_(series), onlyShown_(onlyShown) {}
     void Add(CPoint point) {
         series_.duplicates += any_ && point.x == lastX_;
         any_ = true;
         lastX_ = point.x;
         block_[used_++] = point;
-        series_.before.push_back(point.y);
+        if (!onlyShown_) series_.before.push_back(point.y);
+        ++count_;
         if (used_ == block_.size()) Flush();
     }
     void Flush() {
@@ -83,8 +84,12 @@ class PointAppender {
         used_ = 0;
     }
 
+    std::int32_t Count() const { return count_; }
+
   private:
     Series& series_;
+    bool onlyShown_;
+    std::int32_t count_ = 0;
     std::array<CPoint, 4096> block_;
     std::size_t used_ = 0;
     std::int32_t lastX_ = 0;
@@ -134,16 +139,16 @@ Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, cons
         CString(column.column.name), axis.scale.Scale() / axis.unitsPerReal, series.scale.Scale(),
         CString(table.HasTimes() ? std::string("s") : x.unit), CString(column.column.unit), points, 1024);
     series.source->SetOffset(0, OffsetFor(series.scale));
-    series.before.reserve(static_cast<std::size_t>(points));
+    if (!wishes.onlyShown) series.before.reserve(static_cast<std::size_t>(points));
     const StoredColumn stored(series.scale, column.values);
-    PointAppender appender(series);
+    PointAppender appender(series, wishes.onlyShown);
     if (axis.sorted && points == rows) {
         for (std::size_t r = 0; r < column.values.size(); ++r) appender.Add({axis.stored[r], stored[r]});
     } else {
         series.rowPoint.assign(column.values.size(), Series::kNoPoint);
         for (const std::int32_t row : RowsInOrder(column.values, axis)) {
             const auto r = static_cast<std::size_t>(row);
-            series.rowPoint[r] = static_cast<std::int32_t>(series.before.size());
+            series.rowPoint[r] = appender.Count();
             appender.Add({axis.stored[r], stored[r]});
         }
     }

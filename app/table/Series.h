@@ -44,6 +44,7 @@ struct SeriesWishes {
     int decimals = -1;                    // at least so many for y; -1: as in the file
     bool zeroOrigin = false;              // stored y are real y times the scale
     std::optional<AxisScale> scale = {};  // of y, instead of one made for the column
+    bool onlyShown = false;               // Series::before is not wanted
 };
 
 // The series of value column `index`; null source when memory or the 2^31 points of a series do not suffice.

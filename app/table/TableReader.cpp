@@ -1,5 +1,9 @@
 #include "app/table/TableReader.h"
 
+#if __has_include(<malloc.h>)
+#include <malloc.h>
+#endif
+
 #include <algorithm>
 #include <optional>
 
@@ -45,6 +49,13 @@ std::optional<Failure> ReadRows(Table& table, const Choice& choice, const ReadOp
     return std::nullopt;
 }
 
+// What the threads have used of the heap goes back to the system.
+void ReturnFreeMemory() {
+#ifdef __GLIBC__
+    ::malloc_trim(0);
+#endif
+}
+
 std::optional<Failure> CheckUnchanged(Table& table) {
     switch (table.bytes.Changed()) {
         case Bytes::Change::Rewritten:
@@ -84,6 +95,7 @@ Result<Table> ReadTable(Bytes bytes, const std::string& name, const Layout& layo
     table.columns = RowReader(layout, choice, options).NoRows().columns;
     Reserve(table);
     if (const auto failure = ReadRows(table, choice, options, advance)) return *failure;
+    ReturnFreeMemory();
     if (const auto failure = CheckUnchanged(table)) return *failure;
     DropForeignStatus(table);
     if (table.notText) return NotText(name, table.lines + 1);

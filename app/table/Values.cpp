@@ -17,6 +17,11 @@ constexpr std::int64_t IntegerPowerOfTen(int exponent) {
 
 bool IsValue(Values::Count count) { return count > Values::kUnreadableCount; }
 
+Values::Extent Joined(const Values::Extent& a, const Values::Extent& b) {
+    if (a.count == 0 || b.count == 0) return a.count ? a : b;
+    return {std::min(a.least, b.least), std::max(a.most, b.most), a.count + b.count};
+}
+
 }  // namespace
 
 double ExactPowerOfTen(int exponent) {
@@ -39,6 +44,8 @@ void Values::Clear() {
     areCounts_ = true;
     decimals_ = 0;
     power_ = 1;
+    extent_ = {};
+    extentRows_ = 0;
 }
 
 bool Values::Refine(int decimals) {
@@ -92,6 +99,10 @@ void Values::Add(double value, int decimals) {
 }
 
 void Values::Append(const Values& more) {
+    if (extentRows_ == size()) {
+        extent_ = Joined(extent_, more.FindExtent());
+        extentRows_ += more.size();
+    }
     const bool same = areCounts_ && more.areCounts_ && more.decimals_ <= decimals_;
     if (areCounts_ && more.areCounts_ && (same || Refine(more.decimals_))) {
         const std::size_t before = counts_.size();
@@ -111,12 +122,15 @@ void Values::Append(const Values& more) {
     for (const double value : more) doubles_.push_back(value);
 }
 
-Values::Extent Values::FindExtent() const {
+Values::Extent Values::FindExtent() const { return Joined(extent_, ExtentFrom(extentRows_)); }
+
+Values::Extent Values::ExtentFrom(std::size_t row) const {
     Extent extent;
     if (areCounts_) {
         Count least = kMostCount;
         Count most = -kMostCount;
-        for (const Count count : counts_) {
+        for (; row < counts_.size(); ++row) {
+            const Count count = counts_[row];
             extent.count += IsValue(count);
             least = std::min(least, IsValue(count) ? count : least);
             most = std::max(most, count);
@@ -126,14 +140,9 @@ Values::Extent Values::FindExtent() const {
         extent.most = Real(most);
         return extent;
     }
-    extent = {std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest(), 0};
-    for (const double value : doubles_) {
-        if (!HasValue(value)) continue;
-        extent.least = std::min(extent.least, value);
-        extent.most = std::max(extent.most, value);
-        ++extent.count;
-    }
-    return extent.count ? extent : Extent{};
+    for (; row < doubles_.size(); ++row)
+        if (HasValue(doubles_[row])) extent = Joined(extent, {doubles_[row], doubles_[row], 1});
+    return extent;
 }
 
 }  // namespace app

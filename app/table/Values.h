@@ -91,6 +91,7 @@ class Values {
     Extent FindExtent() const;
 
   private:
+    Extent ExtentFrom(std::size_t row) const;
     double Real(Count count) const {
         if (count <= kUnreadableCount) return count == kMissingCount ? kMissing : kUnreadable;
         return count / power_;
@@ -105,6 +106,9 @@ class Values {
     bool areCounts_ = true;
     int decimals_ = 0;
     double power_ = 1;  // 10^decimals_
+    // The extent of the first rows, those that came in wholes, so that it is found while they are at hand.
+    Extent extent_;
+    std::size_t extentRows_ = 0;
 };
 
 }  // namespace app

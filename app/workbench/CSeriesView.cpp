@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "app/workbench/WorkbenchIds.h"
 
@@ -14,16 +15,22 @@ constexpr double kPadding = 0.04;
 
 // The extent of a series' values, not widened as statistics are.
 void Widen(IPointSource& source, double& low, double& high) {
-    const double scale = source.GetYScale();
-    const long offset = source.GetOffset().y;
     const CPoint* const points = source.GetData();
     const unsigned short* const status = source.GetStatus();
-    for (long i = 0; i < source.GetCount(); ++i) {
+    const long count = source.GetCount();
+    LONG least = std::numeric_limits<LONG>::max();
+    LONG most = std::numeric_limits<LONG>::min();
+    for (long i = 0; i < count; ++i) {
         if (status && (status[i] & PS_DELETED)) continue;
-        const double value = (static_cast<double>(points[i].y) + static_cast<double>(offset)) / scale;
-        low = std::min(low, value);
-        high = std::max(high, value);
+        least = std::min(least, points[i].y);
+        most = std::max(most, points[i].y);
     }
+    if (least > most) return;
+    const auto value = [&](LONG y) {
+        return (static_cast<double>(y) + static_cast<double>(source.GetOffset().y)) / source.GetYScale();
+    };
+    low = std::min(low, value(least));
+    high = std::max(high, value(most));
 }
 
 void UseColor(IPointSource& source, unsigned long color) {

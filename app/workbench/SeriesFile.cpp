@@ -72,6 +72,7 @@ void AddSeries(SeriesFile& file, const Table& table, const XAxis& axis) {
     const auto shared = SharedScale(table);
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         SeriesWishes wishes;
+        wishes.onlyShown = true;
         wishes.scale =
             shared ? *shared : ZoomableScale(table.columns[i].values.FindExtent(), table.columns[i].decimals);
         Series made = MakeSeries(table, axis, i, wishes);

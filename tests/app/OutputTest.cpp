@@ -73,7 +73,8 @@ TEST(OutputFile, ShowsNothingBeforeItIsWhole) {
     folder.Write("out", "before");
     {
         OutputFile output;
-        ASSERT_TRUE(output.Open(folder.Path("out")) && output.Write(std::string(1 << 20, 'x')) && output.Flush());
+        ASSERT_TRUE(output.Open(folder.Path("out")) && output.Write(std::string(1 << 20, 'x')) &&
+                    output.Flush());
         EXPECT_EQ(folder.Read("out"), "before");
         EXPECT_EQ(folder.Count(), 1u);  // not even under another name
     }
@@ -83,10 +84,17 @@ TEST(OutputFile, ShowsNothingBeforeItIsWhole) {
 
 TEST(Text, LeavesTerminalsAlone) {
     EXPECT_EQ(SafeText("a\tb\n"), "a\tb\n");
-    EXPECT_EQ(SafeText("gr\xC3\xB6\xC3\x9F" "e \xF0\x9F\x8C\x8A"), "gr\xC3\xB6\xC3\x9F" "e \xF0\x9F\x8C\x8A");
+    EXPECT_EQ(SafeText("gr\xC3\xB6\xC3\x9F"
+                       "e \xF0\x9F\x8C\x8A"),
+              "gr\xC3\xB6\xC3\x9F"
+              "e \xF0\x9F\x8C\x8A");
     EXPECT_EQ(SafeText("\x1B[2J\r\x7F"), "\\x1b[2J\\x0d\\x7f");
-    EXPECT_EQ(SafeText("\xC2\x9B" "31m"), "\\x9b31m");                      // CSI as one character
-    EXPECT_EQ(SafeText("\x9B" "31m\xC3"), "\\x9b31m\\xc3");                 // and as one byte; a cut character
+    EXPECT_EQ(SafeText("\xC2\x9B"
+                       "31m"),
+              "\\x9b31m");  // CSI as one character
+    EXPECT_EQ(SafeText("\x9B"
+                       "31m\xC3"),
+              "\\x9b31m\\xc3");  // and as one byte; a cut character
     EXPECT_EQ(SafeText("\xE0\x82\x9B\xC1\x80"), "\\xe0\\x82\\x9b\\xc1\\x80");  // longer than they need be
     EXPECT_EQ(SafeJson("{\"a\":\"\x7F\xC2\x85\"}\n"), "{\"a\":\"\\u007f\\u0085\"}\n");
 }

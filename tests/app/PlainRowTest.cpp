@@ -53,7 +53,8 @@ TEST(PlainRows, AreSplitAsTheTokeniserDoes) {
             Record record;
             std::string fields;
             std::string row;
-            while (records.Next(record, [&](int, std::string_view field) { row.append(field).append("\n"); })) {
+            while (
+                records.Next(record, [&](int, std::string_view field) { row.append(field).append("\n"); })) {
                 if (record.kind == Record::Row) fields += row + "--\n";
                 row.clear();
             }
