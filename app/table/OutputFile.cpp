@@ -184,6 +184,10 @@ bool OutputFile::Flush() {
 
 bool OutputFile::WriteOut(std::string_view bytes) {
     if (!error_.empty()) return false;
+    if (text_) {
+        text_->append(bytes);
+        return true;
+    }
     while (!bytes.empty()) {
         const ssize_t written = ::write(file_, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;

@@ -22,6 +22,8 @@ class OutputFile {
     // "-" is standard output. A target that is no regular file (a device, a pipe) is written directly.
     // False: Error() says why; so for all operations.
     bool Open(const std::string& path);
+    // Writes to the end of `text`, which must outlive this object.
+    void OpenText(std::string& text) { text_ = &text; }
     // Buffered; after a failure all further writes fail.
     bool Write(std::string_view bytes) {
         if (bytes.size() > kCapacity - buffer_.size()) return WriteThrough(bytes);
@@ -54,6 +56,7 @@ class OutputFile {
     std::string buffer_;
     std::string error_;
     std::string lost_;
+    std::string* text_ = nullptr;
     int file_ = -1;
     int slot_ = -1;
     bool ownsFile_ = false;
