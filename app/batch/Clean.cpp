@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 
 #include "app/batch/CleanReport.h"
 #include "app/batch/Info.h"
@@ -21,6 +22,9 @@ std::optional<Failure> CheckTargets(const CleanOptions& options) {
     if (!options.force && IsInput(options.read.path, options.output))
         return UsageError("the output " + options.output +
                           " is the input; name another file or give --force");
+    if (options.update && options.output == "-")
+        return UsageError("--update adds to a file; standard output holds nothing to add to");
+    if (options.revise && !options.update) return UsageError("--revise belongs to --update");
     if (options.report.empty()) return std::nullopt;
     if (IsInput(options.read.path, options.report))
         return UsageError("the report would overwrite the input " + options.read.path);
@@ -44,13 +48,15 @@ Result<std::vector<Series>> MakeAllSeries(const CleanOptions& options, const Tab
         if (!all.back().source)
             return Refusal("column \"" + name + "\" has more points than memory can hold");
         if (const auto failure = CheckDecimals(table, i, all.back(), options.decimals)) return *failure;
-        if (all.back().before.empty()) return Refusal(table.name + ": column \"" + name + "\" has no values");
+        if (all.back().before.empty()) return NoData(table.name + ": column \"" + name + "\" has no values");
     }
     return all;
 }
 
 std::optional<Failure> RunSteps(CleanRun& run, std::vector<Series>& series, Progress& progress) {
-    const auto& steps = run.options.steps;
+    auto& steps = run.steps;
+    steps = run.options.limits;
+    steps.insert(steps.end(), run.options.steps.begin(), run.options.steps.end());
     const auto all = static_cast<double>(series.size() * steps.size());
     double done = 0;
     for (auto& one : series) {
@@ -66,28 +72,53 @@ std::optional<Failure> RunSteps(CleanRun& run, std::vector<Series>& series, Prog
     return std::nullopt;
 }
 
+// The rows that the output holds already, and the new ones.
+Result<std::string> UpdatedText(CleanRun& run, Progress& progress) {
+    std::string fresh;
+    OutputFile text;
+    text.OpenText(fresh);
+    const bool written =
+        WriteTable(text, run.table, run.series, run.options.drop, run.counts, progress.Shower("writing"));
+    if (!written || !text.Flush()) return text.Error();
+    const auto published = ReadInput(run.options.output);
+    if (!published) return published.Error();
+    auto merged = MergePublished(*published, fresh, run.table, run.options.revise, run.update);
+    if (!merged) return merged.Error().About("cannot update " + run.options.output);
+    return merged;
+}
+
 // The report is complete before the output takes its place, so that a failure of either leaves neither.
 Result<int> WriteAll(CleanRun& run, Progress& progress) {
     OutputFile output;
     OutputFile report;
-    if (!output.Open(run.options.output)) return output.Error();
-    if (!WriteTable(output, run.table, run.series, run.options.drop, run.counts, progress.Shower("writing")))
-        return output.Error();
-    if (!run.options.report.empty()) {
-        const bool written = report.Open(run.options.report) && report.Write(JsonText(CleanJson(run)));
-        if (!written || !report.Flush()) return report.Error();
+    const bool dry = run.options.dryRun;
+    std::error_code unknown;
+    const bool updates = run.options.update && std::filesystem::exists(run.options.output, unknown);
+    Result<std::string> updated = updates ? UpdatedText(run, progress) : std::string();
+    if (!updated) return updated.Error();
+    if (!output.Open(dry ? "/dev/null" : run.options.output)) return output.Error();
+    const bool written = updates ? output.Write(*updated)
+                                 : WriteTable(output, run.table, run.series, run.options.drop, run.counts,
+                                              progress.Shower("writing"));
+    if (!written) return output.Error();
+    if (!run.options.report.empty() && !dry) {
+        const bool complete = report.Open(run.options.report) && report.Write(JsonText(CleanJson(run)));
+        if (!complete || !report.Flush()) return report.Error();
     }
     // The rows were written from the input's bytes, which must still be those that were read.
     if (run.table.bytes.Changed() == Bytes::Change::Rewritten) return ChangedInput(run.table.name);
     if (!output.Commit()) return output.Error();
     if (!output.Lost().empty()) std::fprintf(stderr, "tavin: %s\n", SafeText(output.Lost()).c_str());
-    if (!run.options.report.empty() && !report.Commit()) return report.Error();
+    if (!run.options.report.empty() && !dry && !report.Commit()) return report.Error();
     return kDone;
 }
 
 }  // namespace
 
-Result<int> Clean(const CleanOptions& options) {
+Result<nlohmann::ordered_json> CleanFile(const CleanOptions& options) {
+    if (options.output.empty()) return UsageError("--output is required, or --out-dir for several files");
+    if (options.steps.empty() && options.limits.empty())
+        return UsageError("no step to apply; see tavin clean --help");
     if (const auto failure = CheckTargets(options)) return *failure;
     Progress progress(!options.quiet);
     ReadOptions read = options.read;
@@ -97,13 +128,24 @@ Result<int> Clean(const CleanOptions& options) {
     const XAxis axis = MakeXAxis(*table);
     auto series = MakeAllSeries(options, *table, axis);
     if (!series) return series.Error();
-    CleanRun run{options, *table, axis, *series, {}, {}};
+    CleanRun run{options, *table, axis, *series, {}, {}, {}, {}};
     if (const auto failure = RunSteps(run, *series, progress)) return failure->About(table->name);
     const auto written = WriteAll(run, progress);
-    if (!written) return written;
+    if (!written) return written.Error();
     progress.Clear();
     if (!options.quiet) std::fputs(SafeText(CleanText(run)).c_str(), stderr);
-    return kDone;
+    auto summary = SummaryJson(run);
+    summary["alarms"] = Alarms(options.alarms, summary);
+    return summary;
+}
+
+Result<int> Clean(const CleanOptions& options) {
+    const auto summary = CleanFile(options);
+    if (!summary) return summary.Error();
+    for (const auto& alarm : summary->at("alarms"))
+        std::fprintf(stderr, "tavin: alarm: %s: %s\n", SafeText(ShownName(options.read.path)).c_str(),
+                     SafeText(alarm.get<std::string>()).c_str());
+    return summary->at("alarms").empty() ? kDone : kAlarm;
 }
 
 }  // namespace app

@@ -14,6 +14,7 @@ namespace {
 
 struct PointCounts {
     std::int64_t changed = 0;
+    std::int64_t flagged = 0;  // deleted, rejected or a spike
     Json flags = Json::object();
     std::string text;  // "12 deleted, 3 interpolated"
 };
@@ -24,6 +25,8 @@ PointCounts CountPoints(const Series& series) {
     const unsigned short* status = series.source->GetStatus();
     const long n = series.source->GetCount();
     for (long i = 0; i < n; ++i) counts.changed += points[i].y != series.before[static_cast<std::size_t>(i)];
+    counts.flagged = std::count_if(
+        status, status + n, [](unsigned short word) { return word & (PS_DELETED | PS_REJECTED | PS_SPIKE); });
     for (const unsigned short flag :
          {PS_DELETED, PS_REJECTED, PS_SPIKE, PS_MOVED, PS_SMOOTHED, PS_INTERPOLATED, PS_EDITED}) {
         const auto count =
@@ -80,6 +83,43 @@ std::string ReadingText(const CleanRun& run) {
     return text + "\n";
 }
 
+std::string UpdateText(const CleanRun& run) {
+    constexpr std::size_t kShown = 20;
+    const Update& update = run.update;
+    if (!update.isDone) return "";
+    std::string text =
+        "  " + Counted(update.added, "row") + " added to " + Grouped(update.kept) + " published";
+    if (update.kept > 0 && update.absent == update.kept)
+        text +=
+            "; none of these is in the input, so that the new rows were cleaned without those before them";
+    text += "\n";
+    const auto count = static_cast<std::int64_t>(update.differences.size());
+    if (count == 0) return text;
+    text += "  " + Counted(count, "published row") + " would come out differently now and " +
+            (run.options.revise ? "were revised:\n" : "stay as published (--revise takes the new ones):\n");
+    for (std::size_t i = 0; i < update.differences.size() && i < kShown; ++i) {
+        const Difference& one = update.differences[i];
+        text += "    line " + std::to_string(one.line) + ": " + one.published + "\n      now: " + one.fresh +
+                "\n";
+    }
+    if (update.differences.size() > kShown)
+        text +=
+            "    and " + Grouped(count - static_cast<std::int64_t>(kShown)) + " more; --report lists all\n";
+    return text;
+}
+
+Json UpdateJson(const CleanRun& run) {
+    const Update& update = run.update;
+    Json differences = Json::array();
+    for (const auto& one : update.differences)
+        differences.push_back({{"line", one.line}, {"published", one.published}, {"now", one.fresh}});
+    return {{"kept", update.kept},
+            {"added", update.added},
+            {"notInInput", update.absent},
+            {"revised", run.options.revise},
+            {"differences", differences}};
+}
+
 Json SeriesJson(const CleanRun& run, std::size_t index) {
     const Series& series = run.series[index];
     const ValueColumn& column = run.table.columns[index];
@@ -87,9 +127,8 @@ Json SeriesJson(const CleanRun& run, std::size_t index) {
     Json steps = Json::array();
     for (std::size_t s = 0; s < run.results[index].size(); ++s) {
         const StepResult& result = run.results[index][s];
-        Json step{{"step", run.options.steps[s].text},
-                  {"points", result.points},
-                  {"ofSelection", result.ofSelection}};
+        Json step{
+            {"step", run.steps[s].text}, {"points", result.points}, {"ofSelection", result.ofSelection}};
         if (!result.command.empty()) {
             step["command"] = result.command;
             step["result"] = result.text;
@@ -118,13 +157,14 @@ std::string CleanText(const CleanRun& run) {
         text += column.name + (column.unit.empty() ? "" : " [" + column.unit + "]") + ": " +
                 Counted(static_cast<std::int64_t>(run.series[i].before.size()), "point") + "\n";
         for (std::size_t s = 0; s < run.results[i].size(); ++s)
-            text += StepLine(run.options.steps[s], run.results[i][s]);
+            text += StepLine(run.steps[s], run.results[i][s]);
         const PointCounts points = CountPoints(run.series[i]);
         text += "  in all: " + Counted(points.changed, "value") + " changed" + points.text + "\n";
     }
-    text += "written: " + Counted(run.counts.rows, "row");
+    text += std::string(run.options.dryRun ? "would be written: " : "written: ");
+    text += Counted(run.update.isDone ? run.update.kept + run.update.added : run.counts.rows, "row");
     if (run.counts.dropped) text += ", " + Grouped(run.counts.dropped) + " dropped";
-    return text + (run.options.output == "-" ? "" : ", to " + run.options.output) + "\n";
+    return text + (run.options.output == "-" ? "" : ", to " + run.options.output) + "\n" + UpdateText(run);
 }
 
 Json CleanJson(const CleanRun& run) {
@@ -144,7 +184,29 @@ Json CleanJson(const CleanRun& run) {
     for (std::size_t i = 0; i < run.series.size(); ++i) json["y"].push_back(SeriesJson(run, i));
     json["written"] = {
         {"rows", run.counts.rows}, {"dropped", run.counts.dropped}, {"editedValues", run.counts.edited}};
+    if (run.update.isDone) json["update"] = UpdateJson(run);
     return json;
+}
+
+Json SummaryJson(const CleanRun& run) {
+    Json columns = Json::array();
+    for (std::size_t i = 0; i < run.series.size(); ++i) {
+        const ValueColumn& column = run.table.columns[i];
+        const PointCounts points = CountPoints(run.series[i]);
+        columns.push_back({{"column", column.column.name},
+                           {"points", run.series[i].before.size()},
+                           {"missing", column.missing + column.unreadable},
+                           {"flagged", points.flagged},
+                           {"changed", points.changed}});
+    }
+    Json summary{
+        {"rows", run.table.rows}, {"skippedRows", run.table.skippedRows}, {"dropped", run.counts.dropped}};
+    if (run.update.isDone) {
+        summary["added"] = run.update.added;
+        summary["differing"] = run.update.differences.size();
+    }
+    summary["columns"] = columns;
+    return summary;
 }
 
 }  // namespace app

@@ -12,7 +12,8 @@ Examples:
   tavin clean level.csv --median 11,0.2 --delete-spikes -o clean.csv
   tavin clean --help
 
-Exit codes: 0 done, 1 the data or the system refused, 2 wrong usage.
+Exit codes: 0 done, 1 the data or the system refused, 2 wrong usage, 3 done, but the result leaves the bounds of an
+--alarm, 4 the input holds no data. Of many files the worst counts: 1 before 4 before 3.
 Data goes to standard output, messages to standard error; the file name - stands for the standard streams.)";
 
 const char* const kInfoHelp =
@@ -22,7 +23,8 @@ gaps and duplicates of x, and how exactly values survive the conversion to the s
 Examples:
   tavin info level.csv
   tavin info --json level.csv | jq .x.gaps
-  zcat level.csv.gz | tavin info -)";
+  zcat level.csv.gz | tavin info -
+  tavin info *.csv                      a line for each)";
 
 const char* const kCleanHelp =
     R"(Steps are applied in the order given, to each y column by itself. All amounts are in the units of the file.
@@ -57,11 +59,27 @@ Output: every row and column as it came, byte for byte but for edited values, an
 each y column (deleted, rejected, spike, moved, smoothed, interpolated, edited, joined by +; or missing, unreadable).
 Edited values have as many decimals as the column. Rows that cannot be read pass through unchanged.
 
+Many files: --out-dir cleans each file into a folder, several at a time, on past those that fail, and tells of each in a
+line. The folder remembers, in .tavin-clean, digests of inputs and options: what would come out the same is left out, and
+an interrupted run goes on where it ended. --stations TABLE names a CSV table with headings:
+    file           a pattern (*, ?) for the files of the station, beside the table
+    station        its name
+    columns        its y columns, with semicolons between
+    steps          its steps as on a command line, done after those of the command line
+    limits, zone, out-dir, alarm ...    every other heading is an option; an empty cell leaves it out
+  --alarm QUANTITY=MIN:MAX sets bounds: rows=1000: missing=:5% flagged=:0.01 changed=:10% differing=:0.
+
+A file that grows: --update cleans all of it, so that windows and fits see the rows before the new ones, but keeps the rows
+that the output holds already, adds the new ones, and lists published rows that would come out differently.
+
 Examples:
   tavin clean level.csv --median 11,0.2 --select spikes --interpolate -o clean.csv
   tavin clean level.csv --spikes 6h,0.15 --delete-spikes --drop deleted -o clean.csv --report report.json
   tavin clean level.csv -y level --select x=2024-03-14T08:00: --translate -0.35 -o clean.csv
-  tavin clean --smooth 12h - -o - < level.csv > smooth.csv)";
+  tavin clean --smooth 12h - -o - < level.csv > smooth.csv
+  tavin clean level.csv --median 11,0.2 --delete-spikes -o clean.csv --update
+  tavin clean data/*.csv --out-dir clean --limits 0:12 --median 11,0.2 --delete-spikes --alarm missing=:5%
+  tavin clean --stations stations.csv --out-dir clean --json > summary.jsonl)";
 
 const char* const kPlotHelp =
     R"(Draws the columns over x as the workbench shows them, without a display. All columns share one plot.
@@ -70,5 +88,12 @@ const char* const kPlotHelp =
 Examples:
   tavin plot level.csv -o level.png
   tavin plot level.csv -y level -o level.svg --size 1600x600 --from 2024-03-14 --to 2024-03-21T12:00)";
+
+const char* const kPrintHelp =
+    R"(An installation has these texts in their places. Without one, for the shell that is open:
+
+  source <(tavin print bash)
+  tavin print fish | source
+  tavin print manual > tavin.1 && man ./tavin.1)";
 
 }  // namespace app

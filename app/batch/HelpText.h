@@ -7,5 +7,6 @@ extern const char* const kMainHelp;
 extern const char* const kInfoHelp;
 extern const char* const kCleanHelp;
 extern const char* const kPlotHelp;
+extern const char* const kPrintHelp;
 
 }  // namespace app

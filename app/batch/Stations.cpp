@@ -29,13 +29,12 @@ class StationReader {
     StationReader(const std::string& path, const std::vector<std::string>& repeatable)
         : path_(path), repeatable_(repeatable), folder_(std::filesystem::path(path).parent_path().string()) {}
 
-    Result<std::vector<Station>> Read(const std::string& text) {
+    Result<std::vector<Station>> Read(std::string_view text) {
         std::vector<Station> stations;
         Cells headings;
         Cells cells;
-        const std::string line = text.substr(0, text.find('\n'));
-        const char delimiter =
-            line.find(';') != std::string::npos && line.find(',') == std::string::npos ? ';' : ',';
+        const std::string_view line = text.substr(0, text.find('\n'));
+        const char delimiter = line.find(';') != line.npos && line.find(',') == line.npos ? ';' : ',';
         const std::size_t begin = text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
         Records records(text, delimiter, begin);
         for (Record record;

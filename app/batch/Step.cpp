@@ -11,26 +11,31 @@ namespace {
 
 struct StepOption {
     StepKind kind;
-    const char* name;
-    const char* form;  // of the value, null when there is none
+    const char* option;
+    const char* value;  // what help calls the value, null when there is none
+    const char* help;
+    const char* form;  // what is expected of the value
 };
 
 constexpr StepOption kOptions[] = {
-    {StepKind::Select, "select",
+    {StepKind::Select, "--select", "SELECTION",
+     "select points: all, none, invert, spikes, x=FROM:TO, y=MIN:MAX",
      "all, none, invert, spikes, x=FROM:TO or y=MIN:MAX (an end may be left out)"},
-    {StepKind::Median, "median",
+    {StepKind::Median, "--median", "LENGTH,DISTANCE", "mark spikes by a median filter",
      "LENGTH,DISTANCE, for example 11,0.5: samples and y units, neither negative"},
-    {StepKind::Spikes, "spikes", "WAVELENGTH,WINDOW, for example 6h,0.5: x and y units, neither negative"},
-    {StepKind::Delete, "delete", nullptr},
-    {StepKind::Reject, "reject", nullptr},
-    {StepKind::DeleteSpikes, "delete-spikes", nullptr},
-    {StepKind::RejectSpikes, "reject-spikes", nullptr},
-    {StepKind::Interpolate, "interpolate", nullptr},
-    {StepKind::Translate, "translate", "a number in y units"},
-    {StepKind::Level, "level", "a number in y units"},
-    {StepKind::Scale, "scale",
+    {StepKind::Spikes, "--spikes", "WAVELENGTH,WINDOW", "mark spikes by their distance from a smooth curve",
+     "WAVELENGTH,WINDOW, for example 6h,0.5: x and y units, neither negative"},
+    {StepKind::Delete, "--delete", nullptr, "delete the selected points", nullptr},
+    {StepKind::Reject, "--reject", nullptr, "reject the selected points", nullptr},
+    {StepKind::DeleteSpikes, "--delete-spikes", nullptr, "delete the marked spikes", nullptr},
+    {StepKind::RejectSpikes, "--reject-spikes", nullptr, "reject the marked spikes", nullptr},
+    {StepKind::Interpolate, "--interpolate", nullptr, "interpolate the selected points", nullptr},
+    {StepKind::Translate, "--translate", "DY", "add DY to the values", "a number in y units"},
+    {StepKind::Level, "--level", "Y", "set the values to Y", "a number in y units"},
+    {StepKind::Scale, "--scale", "METHOD,FACTOR[,ORIGIN]", "scale: offset, ramp, drift or custom",
      "METHOD,FACTOR[,ORIGIN], for example offset,1.02,10; the methods are offset, ramp, drift and custom"},
-    {StepKind::Smooth, "smooth", "a WAVELENGTH that is not negative, for example 3600 or 6h"},
+    {StepKind::Smooth, "--smooth", "WAVELENGTH", "smooth the values",
+     "a WAVELENGTH that is not negative, for example 3600 or 6h"},
 };
 
 const StepOption& OptionOf(StepKind kind) {
@@ -141,16 +146,20 @@ bool ReadValue(const std::string& text, Step& step) {
 
 }  // namespace
 
-const char* StepName(StepKind kind) { return OptionOf(kind).name; }
-
-bool TakesValue(StepKind kind) { return OptionOf(kind).form != nullptr; }
+std::vector<StepText> StepTexts() {
+    std::vector<StepText> texts;
+    for (const auto& option : kOptions)
+        texts.push_back({option.kind, option.option, option.value, option.help});
+    return texts;
+}
 
 Result<Step> ReadStep(StepKind kind, const std::string& value) {
     Step step;
     step.kind = kind;
-    step.text = "--" + std::string(StepName(kind)) + (TakesValue(kind) ? " " + value : "");
+    const StepOption& option = OptionOf(kind);
+    step.text = std::string(option.option) + (option.value ? " " + value : "");
     if (ReadValue(value, step)) return step;
-    return UsageError(step.text + ": expected " + OptionOf(kind).form);
+    return UsageError(step.text + ": expected " + option.form);
 }
 
 }  // namespace app

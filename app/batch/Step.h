@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/table/Result.h"
 #include "app/table/TimeText.h"
@@ -55,9 +56,14 @@ struct Step {
     double origin = 0;  // in real y units
 };
 
-// The option without its dashes: "select", "median", ...
-const char* StepName(StepKind kind);
-bool TakesValue(StepKind kind);
+// The options that are steps, as the command line shows them.
+struct StepText {
+    StepKind kind;
+    const char* option;
+    const char* value;  // what help calls the value; null where the step takes none
+    const char* help;
+};
+std::vector<StepText> StepTexts();
 // Reads the option's value; the usage error says what is expected.
 Result<Step> ReadStep(StepKind kind, const std::string& value);
 

@@ -84,7 +84,7 @@ Result<Bytes> CheckedText(Bytes bytes, const std::string& path) {
                        "; convert it to UTF-8 first: iconv -f " + encoding + " -t UTF-8");
     if (const auto refused = CheckZeros(text.substr(0, kChunk), 0, path)) return *refused;
     if (text.find_first_not_of(" \t\r\n") == std::string_view::npos)
-        return Refusal(ShownName(path) + ":1: the file is empty");
+        return NoData(ShownName(path) + ":1: the file is empty");
     return bytes;
 }
 

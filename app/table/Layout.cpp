@@ -4,6 +4,7 @@
 #include <map>
 
 #include "app/table/Records.h"
+#include "tavin/tavin.h"
 
 namespace app {
 
@@ -263,23 +264,6 @@ std::vector<Column> MakeColumns(const Trial& trial, const std::string& timeForma
     return columns;
 }
 
-// Edits needed to turn one name into the other (Levenshtein, 1966), letters of either case alike.
-std::size_t Distance(const std::string& a, const std::string& b) {
-    std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::size_t corner = std::exchange(row[0], i);
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const bool same = std::tolower(static_cast<unsigned char>(a[i - 1])) ==
-                              std::tolower(static_cast<unsigned char>(b[j - 1]));
-            const std::size_t changed = corner + (same ? 0 : 1);
-            corner = row[j];
-            row[j] = std::min({changed, row[j] + 1, row[j - 1] + 1});
-        }
-    }
-    return row.back();
-}
-
 // The records up to the last of the headings.
 void PlaceTop(Layout& layout, std::string_view text, int headings) {
     layout.dataBegin = layout.begin;
@@ -323,18 +307,15 @@ Result<int> FindColumn(const Layout& layout, const std::string& wanted) {
     if (ReadNumber(wanted, '.', number) && number >= 1 &&
         number <= static_cast<double>(layout.columns.size()) && number == static_cast<int>(number))
         return static_cast<int>(number) - 1;
-    const Column* nearest = nullptr;
-    std::size_t least = std::max<std::size_t>(2, wanted.size() / 3) + 1;
+    std::vector<std::string> known;
     std::string names;
     for (const auto& column : layout.columns) {
         names += (names.empty() ? "\"" : ", \"") + column.name + "\"";
-        const std::size_t distance = Distance(wanted, column.name);
-        if (distance >= least) continue;
-        least = distance;
-        nearest = &column;
+        known.push_back(column.name);
     }
+    const std::string nearest = NearestName(wanted, known);
     std::string message = "there is no column \"" + wanted + "\"";
-    message += nearest ? "; did you mean \"" + nearest->name + "\"?" : "; the columns are " + names;
+    message += nearest.empty() ? "; the columns are " + names : "; did you mean \"" + nearest + "\"?";
     return UsageError(message);
 }
 

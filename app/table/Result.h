@@ -13,6 +13,8 @@ namespace app {
 constexpr int kDone = 0;
 constexpr int kRefused = 1;     // the data or the system refused
 constexpr int kWrongUsage = 2;  // the command line is wrong
+constexpr int kAlarm = 3;       // done, but the result leaves the bounds that were set
+constexpr int kEmpty = 4;       // the input holds no data
 constexpr int kStopped = 130;   // the user ended it, as a shell says it of an interrupt
 
 struct Failure {
@@ -49,6 +51,7 @@ class Result {
 inline Failure Refusal(std::string message, std::string advice = {}) {
     return {kRefused, std::move(message), std::move(advice)};
 }
+inline Failure NoData(std::string message) { return {kEmpty, std::move(message), {}}; }
 inline Failure UsageError(std::string message) { return {kWrongUsage, std::move(message), {}}; }
 
 }  // namespace app

@@ -131,7 +131,7 @@ TEST(Clean, RefusesWithoutLeavingFiles) {
         {"clean letter.txt -o out.csv --delete", 1, "letter.txt:1: not a table"},
         {"clean none.csv -o out.csv --delete", 1, "cannot open none.csv: No such file"},
         {"clean wide.csv -o out.csv --delete", 1, "iconv -f UTF-16"},
-        {"clean empty.csv -o out.csv --delete", 1, "the file is empty"},
+        {"clean empty.csv -o out.csv --delete", 4, "the file is empty"},
         {"clean in.csv -y y -o no/such/out.csv --delete", 1, "cannot write no/such/out.csv"},
         {"clean in.csv -y y -o out.csv --delete --report no/such/r.json", 1, "cannot write no/such/r.json"},
         {"clean in.csv -y y -o - --delete >/dev/full", 1, "cannot write standard output: No space left"},
@@ -160,7 +160,11 @@ TEST(Clean, RefusesWithoutLeavingFiles) {
         {"clean in.csv -y y -o out.csv --delete --report out.csv", 2, "are the same"},
         {"clean in.csv -y y --delete", 2, "--output is required"},
         {"clean in.csv -o out.csv --frobnicate", 2, "--frobnicate"},
-        {"claen in.csv", 2, "there is no command or file \"claen\""},
+        {"clean in.csv -o out.csv --delet", 2, "Did you mean --delete?"},
+        {"clean in.csv -o out.csv --delete --delimiter cmoma", 2, "blanks or bar; did you mean comma?"},
+        {"clean in.csv -o out.csv --delete --decimals 10", 2, "--decimals 10: expected 0, 1"},
+        {"claen in.csv", 2, "there is no command or file \"claen\"; did you mean clean?"},
+        {"$(printf 'x%.0s' $(seq 300))", 2, "there is no command or file \"xxx"},
     };
     const Folder folder;
     folder.Write("in.csv", kSeries);

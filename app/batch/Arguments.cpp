@@ -1,0 +1,221 @@
+#include "app/batch/Arguments.h"
+
+#include <CLI/StringTools.hpp>
+#include <map>
+
+#include "app/batch/HelpText.h"
+#include "app/batch/Step.h"
+#include "app/table/TimePattern.h"
+#include "app/table/TimeText.h"
+
+namespace app {
+
+namespace {
+
+using Taken = std::optional<Failure>;
+
+constexpr const char* kStepGroup = "Steps, applied in the order given";
+
+// Options that say how the file is to be read, the same for every command.
+
+Taken TakeDelimiter(ReadOptions& read, const std::string& value) {
+    static const std::map<std::string, char> kDelimiters = {
+        {"comma", ','}, {"semicolon", ';'}, {"tab", '\t'}, {"blanks", ' '}, {"bar", '|'}};
+    read.delimiter = kDelimiters.at(value);
+    return std::nullopt;
+}
+
+Taken TakeDecimal(ReadOptions& read, const std::string& value) {
+    read.decimalSign = value == "comma" ? ',' : '.';
+    return std::nullopt;
+}
+
+Taken TakeTimeFormat(ReadOptions& read, const std::string& value) {
+    read.timeFormat = value;
+    if (value.empty() || FindTimeForm(value)) return std::nullopt;
+    if (value.find('%') != std::string::npos) {
+        const auto pattern = TimePattern::Compile(value);
+        if (pattern) return std::nullopt;
+        return pattern.Error().About("--time-format");
+    }
+    std::string names;
+    for (const auto& form : kTimeFormNames) names += std::string(form.name) + ", ";
+    return UsageError("--time-format " + value + ": expected " + names + "or a form with % fields");
+}
+
+const OptionRow<ReadOptions> kColumnRows[] = {
+    {{"-x", "COLUMN", "the x column, by name or number from 1; else the first of times or numbers"},
+     &ReadOptions::x},
+    {{"-y", "COLUMN", "a column of values, by name or number; repeatable; else all"}, &ReadOptions::y},
+};
+
+const OptionRow<ReadOptions> kReadRows[] = {
+    {{"--delimiter", "NAME", "comma, semicolon, tab, blanks or bar; guessed otherwise", Completes::Nothing,
+      "comma semicolon tab blanks bar"},
+     TakeDelimiter},
+    {{"--decimal", "SIGN", "the decimal sign, point or comma; guessed otherwise", Completes::Nothing,
+      "point comma"},
+     TakeDecimal},
+    {{"--time-format", "FORM",
+      "form of the times in x: iso, epoch, epoch-ms, number, or fields as in \"%d.%m.%Y %H:%M\""},
+     TakeTimeFormat},
+    {{"--missing", "TEXT", "what stands for no value besides NaN, NA, null and -; repeatable"},
+     &ReadOptions::missing},
+};
+
+const OptionRow<Arguments> kProgramRows[] = {
+    {{"FILE", "", "tables to open in the workbench", Completes::Files}, &Arguments::files},
+};
+
+constexpr const char* kJobsHelp = "work on so many files at a time; else on as many as there are cores";
+
+const OptionRow<InfoOptions> kInfoRows[] = {
+    {{"FILE", "", "the tables; - is standard input", Completes::Files, "", kRequired}, &InfoOptions::files},
+    {{"--json", nullptr, "write JSON, of several files one line each"}, &InfoOptions::json},
+    {{"--jobs", "N", kJobsHelp}, &InfoOptions::jobs},
+};
+
+Taken TakeDrop(CleanOptions& options, const std::string& value) {
+    static const std::map<std::string, unsigned short> kFlags = {
+        {"deleted", PS_DELETED}, {"rejected", PS_REJECTED}, {"spike", PS_SPIKE}};
+    for (const auto& name : CLI::detail::split(value, ',')) {
+        const auto flag = kFlags.find(name);
+        if (flag == kFlags.end())
+            return UsageError("--drop " + value +
+                              ": expected deleted, rejected or spike, with commas between");
+        options.drop |= flag->second;
+    }
+    return std::nullopt;
+}
+
+Taken TakeDecimals(CleanOptions& options, const std::string& value) {
+    if (value.size() == 1 && value[0] >= '0' && value[0] <= '9') {
+        options.decimals = value[0] - '0';
+        return std::nullopt;
+    }
+    return UsageError("--decimals " + value + ": expected 0 to 9");
+}
+
+// Values outside are deleted before the first step.
+Taken TakeLimits(CleanOptions& options, const std::string& value) {
+    const auto inside = ReadStep(StepKind::Select, "y=" + value);
+    if (!inside)
+        return UsageError("--limits " + value + ": expected MIN:MAX in y units (an end may be left out)");
+    options.limits = {*inside, *ReadStep(StepKind::Select, "invert"), *ReadStep(StepKind::Delete, ""),
+                      *ReadStep(StepKind::Select, "none")};
+    return std::nullopt;
+}
+
+Taken TakeAlarm(CleanOptions& options, const std::string& value) {
+    auto alarm = ReadAlarm(value);
+    if (!alarm) return alarm.Error();
+    options.alarms.push_back(std::move(*alarm));
+    return std::nullopt;
+}
+
+const OptionRow<CleanOptions> kCleanRows[] = {
+    {{"-o,--output", "OUT", "where the result goes; - is standard output", Completes::Files, "", kAside},
+     &CleanOptions::output},
+    {{"--drop", "FLAGS", "leave out rows whose points are deleted, rejected or spike, with commas between"},
+     TakeDrop},
+    {{"--decimals", "N", "store and write edited values with at least so many decimals", Completes::Nothing,
+      "0 1 2 3 4 5 6 7 8 9"},
+     TakeDecimals},
+    {{"--limits", "MIN:MAX", "delete the values outside before the first step"}, TakeLimits},
+    {{"--report", "FILE", "write a report in JSON; - is standard output; with --out-dir a folder for reports",
+      Completes::Files, "", kAside},
+     &CleanOptions::report},
+    {{"--alarm", "QUANTITY=MIN:MAX",
+      "end with 3 where rows, or the share of missing, flagged or changed values, leave these bounds; "
+      "repeatable",
+      Completes::Nothing, "", kAside | kRepeatable},
+     TakeAlarm},
+    {{"--update", nullptr,
+      "keep the rows that the output holds already, add the new ones, and list the rows that come out "
+      "differently"},
+     &CleanOptions::update},
+    {{"--revise", nullptr, "with --update, replace the rows that come out differently"},
+     &CleanOptions::revise},
+    {{"--dry-run", nullptr, "do everything but write", Completes::Nothing, "", kAside},
+     &CleanOptions::dryRun},
+    {{"--force", nullptr, "allow the output to replace the input", Completes::Nothing, "", kAside},
+     &CleanOptions::force},
+};
+
+const OptionRow<FleetOptions> kFleetRows[] = {
+    {{"FILE", "", "the tables; - is standard input", Completes::Files, "", kAside}, &FleetOptions::files},
+    {{"--out-dir", "DIR", "the folder of the outputs, each under the name of its input", Completes::Folders,
+      "", kAside},
+     &FleetOptions::folder},
+    {{"--stations", "TABLE", "clean what a table of stations names, each with options of its own",
+      Completes::Files, "", kAside},
+     &FleetOptions::stations},
+    {{"--jobs", "N", kJobsHelp, Completes::Nothing, "", kAside}, &FleetOptions::jobs},
+    {{"--again", nullptr, "also clean inputs that have not changed since the last run", Completes::Nothing,
+      "", kAside},
+     &FleetOptions::again},
+    {{"--json", nullptr, "tell of each file in a line of JSON", Completes::Nothing, "", kAside},
+     &FleetOptions::json},
+    {{"-q,--quiet", nullptr, "no report and no progress; of many files only those that need a look",
+      Completes::Nothing, "", kAside},
+     &FleetOptions::quiet},
+};
+
+const OptionRow<ReadOptions> kPlotFileRows[] = {
+    {{"FILE", "", "the table; - is standard input", Completes::Files, "", kRequired}, &ReadOptions::path},
+};
+
+const OptionRow<PlotOptions> kPlotRows[] = {
+    {{"-o,--output", "OUT", "the picture: a name that ends in .png, .svg or .pdf", Completes::Files, "",
+      true},
+     &PlotOptions::output},
+    {{"--size", "WxH", "width and height in pixels; else 1200x800"}, &PlotOptions::size},
+    {{"--from", "X", "draw from this x on: a time in ISO 8601, or a number"}, &PlotOptions::from},
+    {{"--to", "X", "draw up to this x"}, &PlotOptions::to},
+};
+
+const OptionRow<Arguments> kPrintRows[] = {
+    {{"WHAT", "", "manual (a page for man), or the completions of bash, zsh or fish", Completes::Nothing,
+      "manual bash zsh fish", kRequired},
+     &Arguments::printed},
+};
+
+void AddSteps(Command& command, CleanOptions& options) {
+    for (const auto& text : StepTexts()) {
+        BoundOption bound{{text.option, text.value, text.help}, {}, true, kStepGroup};
+        bound.take = [&options, kind = text.kind](const std::string& value) -> Taken {
+            auto step = ReadStep(kind, value);
+            if (!step) return step.Error();
+            options.steps.push_back(std::move(*step));
+            return std::nullopt;
+        };
+        command.options.push_back(std::move(bound));
+    }
+}
+
+}  // namespace
+
+std::vector<Command> MakeCommands(Arguments& arguments) {
+    Command program{"", "Shows and cleans series of measurements.", kMainHelp, {}};
+    program.Add(kProgramRows, arguments);
+    Command info{"info", "Say what a file holds and how it would be read", kInfoHelp, {}};
+    info.Add(kInfoRows, arguments.info);
+    Command clean{"clean", "Clean the values of a file in steps", kCleanHelp, {}};
+    clean.Add(kFleetRows, arguments.fleet);
+    clean.Add(kCleanRows, arguments.clean);
+    Command plot{"plot", "Draw a file as a picture", kPlotHelp, {}};
+    plot.Add(kPlotFileRows, arguments.plot.read);
+    plot.Add(kPlotRows, arguments.plot);
+    const std::pair<Command*, ReadOptions*> readers[] = {
+        {&info, &arguments.info.read}, {&clean, &arguments.clean.read}, {&plot, &arguments.plot.read}};
+    for (const auto& [command, read] : readers) {
+        command->Add(kColumnRows, *read);
+        command->Add(kReadRows, *read);
+    }
+    AddSteps(clean, arguments.clean);
+    Command print{"print", "Print the manual page, or the completions of a shell", kPrintHelp, {}};
+    print.Add(kPrintRows, arguments);
+    return {program, info, clean, plot, print};
+}
+
+}  // namespace app
