@@ -36,6 +36,7 @@
 #include "platform/window/CommandIds.h"
 #include "platform/window/CommandResources.h"
 #include "platform/window/CommonDialogs.h"
+#include "platform/window/KeyState.h"
 #include "selections/PlaceSet.h"
 #include "selections/Selection.h"
 #include "selections/SelectionSamples.h"
@@ -63,3 +64,4 @@
 #include "views/GraphMouseMode.h"
 #include "views/KRuler.h"
 #include "views/KViewEx.h"
+#include "views/PixelSpace.h"

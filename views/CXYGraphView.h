@@ -11,7 +11,6 @@
 // ...Axes, ...Legend, ...Zoom, ...Mouse, ...Modes, ...Commands, ...Settings.
 #pragma once
 
-#include <functional>
 #include <list>
 #include <map>
 #include <memory>
@@ -182,11 +181,6 @@ class CXYGraphView : public KViewEx {
     void ZoomExtent();
     void SetScrollSizes();
 
-    // What a derived view may say in its own way. Where the x ticks stand between two user values; empty: at
-    // the multiples of the tick spacing.
-    std::function<std::vector<double>(double from, double to)> xTickPlaces;
-    // What a ruler measures; empty: its own text.
-    std::function<CString(const KRuler&)> rulerText;
     // The distance of neighbouring ticks on either axis in user units, as far as it is known: 0 before the
     // first layout.
     CSizeEx TickSpacingInForce() const { return tickSpacing; }
@@ -204,8 +198,12 @@ class CXYGraphView : public KViewEx {
     GraphMouseMode& Mode() const;
     // Takes away what a gesture has inverted on the window.
     void HideGesture();
-    // The plot that the gesture began in, in device units.
-    CRect GestureClip(const CDC& preparedDc) const;
+    // The rubber band from corner to corner of zoomRect.
+    void ShowZoomRect();
+    // Takes an update that came during a drag, once that has ended.
+    void CatchUp();
+    // The part of the x axis that the picture shows, in stored units of the series drawn last.
+    void TellListeners(double fromX, double toX);
     // Shows the stored point under a client point in the status bar.
     void ShowPositionOf(CPoint point);
 
@@ -236,8 +234,10 @@ class CXYGraphView : public KViewEx {
     bool rulerVisible = false;
     int mouseMode = ShowPosition;
     GestureOverlay gesture;
-    CPoint gestureStart;                       // where the drag began, device units
-    CRect zoomRect;                            // device pixels, corners as dragged
+    CRect plotArea;          // of the plot that the gesture works in, device units; OnPrepareDC sets it
+    PointPyramids pyramids;  // of the shown series, while only the view moves
+    CPoint gestureStart;     // where the drag began, device units
+    CRect zoomRect;          // device pixels, corners as dragged
     std::optional<CPoint> lastMiddlePosition;  // of the middle button held
     int titleBarOff = 0;
     int isoAspectAllowed = 0;
@@ -255,10 +255,9 @@ class CXYGraphView : public KViewEx {
     StoredRange AxisRange() const;
     TileGrid Tiles() const;
     void TakeUpdate(const CViewUpdate& hint);
-    // Takes an update that came during a drag, once that has ended.
-    void CatchUp();
 
     void SetCoordinates();
+    CRect PlotOfGesture(const CRect& first) const;
     void SetStoredMapping(CDC& dc, const CRect& plot);
     PlotMargins Margins(CDC& dc, const CRect& tile);
     CSizeEx SpacingFor(CSize plot, CSize xLabel, CSize yLabel);
@@ -268,7 +267,6 @@ class CXYGraphView : public KViewEx {
 
     void DrawPage(CDC& dc, std::size_t first, std::size_t last);
     void DrawSource(CDC& dc, IPointSource* source);
-    void TellListeners();
     void DrawTicks(CDC& dc, const PlotMap& map, const CRect& plot);
     void DrawGrid(CDC& dc, const PlotMap& map, const CRect& plot, const std::vector<double>& xTicks,
                   const std::vector<double>& yTicks);
@@ -281,16 +279,13 @@ class CXYGraphView : public KViewEx {
     class ZoomRectMode;
     class RulerMode;
     void AddOwnModes();
-    void ShowZoomRect();
     void EndZoomRect(CPoint point);
     void ShowRuler(CDC& dc);
     void PanTo(CDC& dc, CPoint point);
     void ShowRulerText();
-    CString RulerText() const;
     void RunZoomCommand(unsigned int command, CPoint about);
     std::optional<int> ScrollTarget(int bar, UINT code, UINT position) const;
 
-    PointPyramids pyramids;  // of the shown series, while only the view moves
     std::map<int, std::shared_ptr<GraphMouseMode>> modes;
     bool updateMissed = false;
     CSizeEx tickSpacing;

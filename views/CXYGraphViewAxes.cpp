@@ -40,8 +40,7 @@ void CXYGraphView::DrawTicks(CDC& dc, const PlotMap& map, const CRect& plot) {
     const CSize extent = zoom.viewExtent;
     const double fromX = coordinates.DeviceToWorldX(shown.originX);
     const double toX = coordinates.DeviceToWorldX(double{1.0} * shown.originX + std::fabs(extent.cx));
-    const auto xTicks =
-        xTickPlaces ? xTickPlaces(fromX, toX) : TickValues(fromX, toX, tickSpacing.cx, FirstTick::Rounded);
+    const auto xTicks = TickValues(fromX, toX, tickSpacing.cx, FirstTick::Rounded);
     const auto yTicks =
         TickValues(coordinates.DeviceToWorldY(shown.originY),
                    coordinates.DeviceToWorldY(double{1.0} * shown.originY + std::fabs(extent.cy)),

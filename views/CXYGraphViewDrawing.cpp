@@ -27,7 +27,7 @@ int CXYGraphView::DrawBitmap(CDC* dc) {
         return 1;
     }
     DrawPage(*dc, first, std::min(first + perPage, count));
-    TellListeners();
+    TellListeners(zoom.Current().originX, double{1.0} * zoom.Current().originX + zoom.viewExtent.cx);
     return 1;
 }
 
@@ -83,13 +83,13 @@ void CXYGraphView::SetTiledClipRgn(CDC* dc) {
     dc->SelectClipRgn(&region);
 }
 
-void CXYGraphView::TellListeners() {
+void CXYGraphView::TellListeners(double fromX, double toX) {
     // Columns of paper or of an exported picture mean nothing beside the window.
     if (DrawsElsewhere() && GetSafeHwnd()) return;
     axisChange.plotLeft = tileClip.left;
     axisChange.plotRight = tileClip.right;
-    axisChange.fromX = zoom.Current().originX;
-    axisChange.toX = axisChange.fromX + zoom.viewExtent.cx;
+    axisChange.fromX = fromX;
+    axisChange.toX = toX;
     axisChange.unitX = axes.UnitX;
     // A listener may take itself, or another one, out of the list.
     const std::list<IAxisChangeListener*> told = listeners;
@@ -109,7 +109,7 @@ int CXYGraphView::DrawAfterBitmap(CDC* dc) {
     if (DrawsElsewhere()) return 1;
     Mode().DrawOverlay(*dc);
     // The paint took away what a gesture had inverted: the next move will invert it again.
-    gesture.Repainted(*dc, GestureClip(*dc));
+    gesture.Repainted(*dc, plotArea);
     return 1;
 }
 
@@ -122,7 +122,7 @@ void CXYGraphView::DrawRulerOverlay(CDC& dc) {
     // The text of a ruler that was scrolled away would stand alone.
     if (right.x >= plot.left && right.x <= plot.right && right.y >= plot.top && right.y <= plot.bottom) {
         const PixelSpace pixels(dc);
-        const CString text = RulerText();
+        const CString text = ruler.ToString();
         dc.TextOut(AddSaturated(right.x, dc.GetTextExtent(text).cy), right.y, text);
     }
     const int unclipped = dc.SaveDC();

@@ -39,8 +39,23 @@ void CXYGraphView::OnPrepareDC(CDC* dc, CPrintInfo* info) {
                      AddSaturated(area.top, tileSize.cy));
     SetCoordinates();
     plotMargins = Margins(*dc, tile);
-    SetStoredMapping(*dc, PlotAreaOf(tile, plotMargins));
+    const CRect plot = PlotAreaOf(tile, plotMargins);
+    plotArea = PlotOfGesture(plot);
+    SetStoredMapping(*dc, plot);
     ShowScrollPosition();
+}
+
+// In tiles: the plot of the one that the gesture began in.
+CRect CXYGraphView::PlotOfGesture(const CRect& first) const {
+    const TileGrid grid = Tiles();
+    const auto place = [](int at, int length, int count) {
+        return length > 0 ? std::clamp(at / length, 0, count - 1) : 0;
+    };
+    const int column = place(gestureStart.x, tileSize.cx, grid.columns);
+    const int row = place(gestureStart.y, tileSize.cy, grid.rows);
+    const CPoint tile = grid.TileOffset(row * grid.columns + column, tileSize);
+    return {AddSaturated(first.left, tile.x), AddSaturated(first.top, tile.y),
+            AddSaturated(first.right, tile.x), AddSaturated(first.bottom, tile.y)};
 }
 
 void CXYGraphView::SetCoordinates() {

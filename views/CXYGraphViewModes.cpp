@@ -8,25 +8,6 @@
 #include "views/CXYGraphView.h"
 #include "views/PixelSpace.h"
 
-namespace {
-
-// While Ctrl is held a ruler keeps to an axis.
-class RulerAlongAxis {
-  public:
-    RulerAlongAxis(KRuler& ruler, UINT flags) : ruler_(ruler), type_(ruler.getType()) {
-        if (flags & MK_CONTROL) ruler.setType(KRuler::AxisLine);
-    }
-    ~RulerAlongAxis() { ruler_.setType(type_); }
-    RulerAlongAxis(const RulerAlongAxis&) = delete;
-    RulerAlongAxis& operator=(const RulerAlongAxis&) = delete;
-
-  private:
-    KRuler& ruler_;
-    KRuler::RulerType type_;
-};
-
-}  // namespace
-
 class CXYGraphView::PositionMode : public GraphMouseMode {
   public:
     explicit PositionMode(CXYGraphView& view) : view_(view) {}
@@ -70,7 +51,7 @@ class CXYGraphView::RulerMode : public GraphMouseMode {
 
     void Move(UINT flags, CPoint point) override {
         if (!IsDragging()) return view_.ShowPositionOf(point);
-        const RulerAlongAxis bent(view_.ruler, flags);
+        const RulerAlongAxis bent(view_.ruler, (flags & MK_CONTROL) != 0);
         CClientDC dc(&view_);
         view_.RulerTo(&dc, point);
         view_.ShowRulerText();
@@ -82,7 +63,7 @@ class CXYGraphView::RulerMode : public GraphMouseMode {
             view_.EnterMode(view_.StartRuler(&dc, point) ? RulerDragging : ShowPosition);
             return;
         }
-        const RulerAlongAxis bent(view_.ruler, flags);
+        const RulerAlongAxis bent(view_.ruler, (flags & MK_CONTROL) != 0);
         view_.rulerVisible = view_.EndRuler(&dc, point);
         view_.Invalidate(FALSE);
         view_.EnterMode(ShowPosition);
@@ -131,10 +112,8 @@ void CXYGraphView::ShowPositionOf(CPoint point) {
     SetPositionText(point);
 }
 
-CString CXYGraphView::RulerText() const { return rulerText ? rulerText(ruler) : ruler.ToString(); }
-
 void CXYGraphView::ShowRulerText() {
-    if (CFrameWnd* const frame = GetParentFrame()) frame->SetMessageText("Ruler: " + RulerText());
+    if (CFrameWnd* const frame = GetParentFrame()) frame->SetMessageText("Ruler: " + ruler.ToString());
 }
 
 void CXYGraphView::HideGesture() {
@@ -142,25 +121,12 @@ void CXYGraphView::HideGesture() {
     gesture.Hide(dc);
 }
 
-CRect CXYGraphView::GestureClip(const CDC& preparedDc) const {
-    const TileGrid grid = Tiles();
-    const auto place = [](int at, int length, int count) {
-        return length > 0 ? std::clamp(at / length, 0, count - 1) : 0;
-    };
-    const int column = place(gestureStart.x, tileSize.cx, grid.columns);
-    const int row = place(gestureStart.y, tileSize.cy, grid.rows);
-    const CRect plot = PlotMap(preparedDc).Area();
-    const CPoint tile = grid.TileOffset(row * grid.columns + column, tileSize);
-    return {AddSaturated(plot.left, tile.x), AddSaturated(plot.top, tile.y), AddSaturated(plot.right, tile.x),
-            AddSaturated(plot.bottom, tile.y)};
-}
-
 // The gaps of the dotted pen are drawn too, in the background colour: that is what shows under XOR.
 void CXYGraphView::ShowZoomRect() {
     CClientDC dc(this);
     OnPrepareDC(&dc);
     const CRect rect = zoomRect;
-    gesture.Show(dc, GestureClip(dc), [this, rect](CDC& target) {
+    gesture.Show(dc, plotArea, [this, rect](CDC& target) {
         const PixelSpace pixels(target);
         target.SetBkMode(OPAQUE);
         const Selected usePen(target, dottedPen);
@@ -189,7 +155,7 @@ void CXYGraphView::EndZoomRect(CPoint point) {
 
 // Inverts what it draws, so that drawing a ruler again erases it.
 void CXYGraphView::ShowRuler(CDC& dc) {
-    gesture.Show(dc, GestureClip(dc), [this, drawn = ruler](CDC& target) mutable {
+    gesture.Show(dc, plotArea, [this, drawn = ruler](CDC& target) mutable {
         const Selected usePen(target, rulerPen);
         const SelectedStock noFill(target, NULL_BRUSH);
         const SelectedRop2 inverting(target, R2_NOT);

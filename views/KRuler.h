@@ -58,6 +58,21 @@ class KRuler {
     int width_mm = 0;
 };
 
+// While `held`, the ruler keeps to an axis.
+class [[nodiscard]] RulerAlongAxis {
+  public:
+    RulerAlongAxis(KRuler& ruler, bool held) : ruler_(ruler), type_(ruler.getType()) {
+        if (held) ruler.setType(KRuler::AxisLine);
+    }
+    ~RulerAlongAxis() { ruler_.setType(type_); }
+    RulerAlongAxis(const RulerAlongAxis&) = delete;
+    RulerAlongAxis& operator=(const RulerAlongAxis&) = delete;
+
+  private:
+    KRuler& ruler_;
+    KRuler::RulerType type_;
+};
+
 // Half of the mark across the end of a line with this direction, 0.01 mm. Both directions are physical
 // lengths of one unit.
 CSize RulerEndMark(CSize direction);

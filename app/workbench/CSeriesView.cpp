@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "app/workbench/WorkbenchIds.h"
 
@@ -10,34 +9,19 @@ namespace app {
 
 namespace {
 
-// The share of the value range that stays free above and below.
-constexpr double kPadding = 0.04;
-
-// The extent of a series' values, not widened as statistics are.
-void Widen(IPointSource& source, double& low, double& high) {
-    const CPoint* const points = source.GetData();
-    const unsigned short* const status = source.GetStatus();
-    const long count = source.GetCount();
-    LONG least = std::numeric_limits<LONG>::max();
-    LONG most = std::numeric_limits<LONG>::min();
-    for (long i = 0; i < count; ++i) {
-        if (status && (status[i] & PS_DELETED)) continue;
-        least = std::min(least, points[i].y);
-        most = std::max(most, points[i].y);
-    }
-    if (least > most) return;
-    const auto value = [&](LONG y) {
-        return (static_cast<double>(y) + static_cast<double>(source.GetOffset().y)) / source.GetYScale();
-    };
-    low = std::min(low, value(least));
-    high = std::max(high, value(most));
-}
+constexpr const char* kLegendCorner = "LegendCorner";
 
 void UseColor(IPointSource& source, unsigned long color) {
     auto& manager = KDrawPropertyManager::Instance();
     KDrawProperty& property = manager.GetProperty(source.GetKey());
     // A series that nobody has coloured yet has the colour of all new series.
     if (property.getColor() == manager.GetProperty(nullptr).getColor()) property.setColor(color);
+}
+
+std::unique_ptr<AxisReader> ReaderOf(const SeriesFile& file) {
+    if (file.x.isTime) return TimeAxis(file.x);
+    const bool sorted = !file.xRises && file.order == PointOrder::OfX;
+    return NumberAxis(CString(file.x.name + (sorted ? " (sorted)" : "")), CString(file.x.unit));
 }
 
 }  // namespace
@@ -49,27 +33,70 @@ std::string PictureEnding(const std::string& path) {
     return known && path.size() > ending.size() ? ending : "";
 }
 
+bool CSeriesView::linked_ = false;
+
 CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
     : CXYGraphView(key, true, static_cast<int>(kViewContextMenu), CColorProperties().background, 0, nullptr),
       file_(file) {
     UseDoubleBitmap(true);
     isoAspectAllowed = 1;
-    xTickPlaces = [this](double from, double to) { return TickPlaces(from, to); };
-    rulerText = [this](const KRuler& measured) { return MeasuredText(measured); };
+    chosenBackground_ = colors.background;
+    AddSeriesModes();
+    UseFile();
+    for (std::size_t i = 0; i < file_.series.size(); ++i) AddSource(file_.series[i].source.get(), i == 0);
+    UpdatePanels();
+}
+
+void CSeriesView::UseFile() {
+    xReader_ = ReaderOf(file_);
+    facts_.clear();
     for (std::size_t i = 0; i < file_.series.size(); ++i) {
+        facts_.emplace_back(file_, i);
         UseColor(*file_.series[i].source, SeriesColor(i));
-        AddSource(file_.series[i].source.get(), i == 0);
     }
 }
 
+// The same file, read once more; what is shown stays as far as it is still there.
+void CSeriesView::TakeFile(SeriesFile again) {
+    std::vector<std::size_t> shown;
+    for (const std::size_t i : ShownSeries())
+        if (i < again.series.size()) shown.push_back(i);
+    if (shown.empty()) shown.push_back(0);
+    for (auto& one : file_.series) RemoveSource(one.source.get());
+    file_ = std::move(again);
+    UseFile();
+    ShowOnly(shown);
+}
+
 void CSeriesView::OnInitialUpdate() {
+    if (CWinApp* const profile = AfxGetApp())
+        legendCorner_ = static_cast<LegendCorner>(
+            std::clamp(static_cast<int>(profile->GetProfileInt(GetKeyName(), kLegendCorner, 0)), 0, 3));
     CXYGraphView::OnInitialUpdate();
     ruler.setType(KRuler::RulerType(0));
+    stack_ = {};
+    RangesChanged();
 }
 
 void CSeriesView::OnDestroy() {
     SaveStdProperties();
     CXYGraphView::OnDestroy();
+}
+
+// The background that a dark desktop calls for is not the user's choice.
+bool CSeriesView::SaveStdProperties() {
+    const COLORREF shown = std::exchange(colors.background, chosenBackground_);
+    const bool saved = CXYGraphView::SaveStdProperties();
+    colors.background = shown;
+    if (CWinApp* const profile = AfxGetApp())
+        profile->WriteProfileInt(GetKeyName(), kLegendCorner, static_cast<int>(legendCorner_));
+    return saved;
+}
+
+// Deleted points of a series are bridged.
+void CSeriesView::AllocDataHandler(IPointSource* source) {
+    dataHandler = std::make_unique<CXYEditData>();
+    dataHandler->SelectPointSource(source);
 }
 
 std::size_t CSeriesView::IndexOf(IPointSource* source) const {
@@ -78,7 +105,11 @@ std::size_t CSeriesView::IndexOf(IPointSource* source) const {
     return 0;
 }
 
-const FileSeries& CSeriesView::Primary() const { return file_.series[IndexOf(PrimarySource())]; }
+std::vector<std::size_t> CSeriesView::ShownSeries() const {
+    std::vector<std::size_t> shown;
+    for (IPointSource* const source : shownSources) shown.push_back(IndexOf(source));
+    return shown;
+}
 
 bool CSeriesView::IsShown(std::size_t i) const {
     return i < file_.series.size() && std::find(shownSources.begin(), shownSources.end(),
@@ -88,10 +119,8 @@ bool CSeriesView::IsShown(std::size_t i) const {
 void CSeriesView::Show(std::size_t i, bool show) {
     if (i >= file_.series.size() || show == IsShown(i)) return;
     std::vector<std::size_t> wanted;
-    for (std::size_t k = 0; k < file_.series.size(); ++k) {
-        const bool fits = !show || file_.series[k].group == file_.series[i].group;
-        if (k == i ? show : IsShown(k) && fits) wanted.push_back(k);
-    }
+    for (std::size_t k = 0; k < file_.series.size(); ++k)
+        if (k == i ? show : IsShown(k)) wanted.push_back(k);
     ShowOnly(wanted);
 }
 
@@ -99,63 +128,100 @@ void CSeriesView::ShowOnly(const std::vector<std::size_t>& series) {
     if (series.empty()) return;
     for (auto& one : file_.series) RemoveSource(one.source.get());
     for (const std::size_t i : series) AddSource(file_.series[i].source.get(), true);
-    for (auto& one : file_.series)
-        if (std::find(shownSources.begin(), shownSources.end(), one.source.get()) == shownSources.end())
-            AddSource(one.source.get(), false);
+    for (std::size_t i = 0; i < file_.series.size(); ++i)
+        if (!IsShown(i)) AddSource(file_.series[i].source.get(), false);
     page = 0;
-    HandleZoom(CmdZoomAll, CPoint());
+    rulerVisible = false;
     SetCaption();
+    RangesChanged();
+    Redraw();
+}
+
+// Pages of tiles as the base counts them.
+void CSeriesView::ArrangeTiles() {
+    constexpr std::size_t kMostTiles = 12;
+    const std::size_t perTile = static_cast<std::size_t>(std::max(1, tiledLayout.NumSourcesPerTile));
+    const std::size_t tiles = (shownSources.size() + perTile - 1) / perTile;
+    grid_ = tiled ? GridFor(std::min(tiles, kMostTiles)) : CSize(1, 1);
+    tiledLayout.NumColumns = grid_.cx;
+    tiledLayout.NumRows = grid_.cy;
+    page = std::clamp(page, 0, GetNumPages() - 1);
+}
+
+void CSeriesView::UpdatePanels() {
+    for (const std::size_t i : ShownSeries()) facts_[i].Refresh(breakAtGaps_ ? gapFactor_ : 0);
+    ArrangeTiles();
+    const auto perTile =
+        tiled ? static_cast<std::size_t>(std::max(1, tiledLayout.NumSourcesPerTile)) : shownSources.size();
+    std::vector<std::size_t> series = ShownSeries();
+    if (tiled) {
+        const auto perPage = perTile * static_cast<std::size_t>(grid_.cx * grid_.cy);
+        const auto first = std::min(series.size(), perPage * static_cast<std::size_t>(page));
+        series = {series.begin() + static_cast<std::ptrdiff_t>(first),
+                  series.begin() + static_cast<std::ptrdiff_t>(std::min(series.size(), first + perPage))};
+    }
+    panels_ = MakePanels(file_, facts_, series, perTile,
+                         normalised_ && !tiled ? Together::Normalised : Together::ByUnit);
+    gesturePanel_ = std::min(gesturePanel_, panels_.empty() ? 0 : panels_.size() - 1);
+    SyncRanges();
+    arranged_ = false;
+}
+
+void CSeriesView::SyncRanges() {
+    const auto& known = stack_.Current().y;
+    for (PlotPanel& panel : panels_)
+        for (PlotAxis& axis : panel.axes) {
+            const auto found = known.find(axis.key);
+            axis.shown = found != known.end() ? found->second : axis.whole;
+        }
+}
+
+Range CSeriesView::WholeX() const {
+    Range whole = Range::None();
+    for (const std::size_t i : ShownSeries())
+        if (!facts_[i].X().IsNone()) whole.Add(facts_[i].X());
+    if (whole.IsNone()) return {0, 1};
+    if (whole.Length() > 0) return whole;
+    return {whole.from - 1, whole.to + 1};
+}
+
+Range CSeriesView::ShownX() const { return stack_.Current().x.value_or(WholeX()); }
+
+CPointEx CSeriesView::RangeX() const {
+    const Range whole = WholeX();
+    return {file_.x.User(whole.from), file_.x.User(whole.to)};
+}
+
+CPointEx CSeriesView::VisibleX() const {
+    const Range shown = ShownX();
+    return {file_.x.User(shown.from), file_.x.User(shown.to)};
 }
 
 void CSeriesView::ShowRange(double fromUser, double toUser) {
-    axes.XAutoScale = 0;
-    axes.MinX = fromUser;
-    axes.MaxX = toUser;
-    double low = 1e300;
-    double high = -1e300;
-    for (IPointSource* const source : shownSources) {
-        const CPoint* const points = source->GetData();
-        for (long i = 0; i < source->GetCount(); ++i) {
-            const double x = points[i].x / source->GetXScale();
-            if (x < fromUser || x > toUser) continue;
-            const double y = (static_cast<double>(points[i].y) + source->GetOffset().y) / source->GetYScale();
-            low = std::min(low, y);
-            high = std::max(high, y);
-        }
-    }
-    if (low <= high) {
-        axes.YAutoScale = 0;
-        axes.MinY = low;
-        axes.MaxY = high;
-        PadAxis();
-    }
-    ZoomAll();
-    SetScrollSizes();
-    zoom.KeepCurrent();
+    ShownRanges next;
+    next.x = Range{file_.x.Real(fromUser), file_.x.Real(toUser)};
+    stack_ = {};
+    stack_.Current() = next;
+    FitValues();
+    stack_.KeepCurrent();
 }
 
-// The base takes statistics, which read small ranges as wider and leave no room at the edges.
-void CSeriesView::UpdateAxis() {
-    CXYGraphView::UpdateAxis();
-    if (!axes.YAutoScale || shownSources.empty()) return;
-    constexpr double kWidened = 3.0;
-    if (axes.MaxY - axes.MinY <= kWidened) {
-        double low = 1e300;
-        double high = -1e300;
-        for (IPointSource* const source : shownSources) Widen(*source, low, high);
-        if (low > high) return;
-        axes.MinY = low;
-        axes.MaxY = high;
-    }
-    PadAxis();
+void CSeriesView::SetGapFactor(double factor) {
+    gapFactor_ = factor;
+    Redraw();
 }
 
-void CSeriesView::PadAxis() {
-    const double range = axes.MaxY - axes.MinY;
-    // A constant series stands in the middle of a range that its own digits can tell.
-    const double padding = range > 0 ? range * kPadding : std::max(1.0, 200 / scaleY);
-    axes.MinY -= padding;
-    axes.MaxY += padding;
+void CSeriesView::UpdateColors() {
+    const COLORREF plain = CColorProperties().background;
+    const COLORREF dark = RGB(30, 31, 34);
+    // A dark desktop makes views dark whose background nobody chose.
+    if (colors.background != dark) chosenBackground_ = colors.background;
+    const PlotTheme chosen = PlotTheme::For(chosenBackground_, colors.axis, colors.grid);
+    paperTheme_ = chosen.dark ? PlotTheme::For(plain, colors.axis, colors.grid) : chosen;
+    colors.background = chosenBackground_ == plain && IsDarkPalette() ? dark : chosenBackground_;
+    windowTheme_ = PlotTheme::For(colors.background, colors.axis, colors.grid);
+    CXYGraphView::UpdateColors();
+    SetPenColor(rulerPen, PS_SOLID, windowTheme_.axis);
 }
 
 bool CSeriesView::Export(const std::string& path, CSize pixels, int dotsPerInch) {
@@ -186,6 +252,24 @@ bool CSeriesView::Export(const std::string& path, CSize pixels, int dotsPerInch)
     DrawOn(*paper, {paper->GetDeviceCaps(HORZRES), paper->GetDeviceCaps(VERTRES)});
     paper->EndPage();
     return paper->EndDoc();
+}
+
+CString& CSeriesView::FormatCaptionStr(CString& text) {
+    text = CString(file_.title);
+    if (IPointSource* const source = PrimarySource()) text += " - " + source->GetName();
+    if (shownSources.size() > 1) {
+        CString more;
+        more.Format(" and %d more", static_cast<int>(shownSources.size()) - 1);
+        text += more;
+    }
+    return text;
+}
+
+// The view's own text is what a screen reader says of it.
+void CSeriesView::SetCaption() {
+    CXYGraphView::SetCaption();
+    CString text;
+    SetWindowText(FormatCaptionStr(text));
 }
 
 }  // namespace app

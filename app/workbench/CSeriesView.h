@@ -1,11 +1,16 @@
-// The program's graph view: the series of one file. A time axis shows dates and times at round times of the
-// calendar, other axes as many decimals as the step between their ticks needs. Works without a window too.
+// The program's graph view: the series of one file, in one plot or in tiles. Every plot has y axes of its
+// own, one for each unit in it; all plots of the view share the x axis. One can zoom until a few samples fill
+// the window: the view keeps the ranges that it shows in the values of the file (ZoomStack) and maps each
+// series for itself. Works without a window too.
+//
+// The sources: CSeriesView (series, ranges, export), ...Drawing, ...Mouse (modes, wheel, panning), ...Zoom,
+// ...Commands, ...ReadOut. How axes read is AxisReader's, where things lie PlotPanels'.
 #pragma once
 
 #include <vector>
 
+#include "app/workbench/PlotPainter.h"
 #include "app/workbench/SeriesFile.h"
-#include "app/workbench/TimeTicks.h"
 
 namespace app {
 
@@ -20,34 +25,63 @@ class CSeriesView : public CXYGraphView {
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 
     bool IsShown(std::size_t i) const;
-    // Shows or hides a series. Series of another scale give way, and the last one shown stays.
+    // In the order in which they were chosen.
+    std::vector<std::size_t> ShownSeries() const;
+    // Shows or hides a series; the last one shown stays. The x axis keeps its range.
     void Show(std::size_t i, bool show);
     void ShowOnly(const std::vector<std::size_t>& series);
-    // The x axis from and to, in user units.
-    CPointEx RangeX() const { return {axes.MinX, axes.MaxX}; }
+    // The whole x axis from and to, in user units.
+    CPointEx RangeX() const;
+    // What of it is in view.
+    CPointEx VisibleX() const;
     // Shows this part of it, with the values in it.
     void ShowRange(double fromUser, double toUser);
 
-    // PNG, SVG or PDF after the path's extension, drawn at this size in pixels. False: not written.
+    // A line breaks where neighbours lie more than this many usual steps apart, and at empty cells; 0: never.
+    void SetGapFactor(double factor);
+
+    // PNG, SVG or PDF after the path's extension, drawn at this size in pixels, dark on light. False: not
+    // written.
     bool Export(const std::string& path, CSize pixels, int dotsPerInch);
     CSize PixelSize() const { return size; }
 
-    CString& FormatXLabel(CString& text, double value) override;
-    CString& FormatYLabel(CString& text, double value) override;
+    // What is shown now; panels are those of the last picture.
+    Range ShownX() const;
+    const std::vector<PlotPanel>& Panels() const { return panels_; }
+    // Takes over the x range of another view: from a time or a value of the axis to another.
+    void FollowX(const XReading& reading, const Range& x);
+
     CString& FormatCaptionStr(CString& text) override;
-    CSizeEx GetTickSpacing(CSizeEx visible, CSize minimum) override;
-    int DrawCoordinateSystem(CDC* dc) override;
-    void SetPositionText(CPoint& point) override;
     void SetCaption() override;
-    void UpdateAxis() override;
+    void UpdateColors() override;
+    void ZoomAll() override;
+    bool SaveStdProperties() override;
+    void AllocDataHandler(IPointSource* source) override;
     void OnInitialUpdate() override;
 
   protected:
+    void OnPrepareDC(CDC* dc, CPrintInfo* info = nullptr) override;
+    void OnActivateView(BOOL activate, CView* activated, CView* deactivated) override;
     void OnDestroy() override;
+    int DrawBackground(CDC* dc, CBrush* brush, CSize area) override;
     int DrawBitmap(CDC* dc) override;
+    int DrawAfterBitmap(CDC* dc) override;
+    void OnLButtonDown(UINT flags, CPoint point) override;
+    void OnMouseLeave() override;
+    void OnMouseMove(UINT flags, CPoint point) override;
+    void OnMButtonDblClk(UINT flags, CPoint point) override;
+    BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
+    void OnMouseHWheel(UINT flags, short delta, CPoint point) override;
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
+    void OnKeyUp(UINT key, UINT repeat, UINT flags) override;
+    void OnHScroll(UINT code, UINT position, CScrollBar* scrollBar) override;
+    void OnVScroll(UINT code, UINT position, CScrollBar* scrollBar) override;
 
   private:
     static const CommandRow<CSeriesView> kCommands[];
+    class PointerMode;
+    class RectangleMode;
+    class MeasuringMode;
 
     void OnSeries(UINT id);
     void OnUpdateSeries(CCmdUI* state);
@@ -56,6 +90,10 @@ class CSeriesView : public CXYGraphView {
     void OnUpdateManySeries(CCmdUI* state);
     void OnToggleTiles();
     void OnUpdateToggleTiles(CCmdUI* state);
+    void OnNormalised();
+    void OnUpdateNormalised(CCmdUI* state);
+    void OnFileOrder();
+    void OnUpdateFileOrder(CCmdUI* state);
     void OnPage(UINT id);
     void OnUpdatePage(CCmdUI* state);
     void OnRulerType(UINT id);
@@ -64,28 +102,98 @@ class CSeriesView : public CXYGraphView {
     void OnUpdateToggleGrid(CCmdUI* state);
     void OnDrawStyle(UINT id);
     void OnUpdateDrawStyle(CCmdUI* state);
+    void OnToggleFlag(UINT id);
+    void OnUpdateFlag(CCmdUI* state);
     void OnBackground();
     void OnSeriesColor();
     void OnExport();
+    void OnZoomCommand(UINT id);
+    void OnUpdateZoomCommand(CCmdUI* state);
+    void OnEscape();
+    bool& FlagOf(UINT id);
 
-    void ShowStatus(int pane, const CString& text);
-    void PadAxis();
-    void RefreshShown();
+    // Series and axes.
     std::size_t IndexOf(IPointSource* source) const;
-    const FileSeries& Primary() const;
-    std::vector<double> TickPlaces(double from, double to);
-    void ChooseDatedTick(const std::vector<Microseconds>& times);
-    CString TimeLabel(double value) const;
-    CString MeasuredText(const KRuler& measured) const;
-    double UserPerPixelX() const;
-    double UserPerPixelY() const;
+    void ArrangeTiles();
+    void UseFile();
+    void TakeFile(SeriesFile again);
+    void UpdatePanels();
+    void SyncRanges();
+    void Arrange(const CDC& dc);
+    void AddSeriesModes();
+    Range WholeX() const;
+    PlotPanel* Panel(std::size_t i) { return i < panels_.size() ? &panels_[i] : nullptr; }
+
+    // Zoom: a range that is asked for becomes a new entry of the stack or changes the current one.
+    enum class Keep { Entry, InPlace };
+    void ShowRanges(ShownRanges next, Keep keep);
+    void ZoomAbout(double factor, std::optional<CPoint> pixel);
+    void ZoomTo(const PlotPanel& panel, const CRect& pixels);
+    void PanBy(CSize pixels, std::size_t panel);
+    void FitValues();
+    void ShowExtent();
+    void KeepAspect(ShownRanges& shown) const;
+    bool LimitX(Range& x) const;
+    bool LimitY(Range& y, const PlotAxis& axis) const;
+    void TellLinked();
+    void ShowScrollBars();
+    void Scroll(int bar, UINT code, UINT position);
+    void RangesChanged();
+
+    void Draw(CDC& dc);
+    void DrawPanel(CDC& dc, const PlotPanel& panel);
+    void DrawSeries(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, std::size_t i);
+    void DrawLine(CDC& dc, std::size_t i, COLORREF color, int penStyle);
+    void DrawSampleDots(CDC& dc, IPointSource& source, int first, int end, COLORREF color);
+    void DrawLegendOf(CDC& dc, PlotPanel& panel);
+    void DrawHover(CDC& dc);
+    void DrawRuler(CDC& dc);
+    COLORREF ColorOf(std::size_t i) const;
+    // Dark only in a window: pictures and pages are light unless a colour was chosen.
+    const PlotTheme& Theme() const { return DrawsElsewhere() ? paperTheme_ : windowTheme_; }
+
+    struct Hovered {
+        std::size_t series;
+        int index;
+        CPoint pixel;
+    };
+    std::optional<Hovered> Hover() const;
+    std::vector<CString> SampleText(const Hovered& sample) const;
+    void ShowPointer(CPoint pixel);
+    void ShowZoomText();
+    CString MeasuredText() const;
+    void ShowStatus(int pane, const CString& text);
+    void Say(const CString& text);
 
     SeriesFile& file_;
-    TimeStep timeStep_;
-    double numberStep_ = 0;       // of a numeric x axis, real units
-    bool drawingLabels_ = false;  // false while labels are only measured
-    // The tick that says its date because no midnight is in sight.
-    std::optional<Microseconds> datedTick_;
+    std::vector<SeriesFacts> facts_;
+    std::unique_ptr<AxisReader> xReader_;
+    ZoomStack stack_;
+    std::vector<PlotPanel> panels_;
+    CSize grid_{1, 1};
+    bool arranged_ = false;  // panels lie where arrangedArea_ says
+    CRect arrangedArea_;
+    int arrangedDots_ = 0;          // per inch
+    std::size_t gesturePanel_ = 0;  // that the last press, or the pointer, was in
+    PlotTheme windowTheme_;
+    PlotTheme paperTheme_;
+    COLORREF chosenBackground_ = 0;
+    double gapFactor_ = 2.5;
+    bool normalised_ = false;
+    bool breakAtGaps_ = true;
+    bool crosshair_ = false;
+    bool readOut_ = true;
+    bool spaceHeld_ = false;
+    std::optional<CPoint> pointer_;
+    std::optional<Hovered> hovered_;
+    std::optional<CPoint> panFrom_;
+    std::size_t panPanel_ = 0;
+    LegendCorner legendCorner_ = LegendCorner::TopRight;
+    bool legendFolded_ = true;
+    std::vector<CRect> legends_;  // where they lie
+    CString positionText_;
+    CString zoomText_;
+    static bool linked_;  // the x axes of all windows
 };
 
 }  // namespace app

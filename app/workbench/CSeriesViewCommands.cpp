@@ -7,12 +7,18 @@
 namespace app {
 
 const CommandRow<CSeriesView> CSeriesView::kCommands[] = {
+    {CmdZoomIn, CmdZoomBack, &CSeriesView::OnZoomCommand, &CSeriesView::OnUpdateZoomCommand},
+    {CmdModeEscape, CmdModeEscape, &CSeriesView::OnEscape},
+    {kFitValues, kFitValues, &CSeriesView::FitValues},
     {kSeriesFirst, kSeriesLast, &CSeriesView::OnSeries, &CSeriesView::OnUpdateSeries},
     {kNextSeries, kPreviousSeries, &CSeriesView::OnStepSeries, &CSeriesView::OnUpdateManySeries},
     {kAllSeries, kAllSeries, &CSeriesView::OnAllSeries, &CSeriesView::OnUpdateManySeries},
     {kTiles, kTiles, &CSeriesView::OnToggleTiles, &CSeriesView::OnUpdateToggleTiles},
+    {kNormalised, kNormalised, &CSeriesView::OnNormalised, &CSeriesView::OnUpdateNormalised},
+    {kFileOrder, kFileOrder, &CSeriesView::OnFileOrder, &CSeriesView::OnUpdateFileOrder},
     {kNextPage, kPreviousPage, &CSeriesView::OnPage, &CSeriesView::OnUpdatePage},
     {kGrid, kGrid, &CSeriesView::OnToggleGrid, &CSeriesView::OnUpdateToggleGrid},
+    {kFirstFlag, kLastFlag, &CSeriesView::OnToggleFlag, &CSeriesView::OnUpdateFlag},
     {kDrawDots, kDrawLine, &CSeriesView::OnDrawStyle, &CSeriesView::OnUpdateDrawStyle},
     {kRulerFree, kRulerCircle, &CSeriesView::OnRulerType, &CSeriesView::OnUpdateRulerType},
     {kBackground, kBackground, &CSeriesView::OnBackground},
@@ -22,6 +28,32 @@ const CommandRow<CSeriesView> CSeriesView::kCommands[] = {
 
 bool CSeriesView::OnCmdMsg(UINT id, CCmdUI* update) {
     return RouteCommand(*this, kCommands, id, update) || CXYGraphView::OnCmdMsg(id, update);
+}
+
+void CSeriesView::OnZoomCommand(UINT id) {
+    constexpr double kStep = 1.4142135623730951;
+    if (id == CmdZoomIn || id == CmdZoomOut) {
+        ZoomAbout(id == CmdZoomIn ? kStep : 1 / kStep, {});
+    } else if (id == CmdZoomAll) {
+        ZoomAll();
+        Redraw();
+    } else if (id == CmdZoomExtent) {
+        ShowExtent();
+    } else if (stack_.Back()) {
+        RangesChanged();
+    }
+}
+
+void CSeriesView::OnUpdateZoomCommand(CCmdUI* state) {
+    if (state->m_nID == CmdZoomBack) state->Enable(stack_.Depth() > 1);
+}
+
+// Ends the mode; without one it hides the ruler.
+void CSeriesView::OnEscape() {
+    if (mouseMode == ShowPosition) rulerVisible = false;
+    EnterMode(ShowPosition);
+    Invalidate(FALSE);
+    CatchUp();
 }
 
 void CSeriesView::OnSeries(UINT id) { Show(id - kSeriesFirst, !IsShown(id - kSeriesFirst)); }
@@ -43,9 +75,8 @@ void CSeriesView::OnStepSeries(UINT id) {
 }
 
 void CSeriesView::OnAllSeries() {
-    std::vector<std::size_t> all;
-    for (std::size_t i = 0; i < file_.series.size(); ++i)
-        if (file_.series[i].group == Primary().group) all.push_back(i);
+    std::vector<std::size_t> all(file_.series.size());
+    for (std::size_t i = 0; i < all.size(); ++i) all[i] = i;
     ShowOnly(all);
 }
 
@@ -54,10 +85,40 @@ void CSeriesView::OnUpdateManySeries(CCmdUI* state) { state->Enable(file_.series
 void CSeriesView::OnToggleTiles() {
     tiled = !tiled;
     page = 0;
-    HandleZoom(CmdZoomAll, CPoint());
+    rulerVisible = false;
+    RangesChanged();
 }
 
 void CSeriesView::OnUpdateToggleTiles(CCmdUI* state) { state->SetCheck(tiled); }
+
+void CSeriesView::OnNormalised() {
+    normalised_ = !normalised_;
+    rulerVisible = false;
+    RangesChanged();
+}
+
+void CSeriesView::OnUpdateNormalised(CCmdUI* state) {
+    state->Enable(!tiled && shownSources.size() > 1);
+    state->SetCheck(normalised_);
+}
+
+// The samples in the order of the rows, or of x again: the file is read once more.
+void CSeriesView::OnFileOrder() {
+    const CWaitCursor waiting;
+    const bool byX = file_.order == PointOrder::OfFile;
+    auto again = ReadSeriesFile(file_.options, {}, byX ? PointOrder::OfX : PointOrder::OfFile);
+    if (!again) {
+        AfxMessageBox(again.Error().message.c_str(), MB_OK | MB_ICONEXCLAMATION);
+        return;
+    }
+    TakeFile(std::move(*again));
+    Say(byX ? "Samples in the order of x" : "Samples in the order of the file");
+}
+
+void CSeriesView::OnUpdateFileOrder(CCmdUI* state) {
+    state->Enable(!file_.xRises);
+    state->SetCheck(file_.order == PointOrder::OfFile);
+}
 
 void CSeriesView::OnPage(UINT id) { id == kNextPage ? OnViewNextPage() : OnViewPrevPage(); }
 
@@ -83,6 +144,19 @@ void CSeriesView::OnToggleGrid() {
 
 void CSeriesView::OnUpdateToggleGrid(CCmdUI* state) { state->SetCheck(axes.DrawXLines || axes.DrawYLines); }
 
+bool& CSeriesView::FlagOf(UINT id) {
+    bool* const flags[] = {&crosshair_, &readOut_, &linked_, &breakAtGaps_};
+    return *flags[id - kFirstFlag];
+}
+
+void CSeriesView::OnToggleFlag(UINT id) {
+    FlagOf(id) = !FlagOf(id);
+    TellLinked();
+    Redraw();
+}
+
+void CSeriesView::OnUpdateFlag(CCmdUI* state) { state->SetCheck(FlagOf(state->m_nID)); }
+
 void CSeriesView::OnDrawStyle(UINT id) {
     for (IPointSource* const source : shownSources)
         KDrawPropertyManager::Instance()
@@ -95,7 +169,12 @@ void CSeriesView::OnUpdateDrawStyle(CCmdUI* state) {
     state->SetCheck(GetDrawStyle(PrimarySource()) == static_cast<int>(state->m_nID - kDrawDots));
 }
 
-void CSeriesView::OnBackground() { ChangeBkColor(); }
+// Axes and labels follow, so that they can be seen.
+void CSeriesView::OnBackground() {
+    ChangeBkColor();
+    UpdateColors();
+    Redraw(TRUE);
+}
 
 void CSeriesView::OnSeriesColor() {
     unsigned long color = GetColor(PrimarySource());
@@ -114,7 +193,7 @@ void CSeriesView::OnExport() {
     const bool written = Export(path.GetString(), size, dotsPerInch);
     Redraw();
     if (written)
-        GetParentFrame()->SetMessageText("Exported to " + path);
+        Say("Exported to " + path);
     else
         AfxMessageBox("Cannot write " + path +
                           ".\nChoose a folder that you may write to, and a name that ends in .png, "

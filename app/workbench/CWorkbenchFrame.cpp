@@ -190,11 +190,15 @@ void CWorkbenchFrame::OnShortcuts() {
     AfxMessageBox(
         "Wheel\tzoom at the pointer (Ctrl: gently)\n"
         "Hold X or Y\tzoom that axis only\n"
-        "Middle button\tmove the view; double click: show everything\n"
-        "Ctrl + click\tbegin a ruler\n"
+        "Middle button, or Space and left button\tmove the view\n"
+        "Shift + wheel, horizontal wheel\tmove sideways\n"
+        "Middle double click\tshow everything\n"
+        "Ctrl + click or drag\ta ruler\n"
+        "Click on the legend\tfold it; drag it to another corner\n"
         "Arrow and page keys\tscroll\n\n"
         "F\tshow everything\n+  -\tzoom in and out\nBackspace\tzoom back\nZ\tzoom rectangle\n"
-        "R\truler\nL\tlegend\nG\tgrid\nN  P\tnext and previous series\nEsc\tend the mode");
+        "R\truler\nL\tlegend\nG\tgrid\nV\tfit values\nC\tcrosshair\nT\ttiles\nN  P\tnext and previous "
+        "series\nEsc\tend the mode, hide the ruler");
 }
 
 }  // namespace app

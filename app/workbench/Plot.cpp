@@ -55,9 +55,9 @@ Result<int> Plot(const PlotOptions& options) {
     if (!file) return file.Error();
 
     CSeriesView view(*file, "");
-    std::vector<std::size_t> shown;
-    for (std::size_t i = 0; i < file->series.size(); ++i)
-        if (file->series[i].group == file->series.front().group) shown.push_back(i);
+    std::vector<std::size_t> shown(file->series.size());
+    std::iota(shown.begin(), shown.end(), 0);
+    view.SetGapFactor(options.gapFactor);
     view.ShowOnly(shown);
     view.OnInitialUpdate();
     const CPointEx whole = view.RangeX();
@@ -68,10 +68,8 @@ Result<int> Plot(const PlotOptions& options) {
     if (*from >= *to) return UsageError("there is nothing between --from and --to");
     if (!options.from.empty() || !options.to.empty()) view.ShowRange(*from, *to);
     if (!view.Export(options.output, *size, kDotsPerInch)) return Refusal("cannot write " + options.output);
-    if (shown.size() < file->series.size())
-        std::fprintf(stderr,
-                     "tavin: the columns differ too much for one plot; drawn: %d of %d. Choose with -y.\n",
-                     static_cast<int>(shown.size()), static_cast<int>(file->series.size()));
+    if (!file->xRises && options.order == PointOrder::OfX)
+        std::fprintf(stderr, "tavin: %s: x is not in order; drawn in the order of x\n", file->title.c_str());
     return kDone;
 }
 

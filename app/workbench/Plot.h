@@ -13,6 +13,8 @@ struct PlotOptions {
     std::string size;    // as "1200x800"; empty: that
     std::string from;    // x of the left and the right edge as the user writes them; empty: the data's
     std::string to;
+    double gapFactor = 2.5;  // see CSeriesView::SetGapFactor
+    PointOrder order = PointOrder::OfX;
 };
 
 Result<int> Plot(const PlotOptions& options);

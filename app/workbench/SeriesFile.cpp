@@ -26,7 +26,7 @@ XReading ReadingOf(const Table& table, const XAxis& axis) {
     return x;
 }
 
-// A graph view zooms while it shows more than 100 and less than 500,000,000 stored counts. So the scales of
+// Edits want decimals to spare, and the sums that series are drawn with want counts that leave room in 32 bits.
 // the workbench have decimals to spare, and so few that the whole range can be zoomed.
 constexpr int kSpareDecimals = 4;
 constexpr double kMostCounts = 2e8;
@@ -48,39 +48,46 @@ AxisScale ZoomableScale(const std::vector<Microseconds>& times) {
     return {decimals, 0, *least};
 }
 
-// One scale for the values of all columns; none when it would round more of them than scales of their own.
-std::optional<AxisScale> SharedScale(const Table& table) {
-    Values::Extent all;
-    int decimals = 0;
-    for (const auto& column : table.columns) {
-        const auto extent = column.values.FindExtent();
-        decimals = std::max(decimals, column.decimals);
-        if (extent.count == 0) continue;
-        all.least = all.count ? std::min(all.least, extent.least) : extent.least;
-        all.most = all.count ? std::max(all.most, extent.most) : extent.most;
-        all.count += extent.count;
+// The samples before which there are rows without a value.
+std::vector<int> EmptyBefore(const Series& series, const XAxis& axis) {
+    std::vector<int> before;
+    const CPoint* const points = series.source->GetData();
+    const auto count = static_cast<int>(series.source->GetCount());
+    const auto add = [&](std::ptrdiff_t index) {
+        if (index > 0 && index < count) before.push_back(static_cast<int>(index));
+    };
+    bool empty = false;
+    for (std::size_t row = 0; row < series.rowPoint.size(); ++row) {
+        const std::int32_t point = series.rowPoint[row];
+        if (point != Series::kNoPoint) {
+            if (empty && axis.sorted) add(point);
+            empty = false;
+            continue;
+        }
+        empty = true;
+        // Samples were put in order: the row has its place among them.
+        if (!axis.sorted)
+            add(std::upper_bound(points, points + count, axis.stored[row],
+                                 [](std::int32_t x, const CPoint& sample) { return x < sample.x; }) -
+                points);
     }
-    const AxisScale shared = ZoomableScale(all, decimals);
-    for (const auto& column : table.columns) {
-        const AxisScale own = ZoomableScale(column.values.FindExtent(), column.decimals);
-        if (Examine(shared, column.values).inexact > Examine(own, column.values).inexact) return {};
-    }
-    return shared;
+    std::sort(before.begin(), before.end());
+    before.erase(std::unique(before.begin(), before.end()), before.end());
+    return before;
 }
 
 void AddSeries(SeriesFile& file, const Table& table, const XAxis& axis) {
-    const auto shared = SharedScale(table);
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        const ValueColumn& column = table.columns[i];
         SeriesWishes wishes;
         wishes.onlyShown = true;
-        wishes.scale =
-            shared ? *shared : ZoomableScale(table.columns[i].values.FindExtent(), table.columns[i].decimals);
+        wishes.scale = ZoomableScale(column.values.FindExtent(), column.decimals);
         Series made = MakeSeries(table, axis, i, wishes);
         if (!made.source || made.source->empty()) continue;
         made.source->UpdateStats();
         const AxisReading y{1.0, made.scale.Real(0) - made.source->GetOffset().y / made.scale.Scale()};
-        const int group = shared ? 0 : static_cast<int>(i);
-        file.series.push_back({std::move(made.source), y, table.columns[i].decimals, group});
+        std::vector<int> emptyBefore = EmptyBefore(made, axis);
+        file.series.push_back({std::move(made.source), y, column.decimals, std::move(emptyBefore)});
     }
 }
 
@@ -103,29 +110,39 @@ double XReading::UserOf(Microseconds time) const {
     return static_cast<double>(time - origin) / 1e6 * unitsPerReal;
 }
 
-Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& advance) {
+Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& advance, PointOrder order) {
     auto table = OpenTable(options, advance);
     if (!table) return table.Error();
-    const XAxis axis =
+    XAxis axis =
         MakeXAxis(*table, table->HasTimes() ? ZoomableScale(table->xTimes)
                                             : ZoomableScale(table->xNumbers.FindExtent(), table->xDecimals));
     SeriesFile file;
     file.options = options;
+    file.xRises = axis.sorted;
+    file.order = order;
+    // What counts as sorted keeps the order of the rows.
+    if (order == PointOrder::OfFile) axis.sorted = true;
     file.title = std::filesystem::path(table->name).filename().string();
     file.x = ReadingOf(*table, axis);
     AddSeries(file, *table, axis);
     if (file.series.empty()) return Refusal(table->name + ": no column holds a value");
     file.summary = SummaryOf(*table);
+    if (!file.xRises && order == PointOrder::OfX)
+        file.summary +=
+            ", x not in order: samples are sorted by x (Series > File order shows them as they stand)";
     file.notes = std::move(table->notes);
     return file;
 }
 
-// After Masataka Okabe and Kei Ito, "Color Universal Design", 2002; yellow is left out, which is too pale for
-// lines on white.
+// The first eight after Masataka Okabe and Kei Ito, "Color Universal Design", 2002; yellow is left out, which
+// is too pale for lines on white. Each of the others is the colour that differs most from those before it, in
+// the least of its differences as people see it who lack no cone, the red or the green ones.
 unsigned long SeriesColor(std::size_t i) {
-    constexpr unsigned long kColors[] = {RGB(0, 114, 178),   RGB(213, 94, 0),   RGB(0, 158, 115),
-                                         RGB(204, 121, 167), RGB(230, 159, 0),  RGB(86, 180, 233),
-                                         RGB(120, 80, 60),   RGB(100, 100, 100)};
+    constexpr unsigned long kColors[] = {
+        RGB(0, 114, 178),   RGB(213, 94, 0),  RGB(0, 158, 115),   RGB(204, 121, 167), RGB(230, 159, 0),
+        RGB(86, 180, 233),  RGB(120, 80, 60), RGB(100, 100, 100), RGB(0, 0, 255),     RGB(51, 34, 170),
+        RGB(102, 119, 255), RGB(51, 51, 85),  RGB(153, 187, 102), RGB(153, 51, 0),    RGB(68, 34, 119),
+        RGB(0, 85, 255),    RGB(68, 51, 51),  RGB(119, 153, 255), RGB(51, 85, 187),   RGB(119, 136, 68)};
     return kColors[i % std::size(kColors)];
 }
 

@@ -1,5 +1,5 @@
 // A file of measurements as the workbench and plots show it: every value column is a series. All series of a
-// file share the x axis, and one y scale wherever that rounds no value, so that they can share a plot.
+// file share the x axis.
 #pragma once
 
 #include <string>
@@ -33,22 +33,26 @@ struct XReading : AxisReading {
 struct FileSeries {
     std::unique_ptr<KPointSource> source;
     AxisReading y;
-    int decimals = 0;  // that the file writes its values with
-    // Series of the same group have the same scales and may be shown together.
-    int group = 0;
+    int decimals = 0;              // that the file writes its values with
+    std::vector<int> emptyBefore;  // the samples before which rows have no value, ascending
 };
+
+enum class PointOrder { OfX, OfFile };
 
 struct SeriesFile {
     ReadOptions options;  // that it was read by
     std::string title;    // the path's last part
     XReading x;
     std::vector<FileSeries> series;
+    bool xRises = true;  // x never falls from one row to the next
+    PointOrder order = PointOrder::OfX;
     std::string summary;  // one line: rows, columns, what was skipped
     std::vector<ReadNote> notes;
 };
 
 // Fails with one message for the user when the file cannot be read or holds no series.
-Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& advance = {});
+Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& advance = {},
+                                  PointOrder order = PointOrder::OfX);
 
 // A colour of its own for the i-th series of a file, 0x00BBGGRR.
 unsigned long SeriesColor(std::size_t i);

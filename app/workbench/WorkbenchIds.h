@@ -34,6 +34,16 @@ constexpr UINT kReadAgain = 33123;
 constexpr UINT kShortcuts = 33124;
 constexpr UINT kCloseAll = 33125;
 
+constexpr UINT kFitValues = 33140;
+constexpr UINT kNormalised = 33141;
+constexpr UINT kFileOrder = 33142;
+constexpr UINT kFirstFlag = 33150;  // what the view's flags switch, in their order
+constexpr UINT kCrosshair = 33150;
+constexpr UINT kSampleReadOut = 33151;
+constexpr UINT kLinkX = 33152;
+constexpr UINT kGaps = 33153;
+constexpr UINT kLastFlag = 33153;
+
 constexpr UINT kModeEscape = CmdModeEscape;
 constexpr UINT kLegend = CmdToggleLegend;
 constexpr UINT kRuler = CmdCreateRuler;

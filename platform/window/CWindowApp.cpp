@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QPalette>
 #include <QScreen>
 
 #include "platform/core/MessageBox.h"
@@ -64,6 +65,12 @@ void CWindowApp::FrameGone(CFrameWnd* frame) {
 CFrameWnd* AfxGetMainWnd() {
     const CWindowApp* application = CWindowApp::Get();
     return application ? application->m_pMainWnd : nullptr;
+}
+
+bool IsDarkPalette() {
+    if (!QCoreApplication::instance()) return false;
+    const QPalette palette = QGuiApplication::palette();
+    return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
 }
 
 CRect ScreenWorkArea() {

@@ -207,6 +207,8 @@ void CWnd::OnLButtonDblClk(UINT, CPoint) {}
 void CWnd::OnMButtonDblClk(UINT, CPoint) {}
 void CWnd::OnMouseMove(UINT, CPoint) {}
 BOOL CWnd::OnMouseWheel(UINT, short, CPoint) { return FALSE; }
+void CWnd::OnMouseHWheel(UINT, short, CPoint) {}
+void CWnd::OnMouseLeave() {}
 void CWnd::OnKeyDown(UINT, UINT, UINT) {}
 void CWnd::OnKeyUp(UINT, UINT, UINT) {}
 BOOL CWnd::OnSetCursor(CWnd*, UINT, UINT) {

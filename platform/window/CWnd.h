@@ -120,6 +120,11 @@ class CWnd : public CCmdTarget {
     virtual void OnMouseMove(UINT flags, CPoint point);
     // Once for each notch, WHEEL_DELTA away from the user or -WHEEL_DELTA towards him. Screen coordinates.
     virtual BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
+    // Turned to the right (more than 0) or left by so many of WHEEL_DELTA; touch pads turn in small steps.
+    // Screen coordinates.
+    virtual void OnMouseHWheel(UINT flags, short delta, CPoint point);
+    // The mouse is no longer over the client area.
+    virtual void OnMouseLeave();
     // Again and again while the key is held. Arrow and page keys move the scroll bars afterwards.
     virtual void OnKeyDown(UINT key, UINT repeat, UINT flags);
     // Once when the key is let go or the window loses the keyboard.

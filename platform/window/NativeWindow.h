@@ -117,6 +117,8 @@ struct WindowEvents {
     }
     static void Move(CWnd* w, UINT flags, CPoint p) { w->OnMouseMove(flags, p); }
     static void Wheel(CWnd* w, UINT flags, short delta, CPoint p) { w->OnMouseWheel(flags, delta, p); }
+    static void HWheel(CWnd* w, UINT flags, short delta, CPoint p) { w->OnMouseHWheel(flags, delta, p); }
+    static void Leave(CWnd* w) { w->OnMouseLeave(); }
     static void KeyDown(CWnd* w, UINT key) { w->OnKeyDown(key, 1, 0); }
     static void KeyUp(CWnd* w, UINT key) { w->OnKeyUp(key, 1, 0); }
     static void Scroll(CWnd* w, int bar, UINT code, int position) {

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QTimerEvent>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <map>
@@ -58,6 +59,7 @@ class ViewWidget : public QAbstractScrollArea, public NativeWindow {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
@@ -194,7 +196,25 @@ void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
     Tell([=](CWnd* w) { WindowEvents::Move(w, flags, point); });
 }
 
+void ViewWidget::leaveEvent(QEvent*) {
+    Tell([](CWnd* w) { WindowEvents::Leave(w); });
+}
+
 void ViewWidget::wheelEvent(QWheelEvent* event) {
+    const QPoint turn = event->angleDelta();
+    if (std::abs(turn.x()) > std::abs(turn.y())) {
+        const UINT held = FlagsOf(event->buttons(), event->modifiers());
+        const CPoint at = PixelOf(event->position());
+        // The toolkit counts to the left.
+        const auto delta = static_cast<short>(std::clamp(-turn.x(), -32000, 32000));
+        Tell([=](CWnd* w) {
+            CPoint screen = at;
+            w->ClientToScreen(&screen);
+            WindowEvents::HWheel(w, held, delta, screen);
+        });
+        event->accept();
+        return;
+    }
     const int turned = event->angleDelta().y();
     // Fine wheels and touch pads turn in small steps: they count when they make a notch together.
     m_wheel = (m_wheel < 0) == (turned < 0) ? m_wheel + turned : turned;

@@ -1,0 +1,279 @@
+#include "app/workbench/PlotPainter.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace app {
+
+namespace {
+
+double Brightness(COLORREF color) {
+    return (0.3 * GetRValue(color) + 0.59 * GetGValue(color) + 0.11 * GetBValue(color)) / 255.0;
+}
+
+COLORREF Mixed(COLORREF from, COLORREF to, double share) {
+    const auto mix = [share](int a, int b) { return RoundHalfAway(a + (b - a) * share); };
+    return RGB(mix(GetRValue(from), GetRValue(to)), mix(GetGValue(from), GetGValue(to)),
+               mix(GetBValue(from), GetBValue(to)));
+}
+
+void Line(CDC& dc, int x1, int y1, int x2, int y2) {
+    dc.MoveTo(x1, y1);
+    dc.LineTo(x2, y2);
+}
+
+int Half(int length) { return length / 2; }
+
+// One axis of a mapping: the stored values of a range's ends on two pixels. The window starts at a whole
+// value at or before the range and is as long in whole values as needed, so that deep zooms lose nothing.
+struct AxisMap {
+    AxisMap(double storedFrom, double storedTo, int first, int last) {
+        const double extent = std::max(storedTo - storedFrom, 1e-3);
+        constexpr double kFine = 65536;
+        const double factor = extent < kFine ? 1024 : 1;
+        windowExt = std::max(1, RoundHalfAway(std::ceil(extent) * factor));
+        viewportExt = RoundHalfAway(windowExt * (std::abs(last - first) / extent));
+        windowOrg = RoundHalfAway(std::floor(storedFrom));
+        const double direction = last < first ? -1 : 1;
+        const double perCount = std::abs(last - first) / extent;
+        viewportOrg = RoundHalfAway(first - direction * (storedFrom - windowOrg) * perCount);
+        if (direction < 0) windowExt = -windowExt;
+    }
+    int windowOrg, windowExt, viewportOrg, viewportExt;
+};
+
+}  // namespace
+
+PlotTheme PlotTheme::For(COLORREF background, COLORREF axis, COLORREF grid) {
+    const CColorProperties plain;
+    PlotTheme theme;
+    theme.background = background;
+    theme.dark = Brightness(background) < 0.45;
+    const COLORREF ink = theme.dark ? RGB(220, 220, 220) : RGB(60, 60, 60);
+    // A chosen colour counts where it can be seen.
+    const bool usable = axis != plain.axis && std::fabs(Brightness(axis) - Brightness(background)) > 0.25;
+    theme.axis = usable ? axis : ink;
+    theme.grid = grid != plain.grid ? grid : Mixed(background, ink, 0.16);
+    return theme;
+}
+
+COLORREF PlotTheme::OfSeries(unsigned long color) const {
+    const auto own = static_cast<COLORREF>(color);
+    return dark ? Mixed(own, RGB(255, 255, 255), 0.35) : own;
+}
+
+void ClipTo(CDC& dc, const CRect& area) {
+    CRgn region;
+    region.CreateRectRgnIndirect(&area);
+    dc.SelectClipRgn(&region);
+}
+
+void PaintGrid(CDC& dc, const PlotPanel& panel, const Range& x, const PlotTheme& theme, GridLines lines) {
+    const PixelSpace pixels(dc);
+    CPen pen;
+    pen.CreatePen(PS_SOLID, 0, theme.grid);
+    const Selected usePen(dc, pen);
+    const CRect& plot = panel.plot;
+    if (lines.x)
+        for (const AxisTick& tick : panel.xTicks) {
+            const int at = RoundHalfAway(ScaleX(panel, x).Pixel(tick.at));
+            Line(dc, at, plot.top, at, plot.bottom);
+        }
+    if (!lines.y || panel.axes.empty()) return;
+    // Lines of one axis alone: those of two would lie between each other.
+    const PlotAxis& axis = panel.axes.front();
+    for (const AxisTick& tick : axis.ticks) {
+        const int at = RoundHalfAway(ScaleY(panel, axis).Pixel(tick.at));
+        Line(dc, plot.left, at, plot.right, at);
+    }
+}
+
+namespace {
+
+void PaintXAxis(CDC& dc, const PlotPanel& panel, const Range& x, const AxisReader& reader, int stroke) {
+    const CRect& plot = panel.plot;
+    Line(dc, plot.left, plot.bottom, plot.right + 1, plot.bottom);
+    std::vector<LabelSpan> spans;
+    for (const AxisTick& tick : panel.xTicks) {
+        const int at = RoundHalfAway(ScaleX(panel, x).Pixel(tick.at));
+        Line(dc, at, plot.bottom, at, plot.bottom + stroke + 1);
+        spans.push_back({at, static_cast<int>(dc.GetTextExtent(tick.text).cx)});
+    }
+    KeepWhole(spans, panel.tile.left, panel.tile.right);
+    dc.SetTextAlign(TA_CENTER | TA_TOP);
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+        const int left = spans[i].centre - Half(spans[i].width);
+        // A label that would be cut says something wrong.
+        if (left < panel.tile.left || left + spans[i].width > panel.tile.right) continue;
+        dc.TextOut(spans[i].centre, plot.bottom + stroke + 1, panel.xTicks[i].text);
+    }
+    dc.SetTextAlign(TA_RIGHT | TA_BOTTOM);
+    dc.TextOut(plot.right, panel.tile.bottom - 1, reader.Title());
+}
+
+void PaintYAxis(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, int stroke, int gap) {
+    const CRect& plot = panel.plot;
+    Line(dc, axis.column, plot.top, axis.column, plot.bottom + 1);
+    const int outwards = axis.atRight ? 1 : -1;
+    const int high = dc.GetTextExtent("0").cy;
+    dc.SetTextAlign((axis.atRight ? TA_LEFT : TA_RIGHT) | TA_TOP);
+    for (const AxisTick& tick : axis.ticks) {
+        const int at = RoundHalfAway(ScaleY(panel, axis).Pixel(tick.at));
+        Line(dc, axis.column, at, axis.column + outwards * (stroke + 1), at);
+        dc.TextOut(axis.column + outwards * (stroke + gap), at - Half(high), tick.text);
+    }
+}
+
+// A title above each axis; those at the right end where the next one begins.
+void PaintTitles(CDC& dc, const PlotPanel& panel, int gap, const PlotTheme& theme,
+                 const std::function<COLORREF(const PlotAxis&)>& colorOf) {
+    const int bottom = panel.plot.top - gap;
+    int free = panel.tile.right - gap;
+    int leftEnd = panel.tile.left;
+    for (auto axis = panel.axes.begin(); axis != panel.axes.end(); ++axis) {
+        if (axis->ticks.empty()) continue;
+        dc.SetTextColor(panel.axes.size() > 1 ? colorOf(*axis) : theme.axis);
+        const CString title = axis->reader->Title();
+        if (axis == panel.axes.begin()) {
+            dc.SetTextAlign(TA_LEFT | TA_BOTTOM);
+            dc.TextOut(panel.tile.left + gap, bottom, title);
+            leftEnd = panel.tile.left + gap + dc.GetTextExtent(title).cx + gap;
+        }
+    }
+    dc.SetTextAlign(TA_RIGHT | TA_BOTTOM);
+    for (auto axis = panel.axes.rbegin(); axis != panel.axes.rend(); ++axis) {
+        if (!axis->atRight || axis->ticks.empty()) continue;
+        const CString title = axis->reader->Title();
+        const int width = dc.GetTextExtent(title).cx;
+        const int right = std::min(free, axis->column + std::max(axis->width, width));
+        if (right - width < leftEnd) continue;
+        dc.SetTextColor(colorOf(*axis));
+        dc.TextOut(right, bottom, title);
+        free = right - width - 2 * gap;
+    }
+}
+
+}  // namespace
+
+void PaintAxes(CDC& dc, const PlotPanel& panel, const Range& x, const AxisReader& xReader,
+               const PlotTheme& theme, const std::function<COLORREF(const PlotAxis&)>& colorOf) {
+    const PixelSpace pixels(dc);
+    const int line = dc.GetTextExtent("0").cy;
+    const int stroke = line / 4 + 1;
+    const int gap = line / 4 + 1;
+    const auto use = [&](COLORREF color, CPen& pen) {
+        pen.CreatePen(PS_SOLID, 0, color);
+        dc.SetTextColor(color);
+    };
+    {
+        CPen pen;
+        use(theme.axis, pen);
+        const Selected usePen(dc, pen);
+        PaintXAxis(dc, panel, x, xReader, stroke);
+    }
+    for (const PlotAxis& axis : panel.axes) {
+        if (axis.ticks.empty()) continue;
+        CPen pen;
+        use(panel.axes.size() > 1 ? colorOf(axis) : theme.axis, pen);
+        const Selected usePen(dc, pen);
+        PaintYAxis(dc, panel, axis, stroke, gap);
+    }
+    PaintTitles(dc, panel, gap, theme, colorOf);
+}
+
+void MapToPlot(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, const Range& x,
+               const SeriesFacts& facts) {
+    const AxisMap across(facts.StoredX(x.from), facts.StoredX(x.to), panel.plot.left, panel.plot.right);
+    const AxisMap up(facts.StoredY(axis.shown.from), facts.StoredY(axis.shown.to), panel.plot.bottom,
+                     panel.plot.top);
+    dc.SetMapMode(MM_ANISOTROPIC);
+    dc.SetWindowOrg(across.windowOrg, up.windowOrg);
+    dc.SetWindowExt(across.windowExt, up.windowExt);
+    dc.SetViewportOrg(across.viewportOrg, up.viewportOrg);
+    dc.SetViewportExt(across.viewportExt, up.viewportExt);
+}
+
+LegendCorner NearestCorner(const CRect& plot, CPoint pixel) {
+    const bool left = pixel.x < (plot.left + plot.right) / 2;
+    const bool top = pixel.y < (plot.top + plot.bottom) / 2;
+    if (top) return left ? LegendCorner::TopLeft : LegendCorner::TopRight;
+    return left ? LegendCorner::BottomLeft : LegendCorner::BottomRight;
+}
+
+CRect PaintLegend(CDC& dc, const CRect& plot, std::vector<LegendLine> lines, LegendCorner corner, bool folded,
+                  const PlotTheme& theme) {
+    const PixelSpace pixels(dc);
+    if (folded && lines.size() > kFoldedLines) {
+        CString more;
+        more.Format("+ %d more", static_cast<int>(lines.size() - (kFoldedLines - 1)));
+        lines.resize(kFoldedLines - 1);
+        lines.push_back({more, theme.background});
+    }
+    CSize text;
+    for (const LegendLine& line : lines) {
+        const CSize extent = dc.GetTextExtent(line.text);
+        text = {std::max(text.cx, extent.cx), std::max(text.cy, extent.cy)};
+    }
+    const int gap = text.cy / 3 + 1;
+    const int swatch = 2 * text.cy;
+    const int width = swatch + text.cx + 3 * gap;
+    const int height = static_cast<int>(lines.size()) * text.cy + gap;
+    const bool atLeft = corner == LegendCorner::TopLeft || corner == LegendCorner::BottomLeft;
+    const bool atTop = corner == LegendCorner::TopLeft || corner == LegendCorner::TopRight;
+    const int left = atLeft ? plot.left + gap : plot.right - gap - width;
+    const int top = atTop ? plot.top + gap : plot.bottom - gap - height;
+    const CRect area(left, top, left + width, top + height);
+    CBrush backing;
+    backing.CreateSolidBrush(theme.background);
+    CPen edge;
+    edge.CreatePen(PS_SOLID, 0, theme.grid);
+    const Selected fill(dc, backing);
+    const Selected outline(dc, edge);
+    dc.Rectangle(area);
+    dc.SetTextAlign(TA_LEFT | TA_TOP);
+    int y = top + gap / 2;
+    for (const LegendLine& line : lines) {
+        const int thick = std::max(1, text.cy / 8);
+        dc.FillSolidRect({left + gap, y + Half(text.cy) - thick, left + gap + swatch,
+                          y + Half(text.cy) - thick + 2 * thick},
+                         line.color);
+        dc.SetTextColor(theme.axis);
+        dc.TextOut(left + swatch + 2 * gap, y, line.text);
+        y += text.cy;
+    }
+    return area;
+}
+
+void PaintNote(CDC& dc, const CRect& area, CPoint beside, const std::vector<CString>& lines,
+               const PlotTheme& theme) {
+    const PixelSpace pixels(dc);
+    CSize text;
+    for (const CString& line : lines) {
+        const CSize extent = dc.GetTextExtent(line);
+        text = {std::max(text.cx, extent.cx), std::max(text.cy, extent.cy)};
+    }
+    const int gap = text.cy / 3 + 1;
+    const CSize box(text.cx + 2 * gap, static_cast<int>(lines.size()) * text.cy + gap);
+    int left = beside.x + text.cy;
+    int top = beside.y + text.cy;
+    if (left + box.cx > area.right) left = beside.x - text.cy / 2 - box.cx;
+    if (top + box.cy > area.bottom) top = beside.y - text.cy / 2 - box.cy;
+    left = std::max(left, area.left);
+    top = std::max(top, area.top);
+    CBrush backing;
+    backing.CreateSolidBrush(theme.background);
+    CPen edge;
+    edge.CreatePen(PS_SOLID, 0, theme.axis);
+    const Selected fill(dc, backing);
+    const Selected outline(dc, edge);
+    dc.Rectangle(left, top, left + box.cx, top + box.cy);
+    dc.SetTextAlign(TA_LEFT | TA_TOP);
+    dc.SetTextColor(theme.axis);
+    int y = top + gap / 2;
+    for (const CString& line : lines) {
+        dc.TextOut(left + gap, y, line);
+        y += text.cy;
+    }
+}
+
+}  // namespace app

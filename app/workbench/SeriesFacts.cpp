@@ -1,0 +1,137 @@
+#include "app/workbench/SeriesFacts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace app {
+
+namespace {
+
+constexpr std::size_t kMostSteps = 200000;
+// So many samples are looked at for the nearest one, not more.
+constexpr int kMostLookedAt = 2000000;
+
+// The middle one of the steps between neighbours of ascending x, from an even choice of them; 0: none.
+double MiddleStep(const CPoint* points, int count) {
+    std::vector<std::int64_t> steps;
+    const int stride = 1 + count / static_cast<int>(kMostSteps);
+    for (int i = 1; i < count; i += stride)
+        if (points[i].x != points[i - 1].x) steps.push_back(std::int64_t{points[i].x} - points[i - 1].x);
+    if (steps.empty()) return 0;
+    const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
+    std::nth_element(steps.begin(), middle, steps.end());
+    return static_cast<double>(*middle);
+}
+
+}  // namespace
+
+void SeriesFacts::Refresh(double gapFactor) {
+    IPointSource& source = Source();
+    const bool same = changeCount_ == source.GetChangeCount() && count_ == source.GetCount();
+    if (same && gapFactor == gapFactor_) return;
+    source.Lock();
+    if (!same) {
+        TakeScales();
+        TakeExtents();
+    }
+    TakeBreaks(gapFactor);
+    changeCount_ = source.GetChangeCount();
+    count_ = source.GetCount();
+    gapFactor_ = gapFactor;
+    source.UnLock();
+}
+
+void SeriesFacts::TakeScales() {
+    IPointSource& source = Source();
+    const AxisReading& y = file_->series[index_].y;
+    const double perX = source.GetXScale() * file_->x.unitsPerReal;
+    const double perY = source.GetYScale() * y.unitsPerReal;
+    ax_ = 1 / perX;
+    bx_ = source.GetOffset().x / perX + file_->x.shift;
+    ay_ = 1 / perY;
+    by_ = source.GetOffset().y / perY + y.shift;
+}
+
+void SeriesFacts::TakeExtents() {
+    IPointSource& source = Source();
+    const auto count = static_cast<int>(source.GetCount());
+    const CPoint* const points = source.GetData();
+    const unsigned short* const status = source.GetStatus();
+    CPoint low(INT32_MAX, INT32_MAX);
+    CPoint high(INT32_MIN, INT32_MIN);
+    const auto widen = [&](bool all) {
+        for (int i = 0; i < count; ++i) {
+            if (!all && status && (status[i] & PS_DELETED)) continue;
+            low = {std::min(low.x, points[i].x), std::min(low.y, points[i].y)};
+            high = {std::max(high.x, points[i].x), std::max(high.y, points[i].y)};
+        }
+    };
+    widen(false);
+    if (low.x > high.x) widen(true);
+    x_ = y_ = Range::None();
+    sorted_ =
+        std::is_sorted(points, points + count, [](const CPoint& a, const CPoint& b) { return a.x < b.x; });
+    if (low.x > high.x) return;
+    x_ = {RealX(low.x), RealX(high.x)};
+    y_ = {RealY(low.y), RealY(high.y)};
+}
+
+void SeriesFacts::TakeBreaks(double gapFactor) {
+    breaks_.clear();
+    if (gapFactor <= 0) return;
+    IPointSource& source = Source();
+    const auto count = static_cast<int>(source.GetCount());
+    const CPoint* const points = source.GetData();
+    std::vector<int> gaps;
+    // Without an order there is no usual step.
+    if (const double usual = sorted_ ? MiddleStep(points, count) : 0; usual > 0) {
+        const double longest = usual * gapFactor;
+        for (int i = 1; i < count; ++i)
+            if (static_cast<double>(std::int64_t{points[i].x} - points[i - 1].x) > longest) gaps.push_back(i);
+    }
+    const std::vector<int>& empty = file_->series[index_].emptyBefore;
+    std::set_union(gaps.begin(), gaps.end(), empty.begin(), empty.end(), std::back_inserter(breaks_));
+}
+
+std::pair<int, int> SeriesFacts::Within(const Range& x) const {
+    IPointSource& source = Source();
+    const auto count = static_cast<int>(source.GetCount());
+    if (!sorted_) return {0, count};
+    const CPoint* const points = source.GetData();
+    const auto before = [](const CPoint& point, double stored) { return point.x < stored; };
+    const auto after = [](double stored, const CPoint& point) { return stored < point.x; };
+    const CPoint* const first = std::lower_bound(points, points + count, StoredX(x.from), before);
+    const CPoint* const end = std::upper_bound(first, points + count, StoredX(x.to), after);
+    return {static_cast<int>(first - points), static_cast<int>(end - points)};
+}
+
+Range SeriesFacts::YWithin(const Range& x) const {
+    const auto [first, end] = Within(x);
+    const CPoint* const points = Source().GetData();
+    const unsigned short* const status = Source().GetStatus();
+    Range stored = Range::None();
+    for (int i = first; i < end; ++i) {
+        if ((status && (status[i] & PS_DELETED)) || (!sorted_ && !x.Holds(RealX(points[i].x)))) continue;
+        stored.Add(points[i].y);
+    }
+    return stored.IsNone() ? stored : Range{RealY(stored.from), RealY(stored.to)};
+}
+
+std::optional<SeriesFacts::Near> SeriesFacts::Nearest(const PixelScale& x, const PixelScale& y, CPoint pixel,
+                                                      int reach) const {
+    const Range looked{x.Value(pixel.x - reach), x.Value(pixel.x + reach)};
+    auto [first, end] = Within(looked);
+    end = std::min(end, first + kMostLookedAt);
+    const CPoint* const points = Source().GetData();
+    std::optional<Near> nearest;
+    for (int i = first; i < end; ++i) {
+        const double dx = x.Pixel(RealX(points[i].x)) - pixel.x;
+        const double dy = y.Pixel(RealY(points[i].y)) - pixel.y;
+        const double distance = std::hypot(dx, dy);
+        if (distance <= (nearest ? nearest->distance : reach)) nearest = Near{i, distance};
+    }
+    return nearest;
+}
+
+}  // namespace app
