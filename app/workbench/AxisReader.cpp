@@ -34,9 +34,12 @@ double RoundStep(double least) {
     return 10 * power;
 }
 
-// What labels of this size need from one tick to the next. Upright ones get more than they need: more lines
-// than these are no help.
-int LeastDistance(CSize label, bool upright) { return upright ? 3 * label.cy : label.cx + label.cy; }
+// What labels of this size need from one tick to the next. More lines than kMostLines are no help.
+int LeastDistance(CSize label, const AxisRoom& room) {
+    constexpr int kMostLines = 12;
+    const int needed = room.upright ? 2 * label.cy + label.cy / 4 : label.cx + label.cy;
+    return std::max(needed, room.pixels / kMostLines);
+}
 
 class NumberAxisReader : public AxisReader {
   public:
@@ -45,10 +48,10 @@ class NumberAxisReader : public AxisReader {
     std::vector<AxisTick> Ticks(const Range& range, const AxisRoom& room) const override {
         if (room.pixels < 1 || !(range.Length() > 0)) return {};
         const double perPixel = range.Length() / room.pixels;
-        double step = RoundStep(perPixel * LeastDistance(room.measure("0"), room.upright));
+        double step = RoundStep(perPixel * LeastDistance(room.measure("0"), room));
         // Longer steps mean shorter labels, or as long ones: the loop ends.
         for (int round = 0; round < 40; ++round) {
-            const double needed = perPixel * LeastDistance(LargestLabel(range, step, room), room.upright);
+            const double needed = perPixel * LeastDistance(LargestLabel(range, step, room), room);
             if (step >= needed) break;
             step = RoundStep(std::max(needed, step * 1.01));
         }
@@ -92,10 +95,10 @@ class TimeAxisReader : public AxisReader {
     std::vector<AxisTick> Ticks(const Range& range, const AxisRoom& room) const override {
         if (room.pixels < 1 || !(range.Length() > 0)) return {};
         const double perPixel = range.Length() / room.pixels;
-        TimeStep step = TimeStepFor(perPixel * LeastDistance(room.measure("00:00"), room.upright));
+        TimeStep step = TimeStepFor(perPixel * LeastDistance(room.measure("00:00"), room));
         for (int round = 0; round < 60; ++round) {
             const CSize label = room.measure(CString(WidestTickText(step)));
-            const double needed = perPixel * LeastDistance(label, room.upright);
+            const double needed = perPixel * LeastDistance(label, room);
             if (step.Seconds() >= needed) break;
             const TimeStep longer = TimeStepFor(std::max(needed, step.Seconds() * 1.01));
             if (longer.Seconds() <= step.Seconds()) break;
