@@ -8,7 +8,7 @@ namespace app {
 namespace {
 
 // Samples this many pixels apart show as dots on their line.
-constexpr int kDotsFromPixels = 8;
+constexpr int kDotsFromPixels = 12;
 constexpr int kSampleDot = 3;
 
 enum DrawStyle { kDots = 0, kLineAndDots = 1, kLine = 2 };
@@ -61,6 +61,8 @@ int CSeriesView::DrawBitmap(CDC* dc) {
     if (!DrawsElsewhere()) {
         ShowScrollBars();
         ShowZoomText();
+        // What lies under the pointer may be something else now.
+        if (pointer_) ShowPointer(*pointer_);
     }
     if (!panels_.empty() && !(DrawsElsewhere() && GetSafeHwnd())) {
         const PlotPanel& last = panels_.back();
