@@ -26,8 +26,7 @@ XReading ReadingOf(const Table& table, const XAxis& axis) {
     return x;
 }
 
-// Edits want decimals to spare, and the sums that series are drawn with want counts that leave room in 32 bits.
-// the workbench have decimals to spare, and so few that the whole range can be zoomed.
+// Edits want decimals to spare; the counts of a whole range stay well inside 32 bits.
 constexpr int kSpareDecimals = 4;
 constexpr double kMostCounts = 2e8;
 
