@@ -75,7 +75,7 @@ int CSeriesView::DrawBitmap(CDC* dc) {
 
 void CSeriesView::Draw(CDC& dc) {
     const int saved = dc.SaveDC();
-    legends_.clear();
+    if (!DrawsElsewhere()) legends_.clear();
     for (PlotPanel& panel : panels_) {
         DrawPanel(dc, panel);
         DrawLegendOf(dc, panel);
@@ -183,7 +183,8 @@ void CSeriesView::DrawLegendOf(CDC& dc, PlotPanel& panel) {
         }
     // One series in a tile is named above its axis.
     if (!showLegend || (tiled && lines.size() < 2)) return;
-    legends_.push_back(PaintLegend(dc, panel.plot, std::move(lines), legendCorner_, legendFolded_, Theme()));
+    const CRect place = PaintLegend(dc, panel.plot, std::move(lines), legendCorner_, legendFolded_, Theme());
+    if (!DrawsElsewhere()) legends_.push_back(place);
 }
 
 int CSeriesView::DrawAfterBitmap(CDC* dc) {
