@@ -272,19 +272,17 @@ TEST_F(WorkbenchTest, TheReadersGuessesAreShownAndCanBeChanged) {
     EXPECT_EQ(file->series[0].source->GetMinX() / file->x.unitsPerReal, 7.0);
 }
 
-void Send(CSeriesView& view, QEvent& event) { QCoreApplication::sendEvent(ClientOf(view), &event); }
-
-void MoveMouse(CSeriesView& view, CPoint to, Qt::MouseButton held) {
-    QMouseEvent move(QEvent::MouseMove, QPoint(to.x, to.y), ClientOf(view)->mapToGlobal(QPoint(to.x, to.y)),
-                     Qt::NoButton, held, {});
-    Send(view, move);
+void MoveMouse(QWidget* client, CPoint to, Qt::MouseButton held) {
+    const QPoint at(to.x, to.y);
+    QMouseEvent move(QEvent::MouseMove, at, client->mapToGlobal(at), Qt::NoButton, held, {});
+    QCoreApplication::sendEvent(client, &move);
 }
 
-void Wheel(CSeriesView& view, CPoint at, QPoint turn, Qt::KeyboardModifiers keys = {}) {
-    const QPoint local(at.x, at.y);
-    QWheelEvent event(local, ClientOf(view)->mapToGlobal(local), {}, turn, Qt::NoButton, keys,
-                      Qt::NoScrollPhase, false);
-    Send(view, event);
+void Wheel(QWidget* client, CPoint to, QPoint turn, Qt::KeyboardModifiers keys = {}) {
+    const QPoint at(to.x, to.y);
+    QWheelEvent event(at, client->mapToGlobal(at), {}, turn, Qt::NoButton, keys, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(client, &event);
 }
 
 TEST_F(WorkbenchTest, TheWheelWorksInTheTileUnderThePointer) {
@@ -298,18 +296,18 @@ TEST_F(WorkbenchTest, TheWheelWorksInTheTileUnderThePointer) {
     const Range x = view.ShownX();
     const CRect plot = view.Panels()[1].plot;
     const CPoint at((plot.left + plot.right) / 2, (plot.top + plot.bottom) / 2);
-    MoveMouse(view, at, Qt::NoButton);
+    MoveMouse(ClientOf(view), at, Qt::NoButton);
     EXPECT_NE(Pane(kPositionPane).find(",  18"), std::string::npos) << "degrees: " << Pane(kPositionPane);
-    Wheel(view, at, {0, 120});
+    Wheel(ClientOf(view), at, {0, 120});
     Settle();
     EXPECT_EQ(view.Panels()[0].axes[0].shown, first);
     EXPECT_LT(view.Panels()[1].axes[0].shown.Length(), second.Length());
     EXPECT_LT(view.ShownX().Length(), x.Length());
     // Sideways: by a horizontal wheel or with Shift.
     const Range before = view.ShownX();
-    Wheel(view, at, {-60, 0});
+    Wheel(ClientOf(view), at, {-60, 0});
     EXPECT_GT(view.ShownX().from, before.from);
-    Wheel(view, at, {0, 120}, Qt::ShiftModifier);
+    Wheel(ClientOf(view), at, {0, 120}, Qt::ShiftModifier);
     EXPECT_LT(view.ShownX().from, before.from);
     EXPECT_NEAR(view.ShownX().Length(), before.Length(), 1e-6);
 }
@@ -321,7 +319,7 @@ TEST_F(WorkbenchTest, SpaceAndTheLeftButtonMoveTheView) {
     const PixelScale before{view.ShownX(), double(plot.left), double(plot.right)};
     QTest::keyPress(view.GetSafeHwnd(), Qt::Key_Space);
     QTest::mousePress(ClientOf(view), Qt::LeftButton, {}, QPoint(200, 150));
-    for (int x = 200; x <= 260; x += 3) MoveMouse(view, {x, 150}, Qt::LeftButton);
+    for (int x = 200; x <= 260; x += 3) MoveMouse(ClientOf(view), {x, 150}, Qt::LeftButton);
     QTest::mouseRelease(ClientOf(view), Qt::LeftButton, {}, QPoint(260, 150));
     QTest::keyRelease(view.GetSafeHwnd(), Qt::Key_Space);
     const PixelScale after{view.ShownX(), double(plot.left), double(plot.right)};
@@ -335,7 +333,7 @@ TEST_F(WorkbenchTest, ARulerIsDraggedOrClickedAndEscHidesIt) {
         Key(Qt::Key_R);
         QTest::mousePress(ClientOf(view), Qt::LeftButton, {}, QPoint(200, 100));
         if (!drag) QTest::mouseRelease(ClientOf(view), Qt::LeftButton, {}, QPoint(200, 100));
-        MoveMouse(view, {300, 180}, drag ? Qt::LeftButton : Qt::NoButton);
+        MoveMouse(ClientOf(view), {300, 180}, drag ? Qt::LeftButton : Qt::NoButton);
         EXPECT_EQ(Pane(kMessagePane).find("Ruler: "), 0u) << Pane(kMessagePane);
         if (!drag) QTest::mousePress(ClientOf(view), Qt::LeftButton, {}, QPoint(300, 180));
         QTest::mouseRelease(ClientOf(view), Qt::LeftButton, {}, QPoint(300, 180));
