@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "selections/Counts.h"
+#include "selections/RankedWindow.h"
 #include "selections/Rule.h"
 #include "selections/SortedWindow.h"
 
@@ -85,34 +86,42 @@ class HampelTest {
     MedianDistance distance_;
 };
 
+// Tests samples `begin` to `end` (exclusive) with windows that see what lies around them.
 template <class Window>
-void TestAll(const std::vector<std::int32_t>& samples, long half, double limit,
-             std::vector<unsigned char>& outliers) {
+void TestRun(std::span<const std::int32_t> samples, long begin, long end, long half, double limit,
+             unsigned char* outliers) {
     const auto n = static_cast<long>(samples.size());
-    const auto at = [&](long i) { return samples[static_cast<std::size_t>(i)]; };
-    Window window(static_cast<std::size_t>(std::min(n, 2 * half + 1)) + 1);
+    const long first = std::max(0L, begin - half);
+    const long last = std::min(n, end + half);
+    Window window(samples.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first)),
+                  static_cast<std::size_t>(2 * half + 1));
     HampelTest test(limit);
-    for (long i = 0; i < std::min(n, half); ++i) window.Add(at(i));
-    for (long i = 0; i < n; ++i) {
+    for (long i = first; i < std::min(n, begin + half); ++i) window.Add(i - first);
+    for (long i = begin; i < end; ++i) {
         const bool comes = i + half < n;
-        const bool goes = i - half > 0;
+        const bool goes = i > begin && i - half > 0;
         if (comes && goes)
-            window.Replace(at(i - half - 1), at(i + half));
+            window.Replace(i - half - 1 - first, i + half - first);
         else if (comes)
-            window.Add(at(i + half));
+            window.Add(i + half - first);
         else if (goes)
-            window.Remove(at(i - half - 1));
-        outliers[static_cast<std::size_t>(i)] = test.IsOutlier(window, at(i));
+            window.Remove(i - half - 1 - first);
+        outliers[i] = test.IsOutlier(window, samples[static_cast<std::size_t>(i)]);
     }
 }
 
 }  // namespace
 
 void HampelOutliers(const std::vector<std::int32_t>& samples, std::int64_t half, double limit,
-                    std::vector<unsigned char>& outliers) {
-    const auto n = static_cast<std::int64_t>(samples.size());
+                    std::vector<unsigned char>& outliers, std::int64_t widestSorted) {
+    const auto n = static_cast<long>(samples.size());
+    const long fitting = std::clamp<long>(half, 0, n);
     outliers.assign(samples.size(), 0);
-    TestAll<SortedWindow>(samples, static_cast<long>(std::clamp<std::int64_t>(half, 0, n)), limit, outliers);
+    if (fitting <= widestSorted) return TestRun<SortedWindow>(samples, 0, n, fitting, limit, outliers.data());
+    // Blocks of a few windows are sorted at a time.
+    const long run = std::max(6 * fitting, 1L << 12);
+    for (long begin = 0; begin < n; begin += run)
+        TestRun<RankedWindow>(samples, begin, std::min(n, begin + run), fitting, limit, outliers.data());
 }
 
 void FindHampel(const Question& question, PlaceSet& found) {

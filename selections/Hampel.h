@@ -8,11 +8,14 @@
 
 namespace selections {
 
+// The widest half window that is kept as a sorted array; wider ones are kept as ranks.
+constexpr std::int64_t kWidestSortedHalf = 2000;
+
 // outliers[i] becomes 1 where |samples[i] - m| > limit * s, else 0: m is the median of samples[i - half] ...
 // samples[i + half], clipped at both ends, s is 1.4826 times the median of their distances from m, or one
 // count where that is 0. With an even number of samples a median is the mean of the middle two. Throws
 // std::bad_alloc.
 void HampelOutliers(const std::vector<std::int32_t>& samples, std::int64_t half, double limit,
-                    std::vector<unsigned char>& outliers);
+                    std::vector<unsigned char>& outliers, std::int64_t widestSorted = kWidestSortedHalf);
 
 }  // namespace selections

@@ -125,8 +125,10 @@ bool Selection::IsAll() const {
 
 std::string Selection::Misfit(const Samples& samples) const {
     std::string misfit;
-    if (samples.xIsTime) return misfit;
     ForEachRule(root_[0], [&](const Term& term) {
+        if (term.rule == RuleNamed("reason") && !samples.rejection)
+            misfit = "reason(...) finds nothing: the series has no rejection codes";
+        if (samples.xIsTime) return;
         for (const auto& argument : term.arguments) {
             if (argument.time)
                 misfit = "\"" + argument.text + "\" is a time, and the x axis holds numbers, not times";
