@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <future>
 #include <limits>
+
+#include "app/batch/Findings.h"
 
 namespace app {
 
@@ -140,6 +143,14 @@ std::string Places(const ValueColumn& column) {
     return column.decimals == 0 ? "whole numbers" : "up to " + Counted(column.decimals, "decimal");
 }
 
+// What stands out in each column, looked for at the same time as the rest is said.
+std::vector<std::future<Findings>> StartFindings(const Table& table) {
+    std::vector<std::future<Findings>> findings;
+    for (const auto& column : table.columns)
+        findings.push_back(std::async(std::launch::async, [&column] { return FindFaults(column); }));
+    return findings;
+}
+
 std::string ColumnText(const ValueColumn& column) {
     const auto range = column.values.FindExtent();
     std::string text =
@@ -262,16 +273,29 @@ Json TableJson(const Table& table) {
 }
 
 Json InfoJson(const Table& table, const XAxis& axis) {
+    auto found = StartFindings(table);
     Json json{
         {"file", table.name}, {"table", TableJson(table)}, {"x", XJson(table, axis)}, {"y", Json::array()}};
-    for (const auto& column : table.columns) json["y"].push_back(ColumnJson(column));
+    std::vector<Findings> findings;
+    for (const auto& column : table.columns) {
+        findings.push_back(found[findings.size()].get());
+        json["y"].push_back(ColumnJson(column));
+        json["y"].back()["findings"] = FindingsJson(table, axis, findings.back());
+    }
+    json["suggested"] = SuggestedCommand(table, axis, findings);
     return json;
 }
 
 std::string InfoText(const Table& table, const XAxis& axis) {
+    auto found = StartFindings(table);
     std::string text = table.name + "\n" + TableText(table) + XText(table, axis);
-    for (const auto& column : table.columns) text += ColumnText(column);
-    return SafeText(text);
+    std::vector<Findings> findings;
+    for (const auto& column : table.columns) {
+        findings.push_back(found[findings.size()].get());
+        text += ColumnText(column);
+        for (const auto& finding : FindingTexts(table, axis, findings.back())) text += Row("", finding);
+    }
+    return SafeText(text + Row("try", SuggestedCommand(table, axis, findings)));
 }
 
 }  // namespace app
