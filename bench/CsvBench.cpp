@@ -113,7 +113,7 @@ void BM_WriteRows(benchmark::State& state) {
         OutputFile output;
         WriteCounts counts;
         const bool written =
-            output.Open("/dev/null") && WriteTable(output, *table, series, 0, counts) && output.Commit();
+            output.Open("/dev/null") && WriteTable(output, *table, series, {}, counts) && output.Commit();
         if (!written || counts.rows != kRows || counts.edited != edited)
             return state.SkipWithError("rows were not written");
     }

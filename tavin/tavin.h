@@ -6,6 +6,7 @@
 #include "editing/CXYData.h"
 #include "editing/CXYEditData.h"
 #include "editing/EditCommands.h"
+#include "editing/Interpolate.h"
 #include "editing/MedianFilter.h"
 #include "editing/PointRoutines.h"
 #include "editing/SmoothingSpline.h"

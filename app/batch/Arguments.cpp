@@ -1,10 +1,10 @@
 #include "app/batch/Arguments.h"
 
-#include <CLI/StringTools.hpp>
 #include <map>
 
 #include "app/batch/HelpText.h"
 #include "app/batch/Step.h"
+#include "app/table/StatusText.h"
 #include "app/table/TimePattern.h"
 #include "app/table/TimeText.h"
 
@@ -75,16 +75,30 @@ const OptionRow<InfoOptions> kInfoRows[] = {
     {{"--jobs", "N", kJobsHelp}, &InfoOptions::jobs},
 };
 
+Taken TakeFlags(const char* option, const std::string& value, unsigned short& flags) {
+    const auto read = FlagsFromText(value, ',');
+    if (!read)
+        return UsageError(std::string(option) + " " + value +
+                          ": expected deleted, rejected, spike or another flag, with commas between");
+    flags |= *read;
+    return std::nullopt;
+}
+
 Taken TakeDrop(CleanOptions& options, const std::string& value) {
-    static const std::map<std::string, unsigned short> kFlags = {
-        {"deleted", PS_DELETED}, {"rejected", PS_REJECTED}, {"spike", PS_SPIKE}};
-    for (const auto& name : CLI::detail::split(value, ',')) {
-        const auto flag = kFlags.find(name);
-        if (flag == kFlags.end())
-            return UsageError("--drop " + value +
-                              ": expected deleted, rejected or spike, with commas between");
-        options.drop |= flag->second;
-    }
+    return TakeFlags("--drop", value, options.write.drop);
+}
+
+Taken TakeBlank(CleanOptions& options, const std::string& value) {
+    return TakeFlags("--blank", value, options.write.blank);
+}
+
+Taken TakeMissing(CleanOptions& options, const std::string& value) {
+    options.write.missing = value;
+    return std::nullopt;
+}
+
+Taken TakeScheme(CleanOptions& options, const std::string&) {
+    options.write.scheme = StatusScheme::Qartod;
     return std::nullopt;
 }
 
@@ -98,11 +112,11 @@ Taken TakeDecimals(CleanOptions& options, const std::string& value) {
 
 // Values outside are deleted before the first step.
 Taken TakeLimits(CleanOptions& options, const std::string& value) {
-    const auto inside = ReadStep(StepKind::Select, "y=" + value);
+    const auto inside = ReadStep("--select", "y=" + value);
     if (!inside)
         return UsageError("--limits " + value + ": expected MIN:MAX in y units (an end may be left out)");
-    options.limits = {*inside, *ReadStep(StepKind::Select, "invert"), *ReadStep(StepKind::Delete, ""),
-                      *ReadStep(StepKind::Select, "none")};
+    options.limits = {*inside, *ReadStep("--select", "invert"), *ReadStep("--delete"),
+                      *ReadStep("--select", "all")};
     return std::nullopt;
 }
 
@@ -118,6 +132,16 @@ const OptionRow<CleanOptions> kCleanRows[] = {
      &CleanOptions::output},
     {{"--drop", "FLAGS", "leave out rows whose points are deleted, rejected or spike, with commas between"},
      TakeDrop},
+    {{"--blank", "FLAGS",
+      "empty the cells of values that are deleted, rejected or spike, with commas between"},
+     TakeBlank},
+    {{"--write-missing", "TEXT", "what --blank writes instead of nothing"}, TakeMissing},
+    {{"--flags", "SCHEME", "what the status columns hold: qartod for the numbers of QARTOD, else names",
+      Completes::Nothing, "qartod"},
+     TakeScheme},
+    {{"--fail-if-empty", nullptr,
+      "write nothing and end with 1 where a --select selects nothing in every column"},
+     &CleanOptions::failIfEmpty},
     {{"--decimals", "N", "store and write edited values with at least so many decimals", Completes::Nothing,
       "0 1 2 3 4 5 6 7 8 9"},
      TakeDecimals},
@@ -181,9 +205,9 @@ const OptionRow<Arguments> kPrintRows[] = {
 };
 
 void AddSteps(Command& command, CleanOptions& options) {
-    for (const auto& text : StepTexts()) {
-        BoundOption bound{{text.option, text.value, text.help}, {}, true, kStepGroup};
-        bound.take = [&options, kind = text.kind](const std::string& value) -> Taken {
+    for (const auto& kind : StepKinds()) {
+        BoundOption bound{{kind.option, kind.value, kind.help}, {}, true, kStepGroup};
+        bound.take = [&options, &kind](const std::string& value) -> Taken {
             auto step = ReadStep(kind, value);
             if (!step) return step.Error();
             options.steps.push_back(std::move(*step));
@@ -200,7 +224,7 @@ std::vector<Command> MakeCommands(Arguments& arguments) {
     program.Add(kProgramRows, arguments);
     Command info{"info", "Say what a file holds and how it would be read", kInfoHelp, {}};
     info.Add(kInfoRows, arguments.info);
-    Command clean{"clean", "Clean the values of a file in steps", kCleanHelp, {}};
+    Command clean{"clean", "Clean the values of a file in steps", CleanHelp(), {}};
     clean.Add(kFleetRows, arguments.fleet);
     clean.Add(kCleanRows, arguments.clean);
     Command plot{"plot", "Draw a file as a picture", kPlotHelp, {}};

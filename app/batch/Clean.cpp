@@ -33,10 +33,8 @@ std::optional<Failure> CheckTargets(const CleanOptions& options) {
     return std::nullopt;
 }
 
-// Drift multiplies stored values, so that they have to count from zero.
 bool NeedsZeroOrigin(const std::vector<Step>& steps) {
-    return std::any_of(steps.begin(), steps.end(),
-                       [](const Step& step) { return step.kind == StepKind::Scale && step.method == 2; });
+    return std::any_of(steps.begin(), steps.end(), [](const Step& step) { return step.fromZeroOrigin; });
 }
 
 Result<std::vector<Series>> MakeAllSeries(const CleanOptions& options, const Table& table,
@@ -53,14 +51,29 @@ Result<std::vector<Series>> MakeAllSeries(const CleanOptions& options, const Tab
     return all;
 }
 
+// The first step that selected nothing in any column, where that is asked for.
+std::optional<Failure> CheckSelections(const CleanRun& run) {
+    const auto& steps = run.steps;
+    for (std::size_t s = run.options.limits.size(); run.options.failIfEmpty && s < steps.size(); ++s) {
+        const bool selectedNothing =
+            std::all_of(run.results.begin(), run.results.end(),
+                        [&](const auto& ofColumn) { return ofColumn[s].selectedNothing; });
+        if (selectedNothing)
+            return Refusal(steps[s].text +
+                           " selects nothing in any column; nothing is written (--fail-if-empty)");
+    }
+    return std::nullopt;
+}
+
 std::optional<Failure> RunSteps(CleanRun& run, std::vector<Series>& series, Progress& progress) {
     auto& steps = run.steps;
     steps = run.options.limits;
     steps.insert(steps.end(), run.options.steps.begin(), run.options.steps.end());
     const auto all = static_cast<double>(series.size() * steps.size());
     double done = 0;
-    for (auto& one : series) {
-        StepRunner runner(run.table, run.axis, one);
+    for (std::size_t column = 0; column < series.size(); ++column) {
+        StepRunner runner(run.table, run.axis, column, series[column]);
+        if (run.options.write.scheme == StatusScheme::Qartod) runner.KeepJudged();
         auto& results = run.results.emplace_back();
         for (const auto& step : steps) {
             progress.Show(step.text, done++ / all);
@@ -69,7 +82,7 @@ std::optional<Failure> RunSteps(CleanRun& run, std::vector<Series>& series, Prog
             results.push_back(*result);
         }
     }
-    return std::nullopt;
+    return CheckSelections(run);
 }
 
 // The rows that the output holds already, and the new ones.
@@ -78,7 +91,7 @@ Result<std::string> UpdatedText(CleanRun& run, Progress& progress) {
     OutputFile text;
     text.OpenText(fresh);
     const bool written =
-        WriteTable(text, run.table, run.series, run.options.drop, run.counts, progress.Shower("writing"));
+        WriteTable(text, run.table, run.series, run.options.write, run.counts, progress.Shower("writing"));
     if (!written || !text.Flush()) return text.Error();
     const auto published = ReadInput(run.options.output);
     if (!published) return published.Error();
@@ -98,7 +111,7 @@ Result<int> WriteAll(CleanRun& run, Progress& progress) {
     if (!updated) return updated.Error();
     if (!output.Open(dry ? "/dev/null" : run.options.output)) return output.Error();
     const bool written = updates ? output.Write(*updated)
-                                 : WriteTable(output, run.table, run.series, run.options.drop, run.counts,
+                                 : WriteTable(output, run.table, run.series, run.options.write, run.counts,
                                               progress.Shower("writing"));
     if (!written) return output.Error();
     if (!run.options.report.empty() && !dry) {

@@ -9,6 +9,7 @@
 #include "app/batch/Step.h"
 #include "app/table/ReadOptions.h"
 #include "app/table/Result.h"
+#include "app/table/TableWriter.h"
 
 namespace app {
 
@@ -18,7 +19,8 @@ struct CleanOptions {
     std::string report;  // empty: none; "-": standard output
     std::vector<Step> steps;
     int decimals = -1;
-    unsigned short drop = 0;   // flags of points whose rows are left out
+    WriteWishes write;
+    bool failIfEmpty = false;  // a step that selects nothing in any column is a failure
     std::vector<Step> limits;  // done before the steps
     std::vector<Alarm> alarms;
     bool update = false;  // keep the rows that the output holds, and add to them

@@ -5,6 +5,7 @@
 #include "app/batch/Info.h"
 #include "app/table/CellNumber.h"
 #include "app/table/InputFile.h"
+#include "app/table/QartodFlag.h"
 
 namespace app {
 
@@ -21,10 +22,9 @@ struct PointCounts {
 
 PointCounts CountPoints(const Series& series) {
     PointCounts counts;
-    const CPoint* points = series.source->GetData();
     const unsigned short* status = series.source->GetStatus();
     const long n = series.source->GetCount();
-    for (long i = 0; i < n; ++i) counts.changed += points[i].y != series.before[static_cast<std::size_t>(i)];
+    for (long i = 0; i < n; ++i) counts.changed += series.IsEdited(i);
     counts.flagged = std::count_if(
         status, status + n, [](unsigned short word) { return word & (PS_DELETED | PS_REJECTED | PS_SPIKE); });
     for (const unsigned short flag :
@@ -38,14 +38,20 @@ PointCounts CountPoints(const Series& series) {
     return counts;
 }
 
+// "12 points and 3 empty cells selected"
+std::string CountText(const Step& step, const StepResult& result) {
+    std::string text;
+    if (result.points > 0 || result.cells == 0)
+        text = Counted(result.points, result.ofSelection ? "selected point" : "point");
+    if (result.cells > 0) text += (text.empty() ? "" : " and ") + Counted(result.cells, "empty cell");
+    return text + (step.kind->verb[0] ? " " : "") + step.kind->verb;
+}
+
 std::string StepLine(const Step& step, const StepResult& result) {
     std::string line = "  " + step.text;
     line.resize(std::max<std::size_t>(line.size() + 2, 30), ' ');
-    const char* verb = step.kind == StepKind::Select                                    ? " selected"
-                       : step.kind == StepKind::Median || step.kind == StepKind::Spikes ? " marked"
-                                                                                        : "";
-    const bool idle = result.points == 0 && !result.note.empty();
-    if (!idle) line += Counted(result.points, result.ofSelection ? "selected point" : "point") + verb;
+    const bool idle = result.points == 0 && result.cells == 0 && !result.note.empty();
+    if (!idle) line += CountText(step, result);
     if (!result.command.empty()) line += "; " + result.command + ": " + result.text;
     if (!result.note.empty()) line += (idle ? "" : "; ") + result.note;
     return line + "\n";
@@ -129,6 +135,7 @@ Json SeriesJson(const CleanRun& run, std::size_t index) {
         const StepResult& result = run.results[index][s];
         Json step{
             {"step", run.steps[s].text}, {"points", result.points}, {"ofSelection", result.ofSelection}};
+        if (result.cells) step["emptyCells"] = result.cells;
         if (!result.command.empty()) {
             step["command"] = result.command;
             step["result"] = result.text;
@@ -148,6 +155,30 @@ Json SeriesJson(const CleanRun& run, std::size_t index) {
             {"changedValues", points.changed}};
 }
 
+// The flag variables as the CF conventions describe them, and which tests stand behind them.
+Json QartodJson(const CleanRun& run) {
+    Json values = Json::array();
+    std::string meanings;
+    for (const auto& flag : kQartodFlags) {
+        values.push_back(flag.value - '0');
+        meanings += (meanings.empty() ? "" : " ") + std::string(flag.meaning);
+    }
+    Json tests = Json::array();
+    for (const auto& step : run.steps) {
+        auto names = step.selection.StandardNames();
+        if (step.kind->standardName[0]) names.emplace_back(step.kind->standardName);
+        for (const auto& name : names) tests.push_back({{"step", step.text}, {"standard_name", name}});
+    }
+    Json variables = Json::array();
+    for (const auto& column : run.table.columns)
+        variables.push_back({{"column", QartodColumnName(column.column)},
+                             {"of", column.column.name},
+                             {"standard_name", "aggregate_quality_flag"},
+                             {"flag_values", values},
+                             {"flag_meanings", meanings}});
+    return {{"scheme", "qartod"}, {"variables", variables}, {"tests", tests}};
+}
+
 }  // namespace
 
 std::string CleanText(const CleanRun& run) {
@@ -164,6 +195,11 @@ std::string CleanText(const CleanRun& run) {
     text += std::string(run.options.dryRun ? "would be written: " : "written: ");
     text += Counted(run.update.isDone ? run.update.kept + run.update.added : run.counts.rows, "row");
     if (run.counts.dropped) text += ", " + Grouped(run.counts.dropped) + " dropped";
+    if (run.counts.kept)
+        text += ", " + Grouped(run.counts.kept) + " kept that have a flag to drop, because " +
+                (run.counts.kept == 1 ? "it has" : "they have") +
+                " values without one (--blank empties single cells)";
+    if (run.counts.blanked) text += ", " + Counted(run.counts.blanked, "cell") + " blanked";
     return text + (run.options.output == "-" ? "" : ", to " + run.options.output) + "\n" + UpdateText(run);
 }
 
@@ -182,8 +218,12 @@ Json CleanJson(const CleanRun& run) {
     if (table.HasTimes()) json["x"]["timeFormat"] = TimeFormText(table);
     json["y"] = Json::array();
     for (std::size_t i = 0; i < run.series.size(); ++i) json["y"].push_back(SeriesJson(run, i));
-    json["written"] = {
-        {"rows", run.counts.rows}, {"dropped", run.counts.dropped}, {"editedValues", run.counts.edited}};
+    json["written"] = {{"rows", run.counts.rows},
+                       {"dropped", run.counts.dropped},
+                       {"keptDespiteDrop", run.counts.kept},
+                       {"editedValues", run.counts.edited},
+                       {"blankedCells", run.counts.blanked}};
+    if (run.options.write.scheme == StatusScheme::Qartod) json["status"] = QartodJson(run);
     if (run.update.isDone) json["update"] = UpdateJson(run);
     return json;
 }

@@ -1,5 +1,11 @@
 #include "app/batch/HelpText.h"
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "tavin/tavin.h"
+
 namespace app {
 
 const char* const kMainHelp =
@@ -26,25 +32,63 @@ Examples:
   zcat level.csv.gz | tavin info -
   tavin info *.csv                      a line for each)";
 
-const char* const kCleanHelp =
+namespace {
+
+constexpr std::size_t kHelpWidth = 116;
+
+// "    form          meaning", the meaning broken into lines below one another.
+std::string HelpRow(const std::string& form, std::string_view meaning) {
+    constexpr std::size_t kIndent = 24;
+    std::string text = "    " + form;
+    std::size_t width = text.size();
+    const auto breakLine = [&] {
+        text += width < kIndent ? std::string(kIndent - width, ' ') : "\n" + std::string(kIndent, ' ');
+        width = kIndent;
+    };
+    breakLine();
+    while (!meaning.empty()) {
+        const auto word = meaning.substr(0, std::min(meaning.find(' '), meaning.size()));
+        if (width > kIndent && width + 1 + word.size() > kHelpWidth) breakLine();
+        if (width > kIndent) text += " ";
+        text += word;
+        width += word.size() + (width > kIndent ? 1 : 0);
+        meaning.remove_prefix(std::min(word.size() + 1, meaning.size()));
+    }
+    return text + "\n";
+}
+
+constexpr const char* kBeforeRules =
     R"(Steps are applied in the order given, to each y column by itself. All amounts are in the units of the file.
 
-  Selecting (each --select replaces the selection; deleted points cannot be selected):
-    all, none, invert     every point, no point, the points not selected so far
-    x=FROM:TO             both ends included, either may be left out. On a time axis ISO 8601 times, or
-                          numbers: seconds from the first sample, or epoch numbers where the file has them
-    y=MIN:MAX             by value
-    spikes                the points that the last --median or --spikes marked
-  Marking spikes:
-    --median LENGTH,DISTANCE    every point farther than DISTANCE from the median of LENGTH samples
-    --spikes WAVELENGTH,WINDOW  points farther than WINDOW from the smoothed curve: the selected points, judged
-                                among themselves, or all points where none is selected
-  Edits of the selected points; with nothing selected they do nothing:
-    --delete, --reject    set a flag and empty the selection; deleted points take no part in later fits
-    --interpolate         replace the values by lines between the nearest points not selected
-  Edits of the marked spikes, whatever is selected:
+At the start nothing is selected in particular: edits of values act on all points. After a --select all steps behind
+it, marking included, act on the selection only, also when it is empty or used up, until another --select replaces it
+or --select all goes back to the start.
+
+  Selections combine with and, or, not and parentheses: --select "not (spike(0.3) or rate(2/h)) and x=2024-03-01:"
+)";
+
+constexpr const char* kBehindRules =
+    R"help(    Limits belong to the good side, thresholds are strict. Missing, deleted and rejected points take no part in
+    range, rate, flat, spike, step, gap and hampel and break no window. These are the definitions of QARTOD's gross
+    range, rate of change, flat line, spike and gap tests and of the Hampel filter. Deleted points cannot be edited.
+    On a time axis FROM and TO are ISO 8601 times, or numbers: seconds from the first sample, or epoch numbers
+    where the file has them.
+
+  Marking spikes, of the selected points where there is a selection:
+    --median LENGTH,DISTANCE    every point farther than DISTANCE from the median of LENGTH samples around it. The
+                                median is the first sample of the window with half of the samples at or below it
+                                and half at or above it, which need not be the true one: in windows of fewer than
+                                7 samples it marks far more points. hampel(K,N) tests against true medians
+    --spikes WAVELENGTH,WINDOW  points farther than WINDOW from the smoothed curve; selected points are judged
+                                among themselves
+  Edits of the marked spikes, in the selection where there is one:
     --delete-spikes, --reject-spikes
-  Edits of the selected points, or of all that are not deleted where none is selected:
+  Edits of the selected points; without a selection they do nothing:
+    --delete, --reject    set a flag, which uses the selection up; deleted points take no part in later fits
+    --interpolate         replace the values by lines between the nearest points not selected
+  Edits of the selected points, or of all that are not deleted where there is no selection:
+    --fill-gaps LENGTH    give empty cells values on the line between the points on both sides, where these are no
+                          farther apart than LENGTH; no row is invented
     --translate DY        add DY
     --level Y             set to Y
     --scale METHOD,FACTOR[,ORIGIN]
@@ -53,11 +97,14 @@ const char* const kCleanHelp =
                           where t goes from 0 at the first to 1 at the last of the points
     --smooth WAVELENGTH   a smoothing spline that keeps undulations longer than WAVELENGTH
 
-  Wave lengths are in x units; on a time axis in seconds, or with a unit: 90s, 15min, 6h, 0.5d.
+  Lengths are in x units; on a time axis in seconds, or with a unit: 90s, 15min, 6h, 0.5d.
 
 Output: every row and column as it came, byte for byte but for edited values, and behind it a status column for
 each y column (deleted, rejected, spike, moved, smoothed, interpolated, edited, joined by +; or missing, unreadable).
-Edited values have as many decimals as the column. Rows that cannot be read pass through unchanged.
+With --flags qartod it is named NAME_qartod and holds 1 pass, 2 not evaluated, 3 suspect (spike), 4 fail (deleted,
+rejected), 8 estimated (interpolated, smoothed), 9 missing; a value passes when a marking step or a rule about values
+has tested it. Edited values have as many decimals as the column. Rows that cannot be read pass through unchanged.
+--drop leaves a row out when all of its y values have one of the flags, --blank empties single cells.
 
 Many files: --out-dir cleans each file into a folder, several at a time, on past those that fail, and tells of each in a
 line. The folder remembers, in .tavin-clean, digests of inputs and options: what would come out the same is left out, and
@@ -74,12 +121,24 @@ that the output holds already, adds the new ones, and lists published rows that 
 
 Examples:
   tavin clean level.csv --median 11,0.2 --select spikes --interpolate -o clean.csv
+  tavin clean level.csv --select "range(-2,6) or spike(0.3) or flat(3h)" --delete --fill-gaps 1h -o clean.csv
   tavin clean level.csv --spikes 6h,0.15 --delete-spikes --drop deleted -o clean.csv --report report.json
   tavin clean level.csv -y level --select x=2024-03-14T08:00: --translate -0.35 -o clean.csv
   tavin clean --smooth 12h - -o - < level.csv > smooth.csv
   tavin clean level.csv --median 11,0.2 --delete-spikes -o clean.csv --update
   tavin clean data/*.csv --out-dir clean --limits 0:12 --median 11,0.2 --delete-spikes --alarm missing=:5%
-  tavin clean --stations stations.csv --out-dir clean --json > summary.jsonl)";
+  tavin clean --stations stations.csv --out-dir clean --json > summary.jsonl)help";
+
+}  // namespace
+
+const char* CleanHelp() {
+    static const std::string text = [] {
+        std::string help = kBeforeRules;
+        for (const auto& rule : selections::RuleTexts()) help += HelpRow(rule.form, rule.meaning);
+        return help + kBehindRules;
+    }();
+    return text.c_str();
+}
 
 const char* const kPlotHelp =
     R"(Draws the columns over x as the workbench shows them, without a display. All columns share one plot.

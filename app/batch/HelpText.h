@@ -5,7 +5,7 @@ namespace app {
 
 extern const char* const kMainHelp;
 extern const char* const kInfoHelp;
-extern const char* const kCleanHelp;
+const char* CleanHelp();  // with the rules of selections
 extern const char* const kPlotHelp;
 extern const char* const kPrintHelp;
 

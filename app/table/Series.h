@@ -35,6 +35,14 @@ struct Series {
     std::vector<std::int32_t> before;    // y of every point before the first edit
     std::vector<std::int32_t> rowPoint;  // per row its point or kNoPoint; empty: row and point are the same
     std::int64_t duplicates = 0;         // points at the x of the one before
+    selections::PlaceSet filled;         // points that were put into empty cells; no room: none
+    selections::PlaceSet judged;         // points that some step has tested, where that is kept
+    bool IsFilled(long point) const { return filled.PlaceCount() > point && filled.Has(point); }
+    bool IsJudged(long point) const { return judged.PlaceCount() > point && judged.Has(point); }
+    // Whether the point has another value than its cell.
+    bool IsEdited(long point) const {
+        return source->GetData()[point].y != before[static_cast<std::size_t>(point)] || IsFilled(point);
+    }
     std::int32_t PointOfRow(std::int64_t row) const {
         return rowPoint.empty() ? static_cast<std::int32_t>(row) : rowPoint[static_cast<std::size_t>(row)];
     }

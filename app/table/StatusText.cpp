@@ -16,14 +16,18 @@ std::string StatusText(unsigned short status) {
 std::optional<unsigned short> StatusFromText(std::string_view text) {
     for (const char* const none : {"", "-", "missing", "unreadable"})
         if (text == none) return static_cast<unsigned short>(0);
-    unsigned status = 0;
+    return FlagsFromText(text, '+');
+}
+
+std::optional<unsigned short> FlagsFromText(std::string_view text, char separator) {
+    unsigned flags = 0;
     while (true) {
-        const auto plus = std::min(text.find('+'), text.size());
-        const unsigned short flag = PointFlagNamed(text.substr(0, plus));
+        const auto end = std::min(text.find(separator), text.size());
+        const unsigned short flag = PointFlagNamed(text.substr(0, end));
         if (flag == 0) return std::nullopt;
-        status |= flag;
-        if (plus == text.size()) return static_cast<unsigned short>(status);
-        text.remove_prefix(plus + 1);
+        flags |= flag;
+        if (end == text.size()) return static_cast<unsigned short>(flags);
+        text.remove_prefix(end + 1);
     }
 }
 

@@ -14,6 +14,8 @@ std::string StatusText(unsigned short status);
 // The word that a cell holds; none for text that is not from a status column. Cells without a point, which
 // say "missing" or "unreadable", and empty ones have the word 0.
 std::optional<unsigned short> StatusFromText(std::string_view text);
+// The flags whose names stand in the text, separated by that; none where one is no name.
+std::optional<unsigned short> FlagsFromText(std::string_view text, char separator);
 // What the status column of a value column is called.
 std::string StatusColumnName(const Column& column);
 // The field of the status column that an earlier cleaning left of `column`; -1: there is none.

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "app/table/CellNumber.h"
+#include "app/table/QartodFlag.h"
 #include "app/table/Records.h"
 
 namespace app {
@@ -25,9 +26,9 @@ std::string Cell(const std::string& text, char delimiter) {
 
 class RowWriter {
   public:
-    RowWriter(OutputFile& output, const Table& table, const std::vector<Series>& series, unsigned short drop,
-              WriteCounts& counts)
-        : output_(output), table_(table), series_(series), drop_(drop), counts_(counts) {
+    RowWriter(OutputFile& output, const Table& table, const std::vector<Series>& series,
+              const WriteWishes& wishes, WriteCounts& counts)
+        : output_(output), table_(table), series_(series), wishes_(wishes), counts_(counts) {
         byField_.resize(series.size());
         std::iota(byField_.begin(), byField_.end(), std::size_t{0});
         std::sort(byField_.begin(), byField_.end(), [&](std::size_t a, std::size_t b) {
@@ -35,7 +36,13 @@ class RowWriter {
         });
         // In a table of blanks an empty cell would be no cell.
         if (table.layout.delimiter == kBlanks) empty_.assign(1, '-');
-        for (const auto& column : table.columns) appends_ |= column.statusField < 0;
+        blank_ = wishes.missing.empty() ? empty_ : Cell(wishes.missing, table.layout.delimiter);
+        for (const auto& column : table.columns) {
+            if (IsQartod()) qartodFields_.push_back(FieldNamed(QartodColumnName(column.column)));
+            appends_ |= IsQartod() ? qartodFields_.back() < 0 : column.statusField < 0;
+        }
+        for (const auto& flag : kQartodFlags)
+            qartodCells_[static_cast<std::size_t>(flag.value - '0')] = {table.layout.delimiter, flag.value};
         missing_ = table.layout.delimiter + std::string("missing");
         unreadable_ = table.layout.delimiter + std::string("unreadable");
         for (std::size_t word = 0; word < cells_.size(); ++word) {
@@ -68,10 +75,12 @@ class RowWriter {
         std::string line(text.substr(0, LengthWithoutBreak(text)));
         const std::string lineBreak(text.substr(line.size()));
         PadShortRow(text, line);
-        for (const auto& column : table_.columns)
-            if (column.statusField < 0)
-                line += table_.layout.delimiter +
-                        (names ? Cell(StatusColumnName(column.column), table_.layout.delimiter) : empty_);
+        for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+            const ValueColumn& column = table_.columns[i];
+            if (IsQartod() ? qartodFields_[i] >= 0 : column.statusField >= 0) continue;
+            const auto name = IsQartod() ? QartodColumnName(column.column) : StatusColumnName(column.column);
+            line += table_.layout.delimiter + (names ? Cell(name, table_.layout.delimiter) : empty_);
+        }
         return output_.Write(line + lineBreak);
     }
 
@@ -86,21 +95,19 @@ class RowWriter {
             line += delimiter + empty_;
     }
 
-    bool Drops(std::int64_t row) const {
-        if (drop_ == 0) return false;
+    bool Drops(std::int64_t row) {
+        if (wishes_.drop == 0) return false;
         bool any = false;
+        bool all = true;
         for (const auto& one : series_) {
             const std::int32_t point = one.PointOfRow(row);
             if (point == Series::kNoPoint) continue;
-            if (!(one.source->GetStatus()[point] & drop_)) return false;
-            any = true;
+            const bool flagged = one.source->GetStatus()[point] & wishes_.drop;
+            any |= flagged;
+            all &= flagged;
         }
-        return any;
-    }
-
-    static bool IsEdited(const Series& series, std::int32_t point) {
-        return point != Series::kNoPoint &&
-               series.source->GetData()[point].y != series.before[static_cast<std::size_t>(point)];
+        counts_.kept += any && !all;
+        return any && all;
     }
 
     bool WriteRow(std::string_view text, std::int64_t row) {
@@ -117,38 +124,51 @@ class RowWriter {
         return output_.Write(line_);
     }
 
-    // The record without its line break, the edited values put in the place of the old ones.
+    // The record without its line break, edited and blanked values put in the place of the old ones.
     void AppendValues(std::string_view text, std::int64_t row) {
         std::size_t from = 0;
         for (const std::size_t index : byField_) {
             const Series& series = series_[index];
             const std::int32_t point = series.PointOfRow(row);
-            if (!IsEdited(series, point)) continue;
+            if (point == Series::kNoPoint) continue;
+            const bool isBlanked = series.source->GetStatus()[point] & wishes_.blank;
+            if (!isBlanked && !series.IsEdited(point)) continue;
             Span span;
             if (!FindField(text, table_.layout.delimiter, table_.columns[index].column.field, span)) continue;
             line_ += text.substr(from, span.begin - from);
-            const bool quoted = span.begin > 0 && text[span.begin - 1] == '"';
-            const std::string value =
-                NumberText(series.scale.Real(series.source->GetData()[point].y),
-                           std::max(0, series.scale.Decimals()), table_.layout.decimalSign);
-            line_ += quoted ? value : Cell(value, table_.layout.delimiter);
+            if (isBlanked)
+                line_ += blank_;
+            else
+                AppendNumber(series, point, span.begin > 0 && text[span.begin - 1] == '"');
             from = span.end;
-            ++counts_.edited;
+            ++(isBlanked ? counts_.blanked : counts_.edited);
         }
         line_ += text.substr(from, LengthWithoutBreak(text) - from);
     }
 
+    void AppendNumber(const Series& series, std::int32_t point, bool isQuoted) {
+        const std::string value = NumberText(series.scale.Real(series.source->GetData()[point].y),
+                                             std::max(0, series.scale.Decimals()), table_.layout.decimalSign);
+        line_ += isQuoted ? value : Cell(value, table_.layout.delimiter);
+    }
+
+    // A status column that an earlier cleaning left is kept true, whatever the scheme.
     void AppendStatus(std::string_view text, std::int64_t row) {
         if (appends_ && table_.IsShort(row)) PadShortRow(text, line_);
         for (std::size_t i = 0; i < series_.size(); ++i) {
-            const std::string_view cell = StatusCell(i, row);
             const int field = table_.columns[i].statusField;
-            if (field < 0)
-                line_ += cell;
-            else if (!ReplaceCell(field, cell.substr(1)) && cell.size() > 1) {
-                PadShortRow(std::string(line_), line_);
-                ReplaceCell(field, cell.substr(1));
-            }
+            if (!IsQartod() || field >= 0) PutStatus(field, StatusCell(i, row));
+            if (IsQartod()) PutStatus(qartodFields_[i], QartodCell(i, row));
+        }
+    }
+
+    // Without a field the cell goes to the end of the row.
+    void PutStatus(int field, std::string_view cell) {
+        if (field < 0) {
+            line_ += cell;
+        } else if (!ReplaceCell(field, cell.substr(1)) && cell.size() > 1) {
+            PadShortRow(std::string(line_), line_);
+            ReplaceCell(field, cell.substr(1));
         }
     }
 
@@ -168,16 +188,35 @@ class RowWriter {
         return value == kUnreadable ? unreadable_ : missing_;
     }
 
+    std::string_view QartodCell(std::size_t index, std::int64_t row) const {
+        const Series& series = series_[index];
+        const std::int32_t point = series.PointOfRow(row);
+        const char value = point == Series::kNoPoint
+                               ? kQartodMissing
+                               : QartodValue(series.source->GetStatus()[point], series.IsJudged(point));
+        return qartodCells_[static_cast<std::size_t>(value - '0')];
+    }
+
+    bool IsQartod() const { return wishes_.scheme == StatusScheme::Qartod; }
+    int FieldNamed(const std::string& name) const {
+        for (const auto& column : table_.layout.columns)
+            if (column.name == name) return column.field;
+        return -1;
+    }
+
     OutputFile& output_;
     const Table& table_;
     const std::vector<Series>& series_;
-    unsigned short drop_;
+    const WriteWishes& wishes_;
     WriteCounts& counts_;
     std::vector<std::size_t> byField_;  // the series in the order of their columns in the file
     std::string empty_;
-    std::array<std::string, 256> cells_;  // per packed status word: the delimiter and the cell
-    bool appends_ = false;                // some series has no status column yet
-    std::string missing_;                 // and of rows without a point
+    std::string blank_;
+    std::vector<int> qartodFields_;            // per series: the column of an earlier cleaning, -1: none
+    std::array<std::string, 10> qartodCells_;  // per flag, the delimiter in front
+    std::array<std::string, 256> cells_;       // per packed status word: the delimiter and the cell
+    bool appends_ = false;                     // some series has no status column yet
+    std::string missing_;                      // and of rows without a point
     std::string unreadable_;
     std::string line_;
     std::int64_t row_ = 0;
@@ -186,8 +225,8 @@ class RowWriter {
 }  // namespace
 
 bool WriteTable(OutputFile& output, const Table& table, const std::vector<Series>& series,
-                unsigned short drop, WriteCounts& counts, const Advance& advance) {
-    RowWriter writer(output, table, series, drop, counts);
+                const WriteWishes& wishes, WriteCounts& counts, const Advance& advance) {
+    RowWriter writer(output, table, series, wishes, counts);
     if (!output.Write(table.bytes.View().substr(0, table.layout.begin))) return false;
     const std::string_view text = table.bytes;
     RecordIndex::Walk walk(table.records, table.layout.begin);

@@ -29,7 +29,13 @@ TEST(Clean, DoesItsStepsInTheOrderGiven) {
          "1.5 2.5 3.5 3.5 4.5 95.5 6.5 7.5 8.5 9.5"},
         {"--median 5,3 --select spikes --interpolate", "1.0 2.0 3.0 4.0 5.0 6.0 7.0 8.0 9.0 10.0"},
         {"--spikes 60,30 --delete-spikes --smooth 1000", "1.0 2.0 3.0 4.0 5.0 96.0 7.0 8.0 9.0 10.0"},
-        {"--select y=50: --delete --translate 1", "2.0 3.0 4.0 5.0 6.0 96.0 8.0 9.0 10.0 11.0"},
+        {"--select y=50: --delete --select all --translate 1", "2.0 3.0 4.0 5.0 6.0 96.0 8.0 9.0 10.0 11.0"},
+        // A selection that is empty, or used up, edits nothing.
+        {"--select y=500: --level 0", "1.0 2.0 3.0 4.0 5.0 96.0 7.0 8.0 9.0 10.0"},
+        {"--median 11,200 --select spikes --translate -5", "1.0 2.0 3.0 4.0 5.0 96.0 7.0 8.0 9.0 10.0"},
+        {"--select y=50: --delete --translate 1", "1.0 2.0 3.0 4.0 5.0 96.0 7.0 8.0 9.0 10.0"},
+        {"--select y=50: --reject --select none --translate 1", "2.0 3.0 4.0 5.0 6.0 97.0 8.0 9.0 10.0 11.0"},
+        {"--select 'spike(60) grow(1) and not y=50:' --level 0", "1.0 2.0 3.0 4.0 0.0 96.0 0.0 8.0 9.0 10.0"},
     };
     const Folder folder;
     folder.Write("in.csv", kSeries);
@@ -144,7 +150,14 @@ TEST(Clean, RefusesWithoutLeavingFiles) {
         {"clean in.csv -y y -o out.csv --smooth -5", 2, "--smooth -5: expected"},
         {"clean in.csv -y y -o out.csv --smooth 6h", 2, "needs an x axis of times"},
         {"clean in.csv -y y -o out.csv --select x=2024-01-01:", 2, "holds numbers, not times"},
-        {"clean in.csv -y y -o out.csv --select y=a:b", 2, "--select y=a:b: expected all"},
+        {"clean in.csv -y y -o out.csv --select y=a:b", 2, "--select y=a:b at character 3: expected FROM:TO"},
+        {"clean in.csv -y y -o out.csv --select 'y=1: or rnage(0,1)'", 2,
+         "at character 9: there is no rule \"rnage\"; did you mean range?"},
+        {"clean in.csv -y y -o out.csv --select 'flat(3h)'", 2, "needs an x axis of times"},
+        {"clean in.csv -y y -o out.csv --select 'reason(5)'", 2, "no rejection codes"},
+        {"clean in.csv -y y -o out.csv --select y=500: --delete --fail-if-empty", 1,
+         "selects nothing in any column"},
+        {"clean in.csv -y y -o out.csv --fill-gaps 0", 2, "a LENGTH above 0"},
         {"clean in.csv -y y -o out.csv --delete --drop everything", 2, "--drop everything: expected"},
         {"clean in.csv -y y -o in.csv --delete", 2, "the output in.csv is the input"},
         {"clean in.csv -y y -o ./in.csv --delete", 2, "is the input"},

@@ -95,7 +95,7 @@ TEST(Fuzz, DamagedTablesAreRefusedOrComeBack) {
             series.push_back(MakeSeries(*table, axis, c, {}));
         OutputFile output;
         WriteCounts counts;
-        ASSERT_TRUE(output.Open(folder.Path("out")) && WriteTable(output, *table, series, 0, counts) &&
+        ASSERT_TRUE(output.Open(folder.Path("out")) && WriteTable(output, *table, series, {}, counts) &&
                     output.Commit());
         ASSERT_EQ(WithoutStatus(*table, folder.Read("out")), text);
         ASSERT_EQ(counts.edited, 0);
