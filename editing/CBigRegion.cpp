@@ -10,6 +10,7 @@
 namespace {
 
 __extension__ typedef __int128 Int128;
+__extension__ typedef unsigned __int128 UInt128;
 
 RegionEdge EdgeBetween(std::int64_t x0, std::int64_t y0, std::int64_t x1, std::int64_t y1) {
     return y0 <= y1 ? RegionEdge{x0, y0, x1, y1} : RegionEdge{x1, y1, x0, y0};
@@ -35,6 +36,27 @@ RegionEdge BoxOf(const std::vector<RegionEdge>& edges) {
         box.highY = std::max(box.highY, e.highY);
     }
     return box;
+}
+
+// The grid reckons in differences; vertices farther out than this are left to the test edge by edge.
+constexpr std::int64_t kGridReach = std::int64_t{1} << 40;
+
+// |a - b|, which 64 bits hold.
+std::uint64_t Distance(std::int64_t a, std::int64_t b) {
+    return a > b ? static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b)
+                 : static_cast<std::uint64_t>(b) - static_cast<std::uint64_t>(a);
+}
+
+// Crosses() for vertices anywhere.
+bool CrossesFar(const RegionEdge& e, std::int64_t x, std::int64_t y) {
+    if (y < e.lowY || y >= e.highY) return false;
+    if (y == e.lowY) return x <= e.lowX;
+    const auto [left, right] = std::minmax(e.lowX, e.highX);
+    if (x < left || x > right) return x < left;
+    // x - lowX and highX - lowX have one sign, the others are positive.
+    const UInt128 ofRise = static_cast<UInt128>(Distance(e.highX, e.lowX)) * Distance(y, e.lowY);
+    const UInt128 ofRun = static_cast<UInt128>(Distance(x, e.lowX)) * Distance(e.highY, e.lowY);
+    return e.highX > e.lowX ? ofRise > ofRun : ofRise < ofRun;
 }
 
 // May run out of memory.
@@ -66,12 +88,30 @@ void CBigRegion::SetPoints(const CPoint* vertices, int count) {
     }
 }
 
+bool CBigRegion::SetSize(int count) {
+    const std::size_t n = static_cast<std::size_t>(std::max(count, 0));
+    try {
+        xs_.assign(n, 0);
+        ys_.assign(n, 0);
+    } catch (const std::bad_alloc&) {
+        xs_.clear();
+        ys_.clear();
+    }
+    return xs_.size() == n;
+}
+
+void CBigRegion::SetVertex(int i, std::int64_t x, std::int64_t y) {
+    if (i < 0 || i >= GetSize()) return;
+    xs_[static_cast<std::size_t>(i)] = x;
+    ys_[static_cast<std::size_t>(i)] = y;
+}
+
 bool CBigRegion::PtInRegion(POINT point) const {
     if (xs_.size() < 2) return false;
     bool odd = false;
     for (std::size_t i = 0, before = xs_.size() - 1; i < xs_.size(); before = i++) {
         if ((ys_[i] > point.y) == (ys_[before] > point.y)) continue;
-        odd ^= Crosses<Int128>(EdgeBetween(xs_[before], ys_[before], xs_[i], ys_[i]), point.x, point.y);
+        odd ^= CrossesFar(EdgeBetween(xs_[before], ys_[before], xs_[i], ys_[i]), point.x, point.y);
     }
     return odd;
 }
@@ -81,7 +121,9 @@ void CBigRegion::PtsInRegion(const CPoint* points, long n, unsigned char* inside
         std::fill_n(inside, std::max(n, 0L), static_cast<unsigned char>(0));
         return;
     }
-    if (n > 8 && n > kWorthAGrid / GetSize()) {
+    const auto isNear = [](std::int64_t place) { return place > -kGridReach && place < kGridReach; };
+    if (n > 8 && n > kWorthAGrid / GetSize() && std::all_of(xs_.begin(), xs_.end(), isNear) &&
+        std::all_of(ys_.begin(), ys_.end(), isNear)) {
         try {
             return ContainByGrid(*this, points, n, inside);
         } catch (const std::bad_alloc&) {

@@ -16,6 +16,9 @@ class CBigRegion {
 
     // Without vertices or with a count below 1 the region becomes empty, also when there is no memory.
     void SetPoints(const CPoint* vertices, int count);
+    // Makes `count` vertices at (0, 0) for SetVertex; false, and the region empty, without memory.
+    bool SetSize(int count);
+    void SetVertex(int i, std::int64_t x, std::int64_t y);
     int GetSize() const { return static_cast<int>(xs_.size()); }
     std::int64_t X(int i) const { return xs_[static_cast<std::size_t>(i)]; }
     std::int64_t Y(int i) const { return ys_[static_cast<std::size_t>(i)]; }

@@ -4,9 +4,9 @@
 // modified; an edit of some points is recorded for the series itself, whose modified flag is the caller's.
 #include "editing/CXYEditData.h"
 #include "editing/EditCommands.h"
+#include "editing/IndexRuns.h"
 #include "editing/PointMarks.h"
 #include "editing/PointRoutines.h"
-#include "editing/PointRuns.h"
 #include "editing/PointSelection.h"
 #include "editing/RecordEdit.h"
 #include "editing/SmoothingSpline.h"

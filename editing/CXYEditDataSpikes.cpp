@@ -5,7 +5,7 @@
 
 #include "editing/CXYEditData.h"
 #include "editing/EditCommands.h"
-#include "editing/PointRuns.h"
+#include "editing/IndexRuns.h"
 #include "editing/PointSelection.h"
 #include "editing/RecordEdit.h"
 #include "editing/SpikeDetect.h"

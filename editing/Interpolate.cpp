@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "editing/IndexRuns.h"
 #include "editing/PointMarks.h"
-#include "editing/PointRuns.h"
 #include "editing/RoundedRule.h"
 #include "sources/PointStatus.h"
 

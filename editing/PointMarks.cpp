@@ -1,6 +1,6 @@
 #include "editing/PointMarks.h"
 
-#include "editing/PointRuns.h"
+#include "editing/IndexRuns.h"
 #include "sources/PointStatus.h"
 
 void MarkLongRun(unsigned short* status, int* rejection, long begin, long end, int flags, int code) {

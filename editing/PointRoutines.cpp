@@ -5,8 +5,8 @@
 #include <iterator>
 #include <limits>
 
+#include "editing/IndexRuns.h"
 #include "editing/PointMarks.h"
-#include "editing/PointRuns.h"
 #include "editing/RoundedRule.h"
 #include "sources/PointStatus.h"
 

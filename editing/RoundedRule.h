@@ -3,7 +3,9 @@
 // them, so that every lane computes exactly what the single point does.
 #pragma once
 
+#ifdef __x86_64__
 #include <immintrin.h>
+#endif
 
 #include "platform/core/Cpu.h"
 #include "platform/core/Geometry.h"
@@ -19,6 +21,7 @@ TAVIN_INLINE inline void ApplyRuleToEach(CPoint* points, long n, Rule rule) {
     }
 }
 
+#ifdef __x86_64__
 // Four points at a time. Adding half with the value's own sign is RoundHalfAway's sum: the two differ only at
 // 0, where both truncate to 0.
 template <class Rule>
@@ -44,11 +47,12 @@ __attribute__((target("avx2"))) void ApplyRuleToFours(CPoint* points, long n, Ru
     }
     ApplyRuleToEach(points + i, n - i, rule);
 }
+#endif
 
 template <class Rule>
 void ApplyRule(CPoint* points, long n, const Rule& rule) {
-    if (n >= 4 && HasAvx2())
-        ApplyRuleToFours(points, n, rule);
-    else
-        ApplyRuleToEach(points, n, rule);
+#ifdef __x86_64__
+    if (n >= 4 && HasAvx2()) return ApplyRuleToFours(points, n, rule);
+#endif
+    ApplyRuleToEach(points, n, rule);
 }

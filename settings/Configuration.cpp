@@ -12,7 +12,7 @@
 #include "platform/core/Rounding.h"
 #include "platform/registry/CRegKey.h"
 #include "platform/registry/RegistryTransaction.h"
-#include "settings/NumberText.h"
+#include "settings/StoredNumber.h"
 
 namespace {
 

@@ -20,7 +20,7 @@
 #include "platform/core/Types.h"
 #include "platform/registry/CWinApp.h"
 #include "platform/registry/RegistryTransaction.h"
-#include "settings/NumberText.h"
+#include "settings/StoredNumber.h"
 
 namespace settings {
 

@@ -1,6 +1,8 @@
 #include "sources/StoredBox.h"
 
+#ifdef __x86_64__
 #include <immintrin.h>
+#endif
 
 #include <algorithm>
 
@@ -20,11 +22,13 @@ void WidenByEach(StoredBox& box, const CPoint* data, const unsigned short* statu
     }
 }
 
+#ifdef __x86_64__
 // Four samples at a time: a skipped one takes part as the neutral element.
+template <bool kFiltered>
 __attribute__((target("avx2"))) void WidenByFours(StoredBox& box, const CPoint* data,
                                                   const unsigned short* status, long count,
                                                   unsigned short skipped) {
-    const __m256i mask = _mm256_set1_epi64x(skipped);
+    [[maybe_unused]] const __m256i mask = _mm256_set1_epi64x(skipped);
     const __m256i highest = _mm256_set1_epi32(std::numeric_limits<std::int32_t>::max());
     const __m256i lowest = _mm256_set1_epi32(std::numeric_limits<std::int32_t>::min());
     __m256i low = highest;
@@ -32,14 +36,19 @@ __attribute__((target("avx2"))) void WidenByFours(StoredBox& box, const CPoint* 
     __m256i taken = _mm256_setzero_si256();
     for (long i = 0; i < count; i += 4) {
         const __m256i four = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(data + i));
-        const __m256i words =
-            _mm256_cvtepu16_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(status + i)));
-        const __m256i takes = _mm256_cmpeq_epi64(_mm256_and_si256(words, mask), _mm256_setzero_si256());
-        low = _mm256_min_epi32(low, _mm256_blendv_epi8(highest, four, takes));
-        high = _mm256_max_epi32(high, _mm256_blendv_epi8(lowest, four, takes));
-        taken = _mm256_or_si256(taken, takes);
+        if constexpr (kFiltered) {
+            const __m256i words =
+                _mm256_cvtepu16_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(status + i)));
+            const __m256i takes = _mm256_cmpeq_epi64(_mm256_and_si256(words, mask), _mm256_setzero_si256());
+            low = _mm256_min_epi32(low, _mm256_blendv_epi8(highest, four, takes));
+            high = _mm256_max_epi32(high, _mm256_blendv_epi8(lowest, four, takes));
+            taken = _mm256_or_si256(taken, takes);
+        } else {
+            low = _mm256_min_epi32(low, four);
+            high = _mm256_max_epi32(high, four);
+        }
     }
-    if (_mm256_testz_si256(taken, taken)) return;
+    if (kFiltered && _mm256_testz_si256(taken, taken)) return;
     CPoint lows[4];
     CPoint highs[4];
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(lows), low);
@@ -54,14 +63,18 @@ __attribute__((target("avx2"))) void WidenByFours(StoredBox& box, const CPoint* 
     }
     box.any = true;
 }
+#endif
 
 }  // namespace
 
 StoredBox FindStoredBox(const CPoint* data, const unsigned short* status, long count,
                         unsigned short skipped) {
     StoredBox box;
-    const long byFours = status && HasAvx2() ? count / 4 * 4 : 0;
-    if (byFours > 0) WidenByFours(box, data, status, byFours, skipped);
+    long byFours = 0;
+#ifdef __x86_64__
+    if (HasAvx2()) byFours = count / 4 * 4;
+    if (byFours > 0) (status ? WidenByFours<true> : WidenByFours<false>)(box, data, status, byFours, skipped);
+#endif
     WidenByEach(box, data + byFours, status ? status + byFours : nullptr, count - byFours, skipped);
     return box;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/core/Cpu.h"
+
 namespace {
 
 constexpr std::int64_t kLowest = std::numeric_limits<std::int32_t>::min();
@@ -121,8 +123,7 @@ void PixelAxis::PixelsOrOutside(const CPoint* points, std::size_t count, std::in
         return;
     }
 #ifdef __x86_64__
-    static const bool hasAvx2 = __builtin_cpu_supports("avx2");
-    if (hasAvx2) return ConvertAvx2<kCoordinate>(*this, points, count, delta, pixels);
+    if (HasAvx2()) return ConvertAvx2<kCoordinate>(*this, points, count, delta, pixels);
 #endif
     Convert<kCoordinate>(*this, points, count, delta, pixels);
 }

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "platform/core/Cpu.h"
+
 namespace {
 
 // Four points, x and y in turn. Minimum and maximum over such vectors give those of x and of y in one go.
@@ -125,7 +127,7 @@ __attribute__((target("avx2"))) void ScanAvx2(const CPoint* points, std::size_t 
 template <bool kFiltered>
 ScanFunction Choose() {
 #ifdef __x86_64__
-    if (__builtin_cpu_supports("avx2")) return ScanAvx2<kFiltered>;
+    if (HasAvx2()) return ScanAvx2<kFiltered>;
 #endif
     return ScanPortable<kFiltered>;
 }
@@ -133,7 +135,7 @@ ScanFunction Choose() {
 template <bool kFiltered>
 ExtremesFunction ChooseExtremes() {
 #ifdef __x86_64__
-    if (__builtin_cpu_supports("avx2")) return ExtremesAvx2<kFiltered>;
+    if (HasAvx2()) return ExtremesAvx2<kFiltered>;
 #endif
     return ExtremesPortable<kFiltered>;
 }

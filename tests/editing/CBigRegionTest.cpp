@@ -16,11 +16,17 @@ __extension__ typedef __int128 Wide;
 
 using Points = std::vector<CPoint>;
 
+struct FarVertex {
+    std::int64_t x;
+    std::int64_t y;
+};
+
 // The rule for one edge, case by case.
-bool CrossesPlainly(CPoint a, CPoint b, CPoint p) {
-    if (a == b || a.y == b.y) return false;
-    const CPoint low = a.y < b.y ? a : b;
-    const CPoint high = a.y < b.y ? b : a;
+template <class Vertex>
+bool CrossesPlainly(Vertex a, Vertex b, CPoint p) {
+    if (a.y == b.y) return false;
+    const Vertex low = a.y < b.y ? a : b;
+    const Vertex high = a.y < b.y ? b : a;
     if (p.y == low.y) return p.x <= low.x;
     if (p.y == high.y || p.y < low.y || p.y > high.y) return false;
     if (p.x < low.x && p.x < high.x) return true;
@@ -28,7 +34,8 @@ bool CrossesPlainly(CPoint a, CPoint b, CPoint p) {
     return (Wide{high.x} - low.x) * (Wide{p.y} - low.y) > (Wide{p.x} - low.x) * (Wide{high.y} - low.y);
 }
 
-bool InsidePlainly(const Points& polygon, CPoint p) {
+template <class Vertices>
+bool InsidePlainly(const Vertices& polygon, CPoint p) {
     if (polygon.size() < 2) return false;
     bool odd = CrossesPlainly(polygon.back(), polygon.front(), p);
     for (std::size_t i = 1; i < polygon.size(); ++i) odd ^= CrossesPlainly(polygon[i - 1], polygon[i], p);
@@ -122,6 +129,41 @@ TEST(CBigRegion, EveryPointAroundSmallPolygonsFollowsTheRule) {
         for (int copies = 0; copies < 4; ++copies)
             points.insert(points.end(), points.begin(), points.begin() + 441);
         ExpectSameAnswers(polygons[k], points, "polygon " + std::to_string(k));
+    }
+}
+
+TEST(CBigRegion, VerticesOf64BitsFollowTheRule) {
+    std::mt19937_64 random(13);
+    for (int round = 0; round < 60; ++round) {
+        const int reach = 33 + round % 30;  // the plain rule multiplies up to here
+        std::vector<FarVertex> polygon(3 + random() % 9);
+        CBigRegion region;
+        ASSERT_TRUE(region.SetSize(static_cast<int>(polygon.size())));
+        for (std::size_t i = 0; i < polygon.size(); ++i) {
+            const auto any = [&] { return static_cast<std::int64_t>(random()) >> (63 - reach); };
+            polygon[i] = {any(), i % 3 == 1 ? polygon[i - 1].y : any()};
+            region.SetVertex(static_cast<int>(i), polygon[i].x, polygon[i].y);
+        }
+        Points points;
+        for (int i = 0; i < 9000; ++i)
+            points.emplace_back(static_cast<LONG>(random()), static_cast<LONG>(random()));
+        std::vector<unsigned char> inside(points.size());
+        region.PtsInRegion(points.data(), static_cast<long>(points.size()), inside.data());
+        for (std::size_t i = 0; i < points.size(); ++i)
+            ASSERT_EQ(inside[i], InsidePlainly(polygon, points[i])) << round << " " << i;
+    }
+    // The half plane above the diagonal, its vertices at the ends of the range.
+    constexpr std::int64_t kLow = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t kHigh = std::numeric_limits<std::int64_t>::max();
+    CBigRegion above;
+    ASSERT_TRUE(above.SetSize(3));
+    above.SetVertex(0, kLow, kLow);
+    above.SetVertex(1, kHigh, kHigh);
+    above.SetVertex(2, kLow, kHigh);
+    for (const LONG v : {kMin + 1, -7, 0, 7, kMax - 1}) {
+        EXPECT_TRUE(above.PtInRegion({v - 1, v})) << v;
+        EXPECT_FALSE(above.PtInRegion({v, v})) << v;
+        EXPECT_FALSE(above.PtInRegion({v + 1, v})) << v;
     }
 }
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <random>
 
-#include "settings/NumberText.h"
+#include "settings/StoredNumber.h"
 #include "tests/registry/RegistryFixture.h"
 
 namespace {
@@ -301,7 +301,7 @@ TEST_F(ConfigurationTest, RandomValuesLoadWithinTheRulesOfTheirFields) {
     }
 }
 
-TEST(NumberText, FollowsNoLocale) {
+TEST(StoredNumber, FollowsNoLocale) {
     const std::string before = setlocale(LC_ALL, nullptr);
     for (const char* locale : {"de_DE.UTF-8", "fr_FR.UTF-8", "C.UTF-8", "C"}) {
         if (!setlocale(LC_ALL, locale)) continue;

@@ -1,5 +1,5 @@
-// The string resources of the library, registered while it is loaded: names and result texts of the edits. A
-// host that registers a text of its own for one of these numbers keeps its conversions and their order.
+// Names and result texts of the edits, registered while the library is loaded. A host that registers a text
+// of its own for one of these numbers keeps its conversions and their order.
 #include "platform/core/StringTable.h"
 
 namespace {

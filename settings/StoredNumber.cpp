@@ -1,4 +1,4 @@
-#include "settings/NumberText.h"
+#include "settings/StoredNumber.h"
 
 #include <cmath>
 #include <cstdlib>
