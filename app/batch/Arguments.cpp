@@ -5,7 +5,6 @@
 #include "app/batch/HelpText.h"
 #include "app/batch/Step.h"
 #include "app/table/StatusText.h"
-#include "app/table/TimePattern.h"
 #include "app/table/TimeText.h"
 
 namespace app {
@@ -32,15 +31,15 @@ Taken TakeDecimal(ReadOptions& read, const std::string& value) {
 
 Taken TakeTimeFormat(ReadOptions& read, const std::string& value) {
     read.timeFormat = value;
-    if (value.empty() || FindTimeForm(value)) return std::nullopt;
-    if (value.find('%') != std::string::npos) {
-        const auto pattern = TimePattern::Compile(value);
-        if (pattern) return std::nullopt;
-        return pattern.Error().About("--time-format");
-    }
-    std::string names;
-    for (const auto& form : kTimeFormNames) names += std::string(form.name) + ", ";
-    return UsageError("--time-format " + value + ": expected " + names + "or a form with % fields");
+    return CheckTimeFormat(value);
+}
+
+Taken TakeHeaderLine(ReadOptions& read, const std::string& value) {
+    const auto line = ReadWholeNumber({"--header-line", "N", ""}, value);
+    if (!line) return line.Error();
+    if (*line < 0) return UsageError("--header-line " + value + ": expected a line from 1, or 0 for none");
+    read.headerLine = *line;
+    return std::nullopt;
 }
 
 const OptionRow<ReadOptions> kColumnRows[] = {
@@ -57,8 +56,17 @@ const OptionRow<ReadOptions> kReadRows[] = {
       "point comma"},
      TakeDecimal},
     {{"--time-format", "FORM",
-      "form of the times in x: iso, epoch, epoch-ms, number, or fields as in \"%d.%m.%Y %H:%M\""},
+      "form of the times: iso, dmy, mdy, compact, epoch, epoch-ms, epoch-us, number, or fields as in "
+      "\"%d.%m.%Y %H:%M\""},
      TakeTimeFormat},
+    {{"--time-column", "COLUMN", "the column of the times, or several that compose them: DATE+CLOCK"},
+     &ReadOptions::x},
+    {{"--zone", "ZONE", "zone of times that name none, as Europe/Berlin or +01:00; else taken as UTC"},
+     &ReadOptions::zone},
+    {{"--header-line", "N", "the line that names the columns, counted from 1; 0: none; guessed otherwise"},
+     TakeHeaderLine},
+    {{"--skip", "N", "pass over so many lines at the start"}, &ReadOptions::skip},
+    {{"--encoding", "NAME", "encoding of the text; guessed otherwise"}, &ReadOptions::encoding},
     {{"--missing", "TEXT", "what stands for no value besides NaN, NA, null and -; repeatable"},
      &ReadOptions::missing},
 };

@@ -86,7 +86,10 @@ std::string ReadingText(const CleanRun& run) {
     if (!run.axis.sorted)
         text += "; the rows are not in the order of \"" + table.x.name +
                 "\": steps work on them sorted, the output keeps their order";
-    return text + "\n";
+    text += "\n";
+    for (const auto& note : table.notes)
+        if (note.kind == ReadNote::Doubt) text += "  " + NoteText(note) + "\n";
+    return text;
 }
 
 std::string UpdateText(const CleanRun& run) {
@@ -205,11 +208,14 @@ std::string CleanText(const CleanRun& run) {
 
 Json CleanJson(const CleanRun& run) {
     const Table& table = run.table;
-    Json json{
-        {"program", "tavin"},
-        {"version", TAVIN_VERSION},
-        {"input", {{"file", table.name}, {"bytes", table.bytes.size()}, {"sha256", Sha256(table.bytes)}}},
-        {"output", run.options.output}};
+    const bool converted = !table.input.sha256.empty();
+    Json json{{"program", "tavin"},
+              {"version", TAVIN_VERSION},
+              {"input",
+               {{"file", table.name},
+                {"bytes", converted ? table.input.size : table.bytes.size()},
+                {"sha256", converted ? table.input.sha256 : Sha256(table.bytes)}}},
+              {"output", run.options.output}};
     json["table"] = TableJson(table);
     json["x"] = {{"column", table.x.name},
                  {"unit", table.HasTimes() ? "s" : table.x.unit},

@@ -104,7 +104,10 @@ std::string TableText(const Table& table) {
     for (const auto& column : layout.columns) names += (names.empty() ? "" : ", ") + Titled(column);
     std::string skipped = table.skippedRows ? Counted(table.skippedRows, "row") : "no row";
     if (table.unreadableCells) skipped += ", and " + Counted(table.unreadableCells, "unreadable cell");
-    return Row("table", text) + Row("columns", names) + Row("skipped", skipped) + FaultsText(table);
+    std::string notes;
+    for (const auto& note : table.notes)
+        notes += Row(note.kind == ReadNote::Doubt ? "doubt" : "note", NoteText(note));
+    return Row("table", text) + Row("columns", names) + notes + Row("skipped", skipped) + FaultsText(table);
 }
 
 std::string FormText(const Table& table) {
@@ -242,6 +245,10 @@ std::string TimeFormText(const Table& table) {
     return "";
 }
 
+std::string NoteText(const ReadNote& note) {
+    return note.text + (note.option.empty() ? "" : " (" + note.option + " decides otherwise)");
+}
+
 std::string JsonText(const Json& json) {
     return SafeJson(json.dump(2, ' ', false, Json::error_handler_t::replace)) + "\n";
 }
@@ -258,6 +265,10 @@ Json TableJson(const Table& table) {
     Json faults = Json::array();
     for (const auto& fault : table.faults) faults.push_back({{"line", fault.line}, {"reason", fault.reason}});
     Json columns = Json::array();
+    Json notes = Json::array();
+    for (const auto& note : table.notes)
+        notes.push_back(
+            {{"doubt", note.kind == ReadNote::Doubt}, {"text", note.text}, {"option", note.option}});
     for (const auto& column : layout.columns)
         columns.push_back({{"name", column.name}, {"unit", column.unit}});
     return {{"rows", table.rows},
@@ -269,6 +280,9 @@ Json TableJson(const Table& table) {
             {"header", layout.hasHeader},
             {"unitsRow", layout.hasUnitsRow},
             {"byteOrderMark", layout.begin > 0},
+            {"encoding", table.encoding.Name()},
+            {"headerLine", layout.headerLine},
+            {"notes", notes},
             {"columns", columns}};
 }
 

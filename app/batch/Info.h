@@ -35,6 +35,8 @@ std::string JsonText(const nlohmann::ordered_json& json);
 // The parts of both that say how the file was read.
 nlohmann::ordered_json TableJson(const Table& table);
 nlohmann::ordered_json ExactnessJson(const Exactness& exactness, const AxisScale& scale);
+// A note and the option that decides otherwise.
+std::string NoteText(const ReadNote& note);
 // What people call the form of the times, or the custom form.
 std::string TimeFormText(const Table& table);
 

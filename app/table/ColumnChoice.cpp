@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "app/table/ComposedTimes.h"
+#include "app/table/TimeColumns.h"
+
 namespace app {
 
 namespace {
@@ -10,14 +13,18 @@ bool HasValues(const Column& column) {
     return column.kind == ColumnKind::Number || column.kind == ColumnKind::Time;
 }
 
+std::string Named(const Column& column) { return "column \"" + column.name + "\""; }
+
+const Column& At(const Layout& layout, int field) { return layout.columns[static_cast<std::size_t>(field)]; }
+
+// Epoch times may stand in any column of numbers: nothing but the name of the form tells.
 Column AsTimeForm(Column column, const std::string& timeFormat) {
-    if (timeFormat == "epoch") column.timeForm = TimeForm::EpochSeconds;
-    if (timeFormat == "epoch-ms") column.timeForm = TimeForm::EpochMilliseconds;
-    if (timeFormat == "epoch" || timeFormat == "epoch-ms") column.kind = ColumnKind::Time;
+    const auto* const named = FindTimeForm(timeFormat);
+    if (!named || !IsEpoch(named->form) || column.kind != ColumnKind::Number) return column;
+    column.timeForm = named->form;
+    column.kind = ColumnKind::Time;
     return column;
 }
-
-std::string Named(const Column& column) { return "column \"" + column.name + "\""; }
 
 // With several columns to choose from, the user says which are meant to be edited.
 Failure AskWhichColumns(const Choice& choice) {
@@ -26,39 +33,131 @@ Failure AskWhichColumns(const Choice& choice) {
     return UsageError("which columns are to be cleaned? Name them with -y: " + names);
 }
 
+// Text that may be a time in a form that is not known: three groups of digits, a year of our times, or digits
+// under a telling name.
+bool LooksLikeTime(const Column& column) {
+    if (column.kind != ColumnKind::Text) return false;
+    if (column.role == TimeRole::Clock) return true;
+    const std::string& text = column.example;
+    int groups = 0;
+    bool year = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = std::min(text.find_first_of("0123456789", at), text.size());
+        at = std::min(text.find_first_not_of("0123456789", begin), text.size());
+        groups += at > begin;
+        const auto century = text.substr(begin, 2);
+        year |= at - begin == 4 && (century == "19" || century == "20");
+    }
+    const bool separated = text.find_first_of("-/.:") != std::string::npos;
+    return year || (groups >= 3 && separated) || (groups >= 1 && SoundsLikeTime(column.name));
+}
+
+Failure UnknownTimes(const Column& column) {
+    if (column.role == TimeRole::Clock)
+        return Refusal(
+            Named(column) + " holds times of the day (\"" + column.example + "\") without a date",
+            "join it with the column of the date: --time-column DATE+TIME, or name another column with -x");
+    return Refusal(
+        Named(column) + " looks like times, but \"" + column.example + "\" is in no form that is known",
+        "say the form with --time-format, as in \"%d.%m.%Y %H:%M\", or name another column with -x");
+}
+
+Failure OpenDayOrder(const Column& column) {
+    std::string day;
+    std::string month;
+    ReadTime time;
+    const auto text = column.example.substr(0, column.example.find_first_of(" T"));
+    if (ReadTimeOf(TimeForm::DayFirst, text, time)) day = IsoText(time.at, false).substr(0, 10);
+    if (ReadTimeOf(TimeForm::MonthFirst, text, time)) month = IsoText(time.at, false).substr(0, 10);
+    return Refusal("\"" + column.example + "\" in " + Named(column) + " is " + day +
+                       " with the day first, or " + month + " with the month first, and every row fits both",
+                   "say which with --time-format dmy or --time-format mdy");
+}
+
+// The columns named as "A+B".
+Result<Column> NamedComposition(const Layout& layout, const std::string& names) {
+    constexpr TimeRole kFollowing[] = {TimeRole::Year, TimeRole::Month,  TimeRole::Day,
+                                       TimeRole::Hour, TimeRole::Minute, TimeRole::Second};
+    std::vector<TimePart> parts;
+    std::vector<TimeRole> roles;
+    for (std::size_t at = 0; at <= names.size();) {
+        const std::size_t end = std::min(names.find('+', at), names.size());
+        const auto found = FindColumn(layout, names.substr(at, end - at));
+        if (!found) return found.Error();
+        at = end + 1;
+        const Column& column = At(layout, *found);
+        TimeRole role = TimeRole::Date;
+        if (column.role == TimeRole::Clock) {
+            role = TimeRole::Clock;
+        } else if (column.kind == ColumnKind::Number) {
+            const auto named = RoleByName(column.name, roles);
+            const auto date = std::find(roles.begin(), roles.end(), TimeRole::Date);
+            role = named                 ? *named
+                   : date != roles.end() ? TimeRole::HourMinute
+                                         : kFollowing[std::min<std::size_t>(roles.size(), 5)];
+        } else if (column.kind == ColumnKind::Text && layout.customTime.empty()) {
+            return UnknownTimes(column);
+        }
+        roles.push_back(role);
+        parts.push_back({*found, role});
+    }
+    Column composed = Compose(layout, parts);
+    if (!layout.customTime.empty()) composed.timeForm = TimeForm::Custom;
+    return composed;
+}
+
+Result<Column> NamedX(const Layout& layout, const ReadOptions& options) {
+    const auto found = FindColumn(layout, options.x);
+    if (!found && options.x.find('+') != std::string::npos) return NamedComposition(layout, options.x);
+    if (!found) return found.Error();
+    return At(layout, *found);
+}
+
+// The first time, composed or of one column; else the first numbers, unless a column before them may be a
+// time that was not understood.
+Result<Column> GuessedX(const Layout& layout) {
+    if (layout.composed) return *layout.composed;
+    const auto& columns = layout.columns;
+    const auto time = std::find_if(columns.begin(), columns.end(),
+                                   [](const auto& column) { return column.kind == ColumnKind::Time; });
+    if (time != columns.end()) return *time;
+    const auto first = std::find_if(columns.begin(), columns.end(), HasValues);
+    const auto unknown = std::find_if(columns.begin(), first, LooksLikeTime);
+    if (unknown != first) return UnknownTimes(*unknown);
+    if (first == columns.end()) return Refusal("there is no column of times or numbers");
+    return *first;
+}
+
 }  // namespace
 
+bool IsPartOf(const Column& column, const Column& x) {
+    return column.field == x.field || std::any_of(x.parts.begin(), x.parts.end(), [&](const TimePart& part) {
+               return part.field == column.field;
+           });
+}
+
 Result<Choice> ChooseColumns(const Layout& layout, const ReadOptions& options) {
-    const std::string& x = options.x;
     const auto& y = options.y;
-    Choice choice;
-    const auto& columns = layout.columns;
-    if (!x.empty()) {
-        const auto found = FindColumn(layout, x);
-        if (!found) return found.Error();
-        choice.x = columns[static_cast<std::size_t>(*found)];
-    } else {
-        auto first = std::find_if(columns.begin(), columns.end(),
-                                  [](const auto& column) { return column.kind == ColumnKind::Time; });
-        if (first == columns.end()) first = std::find_if(columns.begin(), columns.end(), HasValues);
-        choice.x = *first;
-    }
-    choice.x = AsTimeForm(choice.x, options.timeFormat);
+    const auto x = options.x.empty() ? GuessedX(layout) : NamedX(layout, options);
+    if (!x) return x.Error();
+    Choice choice{AsTimeForm(*x, options.timeFormat), {}};
+    if (LooksLikeTime(choice.x)) return UnknownTimes(choice.x);
     if (!HasValues(choice.x))
-        return Refusal(Named(choice.x) + " holds neither times nor numbers; name another with -x");
+        return Refusal(Named(choice.x) + " holds neither times nor numbers", "name another with -x");
+    if (choice.x.dayOrderOpen && options.timeFormat.empty()) return OpenDayOrder(choice.x);
     for (const auto& name : y) {
         const auto found = FindColumn(layout, name);
         if (!found) return found.Error();
-        const Column& column = columns[static_cast<std::size_t>(*found)];
-        if (column.field == choice.x.field) return UsageError(Named(column) + " cannot be both x and y");
+        const Column& column = At(layout, *found);
+        if (IsPartOf(column, choice.x)) return UsageError(Named(column) + " cannot be both x and y");
         if (column.kind != ColumnKind::Number) return Refusal(Named(column) + " holds no numbers");
         const auto same = [&](const Column& other) { return other.field == column.field; };
         if (std::none_of(choice.columns.begin(), choice.columns.end(), same))
             choice.columns.push_back(column);
     }
     if (y.empty())
-        for (const auto& column : columns)
-            if (column.kind == ColumnKind::Number && column.field != choice.x.field)
+        for (const auto& column : layout.columns)
+            if (column.kind == ColumnKind::Number && !IsPartOf(column, choice.x))
                 choice.columns.push_back(column);
     if (choice.columns.empty())
         return Refusal("beside " + Named(choice.x) + " there is no column of numbers");

@@ -13,9 +13,12 @@ struct Choice {
     std::vector<Column> columns;
 };
 
-// Which columns are x and y. Without a name for x the first column of times, else the first of numbers;
-// without names for y every other column of numbers. A column of text and the x column among the y are usage
-// errors.
+// Whether the column is x or one of those that compose it.
+bool IsPartOf(const Column& column, const Column& x);
+
+// Which columns are x and y. Without a name for x the first time, composed of several columns or not; else
+// the first numbers, unless a column before them looks like times in a form that is not known; without names
+// for y every other column of numbers. A column of text and the x column among the y are usage errors.
 Result<Choice> ChooseColumns(const Layout& layout, const ReadOptions& options);
 
 }  // namespace app

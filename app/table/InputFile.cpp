@@ -11,6 +11,9 @@
 #include <optional>
 #include <string_view>
 
+#include "app/table/FileKind.h"
+#include "app/table/TextEncoding.h"
+
 namespace app {
 
 namespace {
@@ -21,22 +24,15 @@ Failure SystemRefusal(const std::string& what, const std::string& path, int erro
     return Refusal(what + " " + ShownName(path) + ": " + std::strerror(error));
 }
 
-bool StartsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
-// The encoding that a byte-order mark announces, when it is not UTF-8.
-const char* WideEncoding(std::string_view bytes) {
-    using namespace std::string_view_literals;
-    if (StartsWith(bytes, "\xFF\xFE\0\0"sv) || StartsWith(bytes, "\0\0\xFE\xFF"sv)) return "UTF-32";
-    if (StartsWith(bytes, "\xFF\xFE"sv) || StartsWith(bytes, "\xFE\xFF"sv)) return "UTF-16";
-    return nullptr;
+// What is unpacked, converted or named as what it is further on.
+bool MayHoldZeros(std::string_view bytes) {
+    return IsGzip(bytes) || WideEncodingOf(bytes).IsWide() || KindOfFile(bytes.substr(0, kChunk)).name;
 }
 
 // Refuses a byte of value 0 from `begin` on: devices and pictures are no tables, and some have no end.
 std::optional<Failure> CheckZeros(std::string_view bytes, std::size_t begin, const std::string& path) {
     const auto zero = bytes.find('\0', begin);
-    if (zero == std::string_view::npos || WideEncoding(bytes)) return std::nullopt;
+    if (zero == std::string_view::npos || MayHoldZeros(bytes)) return std::nullopt;
     const auto line = std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(zero), '\n') + 1;
     return NotText(ShownName(path), line);
 }
@@ -77,17 +73,6 @@ Result<Bytes> ReadPath(const std::string& path) {
     return bytes;
 }
 
-Result<Bytes> CheckedText(Bytes bytes, const std::string& path) {
-    const std::string_view text = bytes;
-    if (const char* encoding = WideEncoding(text))
-        return Refusal(ShownName(path) + ":1: the text is " + encoding +
-                       "; convert it to UTF-8 first: iconv -f " + encoding + " -t UTF-8");
-    if (const auto refused = CheckZeros(text.substr(0, kChunk), 0, path)) return *refused;
-    if (text.find_first_not_of(" \t\r\n") == std::string_view::npos)
-        return NoData(ShownName(path) + ":1: the file is empty");
-    return bytes;
-}
-
 }  // namespace
 
 Failure NotText(const std::string& name, std::int64_t line) {
@@ -101,11 +86,7 @@ Failure ChangedInput(const std::string& name) {
 
 std::string ShownName(const std::string& path) { return path == "-" ? "standard input" : path; }
 
-Result<Bytes> ReadInput(const std::string& path) {
-    auto bytes = ReadPath(path);
-    if (!bytes) return bytes;
-    return CheckedText(std::move(*bytes), path);
-}
+Result<Bytes> ReadInput(const std::string& path) { return ReadPath(path); }
 
 bool IsInput(const std::string& input, const std::string& output) {
     struct stat one {};

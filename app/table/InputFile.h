@@ -12,8 +12,8 @@ namespace app {
 
 // "standard input" for "-", else the name itself: how messages and reports call a file.
 std::string ShownName(const std::string& path);
-// The whole of `path`; "-" is standard input. Text that this program cannot take (UTF-16, UTF-32, bytes of
-// value 0 near its start, nothing at all) is refused here, with what to do about it.
+// The whole of `path`; "-" is standard input. A stream that has bytes of value 0 and is of no kind that may
+// have them is refused at the first.
 Result<Bytes> ReadInput(const std::string& path);
 // The refusal of a file that has a byte of value 0 in `line`.
 Failure NotText(const std::string& name, std::int64_t line);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "app/table/Advance.h"
 #include "app/table/Bytes.h"
@@ -15,10 +16,14 @@ namespace app {
 
 struct InputText {
     std::string name;  // of the file, for messages
-    Bytes bytes;
+    Bytes bytes;       // unpacked, and as UTF-8 where the file is in UTF-16 or UTF-32
+    TextEncoding encoding = TextEncoding();
+    InputDigest input = {};  // of the file, where its bytes are not those above
+    std::vector<ReadNote> notes = {};
 };
-// Reads the file. With `most`, no more than whole lines of about so many bytes are kept.
-Result<InputText> LoadText(const std::string& path, std::size_t most = std::string::npos);
+// Reads the file of the options, unpacks and converts it. A file of another kind is refused by its name. With
+// `most`, no more than whole lines of about so many bytes are kept.
+Result<InputText> LoadText(const ReadOptions& options, std::size_t most = std::string::npos);
 
 struct ReadingPlan {
     Layout layout;

@@ -38,15 +38,10 @@ struct Fault {
     std::string reason;
 };
 
-// What the user should know about how a table was read.
-struct ReadNote {
-    enum Kind {
-        Reading,  // a fact that explains the result: "headings in line 5"
-        Doubt,    // it could also be read in another way
-    };
-    Kind kind = Reading;
-    std::string text;
-    std::string option;  // of the command line, that decides otherwise: "--time-format mdy"; empty: none
+// A file, for reports.
+struct InputDigest {
+    std::size_t size = 0;
+    std::string sha256;  // empty where the table's bytes are the file's
 };
 
 // What has been read of a table's rows, or of those of a stretch of it.
@@ -84,6 +79,9 @@ struct Table : Rows {
     Bytes bytes;
     Layout layout;
     std::vector<ReadNote> notes;
+    TextEncoding encoding = TextEncoding();  // of the file
+    InputDigest input = {};
+    std::string zone = {};  // that local times were taken to UTC from
     Column x;
 
     bool HasTimes() const { return x.kind == ColumnKind::Time; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
+#include <optional>
 
 #include "app/table/CellNumber.h"
 #include "app/table/QartodFlag.h"
@@ -29,6 +30,7 @@ class RowWriter {
     RowWriter(OutputFile& output, const Table& table, const std::vector<Series>& series,
               const WriteWishes& wishes, WriteCounts& counts)
         : output_(output), table_(table), series_(series), wishes_(wishes), counts_(counts) {
+        if (table.encoding.IsWide()) converter_.emplace("UTF-8", table.encoding.Name());
         byField_.resize(series.size());
         std::iota(byField_.begin(), byField_.end(), std::size_t{0});
         std::sort(byField_.begin(), byField_.end(), [&](std::size_t a, std::size_t b) {
@@ -60,8 +62,16 @@ class RowWriter {
             case RecordRole::Units:
                 return WriteHeading(text, false);
             default:
-                return output_.Write(text);
+                return Put(text);
         }
+    }
+
+    // Writes bytes of the table in the encoding of its file.
+    bool Put(std::string_view bytes) {
+        if (!converter_) return output_.Write(bytes);
+        converted_.clear();
+        converter_->Append(bytes, converted_);
+        return output_.Write(converted_);
     }
 
   private:
@@ -79,9 +89,10 @@ class RowWriter {
             const ValueColumn& column = table_.columns[i];
             if (IsQartod() ? qartodFields_[i] >= 0 : column.statusField >= 0) continue;
             const auto name = IsQartod() ? QartodColumnName(column.column) : StatusColumnName(column.column);
-            line += table_.layout.delimiter + (names ? Cell(name, table_.layout.delimiter) : empty_);
+            line += table_.layout.delimiter +
+                    (names ? Cell(table_.encoding.Stored(name), table_.layout.delimiter) : empty_);
         }
-        return output_.Write(line + lineBreak);
+        return Put(line + lineBreak);
     }
 
     // A row may lack cells at its end: empty ones are put in, so that the status cells stand in their
@@ -121,7 +132,7 @@ class RowWriter {
         const std::size_t length = LengthWithoutBreak(text);
         AppendStatus(text, row);
         line_ += text.substr(length);
-        return output_.Write(line_);
+        return Put(line_);
     }
 
     // The record without its line break, edited and blanked values put in the place of the old ones.
@@ -220,6 +231,8 @@ class RowWriter {
     std::string unreadable_;
     std::string line_;
     std::int64_t row_ = 0;
+    std::optional<TextConverter> converter_;
+    std::string converted_;
 };
 
 }  // namespace
@@ -227,7 +240,7 @@ class RowWriter {
 bool WriteTable(OutputFile& output, const Table& table, const std::vector<Series>& series,
                 const WriteWishes& wishes, WriteCounts& counts, const Advance& advance) {
     RowWriter writer(output, table, series, wishes, counts);
-    if (!output.Write(table.bytes.View().substr(0, table.layout.begin))) return false;
+    if (!writer.Put(table.bytes.View().substr(0, table.layout.begin))) return false;
     const std::string_view text = table.bytes;
     RecordIndex::Walk walk(table.records, table.layout.begin);
     for (std::size_t record = 0; walk.Next(); ++record) {

@@ -285,6 +285,18 @@ const char* NameOf(TimeForm form) {
     return "";
 }
 
+std::optional<Failure> CheckTimeFormat(const std::string& format) {
+    if (format.empty() || FindTimeForm(format)) return std::nullopt;
+    if (format.find('%') != std::string::npos) {
+        const auto pattern = TimePattern::Compile(format);
+        if (pattern) return std::nullopt;
+        return pattern.Error().About("--time-format");
+    }
+    std::string names;
+    for (const auto& form : kTimeFormNames) names += std::string(form.name) + ", ";
+    return UsageError("--time-format " + format + ": expected " + names + "or a form with % fields");
+}
+
 bool ReadIsoTime(std::string_view text, ReadTime& time) {
     return ReadPlainIso(text, time) || ReadDated(TimeForm::Iso, text, time);
 }

@@ -45,6 +45,8 @@ constexpr NamedTimeForm kTimeFormNames[] = {
 };
 // Its row; none for a form with % fields.
 const NamedTimeForm* FindTimeForm(const std::string& name);
+// Nothing when it is such a name, a pattern without fault or empty.
+std::optional<Failure> CheckTimeFormat(const std::string& format);
 constexpr bool IsEpoch(TimeForm form) {
     return form == TimeForm::EpochSeconds || form == TimeForm::EpochMilliseconds ||
            form == TimeForm::EpochMicroseconds;

@@ -136,7 +136,7 @@ TEST(Clean, RefusesWithoutLeavingFiles) {
     const RefusedRun cases[] = {
         {"clean letter.txt -o out.csv --delete", 1, "letter.txt:1: not a table"},
         {"clean none.csv -o out.csv --delete", 1, "cannot open none.csv: No such file"},
-        {"clean wide.csv -o out.csv --delete", 1, "iconv -f UTF-16"},
+        {"clean wide.csv -o out.csv --delete", 1, "wide.csv:1: not a table"},
         {"clean empty.csv -o out.csv --delete", 4, "the file is empty"},
         {"clean in.csv -y y -o no/such/out.csv --delete", 1, "cannot write no/such/out.csv"},
         {"clean in.csv -y y -o out.csv --delete --report no/such/r.json", 1, "cannot write no/such/r.json"},

@@ -111,7 +111,7 @@ TEST(PlainRows, HoldTheValuesOfTheGeneralWay) {
                 plain += cells + delimiter + "z" + end;
                 quoted += cells + delimiter + "\"z\"" + end;
             }
-            ReadOptions options{.delimiter = delimiter, .decimalSign = sign, .header = false};
+            ReadOptions options{.delimiter = delimiter, .decimalSign = sign, .headerLine = 0};
             options.missing = {"-9999"};
             options.x = "1";
             options.y = {"2", "3"};
@@ -188,7 +188,7 @@ TEST(Bytes, TellWhenTheirFileChanges) {
     for (const auto& one : cases) {
         SCOPED_TRACE(one.about);
         rewrite(before);
-        const auto bytes = LoadText(path);
+        const auto bytes = LoadText({path});
         ASSERT_TRUE(bytes);
         EXPECT_EQ(bytes->bytes.Changed(), Bytes::Change::None);
         rewrite(one.after);

@@ -187,7 +187,7 @@ TEST(OpenTable, KeepsWholeLinesOfAnyLineBreakAndStopsWhenAsked) {
     std::string text = "a,b\r";
     for (int i = 0; i < 200000; ++i) text += std::to_string(i) + ",1\r";
     folder.Write("returns.csv", text);
-    const auto sample = LoadText(folder.Path("returns.csv"), 1000);
+    const auto sample = LoadText({folder.Path("returns.csv")}, 1000);
     ASSERT_TRUE(sample);
     EXPECT_TRUE(sample->bytes.size() > 900 && sample->bytes.size() <= 1001 &&
                 sample->bytes.View().back() == '\r');
