@@ -130,11 +130,20 @@ void FindForm(Layout& layout, Column& column, std::string_view text, const std::
 
 bool HasName(const Column& column) { return column.name != std::to_string(column.field + 1); }
 
+// A cell as messages quote it.
+std::string OneLine(std::string cell) {
+    constexpr std::size_t kMost = 40;
+    if (cell.size() > kMost) cell = cell.substr(0, kMost) + "...";
+    std::replace_if(
+        cell.begin(), cell.end(), [](unsigned char c) { return c < ' '; }, ' ');
+    return cell;
+}
+
 void FindKind(Layout& layout, Column& column, std::string_view text, const Trial& trial,
               const std::string& asked) {
     const Tally& tally = trial.tallies[static_cast<std::size_t>(column.field)];
     const auto cells = CellsOf(trial, column.field);
-    if (!cells.empty()) column.example = cells.front();
+    if (!cells.empty()) column.example = OneLine(cells.front());
     column.kind = tally.Values() + tally.texts == 0                      ? ColumnKind::Empty
                   : !tally.HasValues()                                   ? ColumnKind::Text
                   : tally.times >= std::max(tally.numbers, tally.clocks) ? ColumnKind::Time

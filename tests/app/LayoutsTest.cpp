@@ -265,6 +265,7 @@ TEST(Layouts, AreRefusedWhereTwoReadingsAreAsGood) {
         {"times in no known form, values behind them",
          "Zeit,level,temp\n14. Lenz 24 acht Uhr,1,2\n14. Lenz 24 neun Uhr,2,3\n",
          {"column \"Zeit\"", "14. Lenz", "--time-format", "-x"}},
+        {"times over two lines", "time,v\n\"3/14\n8 h\",1\n\"3/15\n8 h\",2\n", {"\"3/14 8 h\""}},
         {"clocks without a date", "clock,v,w\n08:00,1,2\n08:10,2,3\n", {"column \"clock\"", "--time-column"}},
         {"JSON", "[{\"t\": 1, \"v\": 2}]\n", {"JSON"}},
         {"XML", "<?xml version=\"1.0\"?><a/>\n", {"XML"}},
