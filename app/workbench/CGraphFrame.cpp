@@ -6,8 +6,7 @@ namespace app {
 
 BOOL CGraphFrame::OnCreateClient(CREATESTRUCT*, CCreateContext* context) {
     view_ = new CSeriesView(document_.File(), document_.ViewKey());
-    return view_->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), this, AFX_IDW_PANE_FIRST,
-                         context);
+    return view_->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), this, AFX_IDW_PANE_FIRST, context);
 }
 
 }  // namespace app

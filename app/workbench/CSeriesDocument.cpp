@@ -13,9 +13,9 @@ CSeriesDocument::CSeriesDocument(SeriesFile file) : file_(std::move(file)) {
 }
 
 CString CSeriesDocument::ViewKey() const {
-    // Files of the same name are taken for the same measurement: they keep their window and axes when they
-    // move. A key's name has no backslashes.
-    std::string name = file_.title;
+    // By the whole path: stations have a folder each, with files of the same names. A key's name has no
+    // backslashes.
+    std::string name = GetPathName().GetString();
     std::replace(name.begin(), name.end(), '\\', '/');
     return CString("Views\\" + name);
 }
