@@ -9,7 +9,9 @@
 #include <QTimer>
 #include <QTimerEvent>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <map>
 
@@ -163,20 +165,22 @@ void ViewWidget::paintEvent(QPaintEvent*) {
 }
 
 void ViewWidget::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return;
+    const bool left = event->button() == Qt::LeftButton;
+    if (!left && event->button() != Qt::RightButton) return;
     // What a drag draws on top must not be lost to a redraw that was asked for before it.
     PaintNow();
     const UINT flags = FlagsOf(event->buttons(), event->modifiers());
     const CPoint point = PixelOf(event->position());
-    Tell([=](CWnd* w) { WindowEvents::LeftDown(w, flags, point); });
+    Tell([=](CWnd* w) { (left ? WindowEvents::LeftDown : WindowEvents::RightDown)(w, flags, point); });
 }
 
 void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return;
+    const bool left = event->button() == Qt::LeftButton;
+    if (!left && event->button() != Qt::RightButton) return;
     PaintNow();
     const UINT flags = FlagsOf(event->buttons(), event->modifiers());
     const CPoint point = PixelOf(event->position());
-    Tell([=](CWnd* w) { WindowEvents::LeftUp(w, flags, point); });
+    Tell([=](CWnd* w) { (left ? WindowEvents::LeftUp : WindowEvents::RightUp)(w, flags, point); });
 }
 
 void ViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -197,9 +201,16 @@ void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
 void ViewWidget::wheelEvent(QWheelEvent* event) {
     const int turned = event->angleDelta().y();
     // Fine wheels and touch pads turn in small steps: they count when they make a notch together.
-    m_wheel = (m_wheel < 0) == (turned < 0) ? m_wheel + turned : turned;
+    if (turned != 0) m_wheel = (m_wheel < 0) == (turned < 0) ? m_wheel + turned : turned;
     const UINT flags = FlagsOf(event->buttons(), event->modifiers());
     const CPoint client = PixelOf(event->position());
+    // The toolkit counts to the left.
+    if (const short across = static_cast<short>(std::clamp(-event->angleDelta().x(), -INT16_MAX, INT16_MAX)))
+        Tell([=](CWnd* w) {
+            CPoint screen = client;
+            w->ClientToScreen(&screen);
+            WindowEvents::HWheel(w, flags, across, screen);
+        });
     while (std::abs(m_wheel) >= WHEEL_DELTA) {
         const short notch = m_wheel > 0 ? WHEEL_DELTA : -WHEEL_DELTA;
         m_wheel -= notch;
@@ -258,6 +269,7 @@ void ViewWidget::focusInEvent(QFocusEvent* event) {
 void ViewWidget::focusOutEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusOutEvent(event);
     while (!m_held.empty()) LetGo(m_held.begin()->first);
+    Tell([](CWnd* w) { WindowEvents::FocusLost(w); });
 }
 
 void ViewWidget::ConnectScrollBar(int bar, QScrollBar* native) {
