@@ -7,6 +7,7 @@
 #include "app/workbench/CSeriesView.h"
 #include "app/workbench/ImportDialog.h"
 #include "app/workbench/RecentFiles.h"
+#include "app/workbench/ShortcutsDialog.h"
 #include "app/workbench/WorkbenchIds.h"
 
 namespace app {
@@ -122,9 +123,10 @@ void CWorkbenchFrame::AddDocument(SeriesFile file) {
     auto* const frame = new CGraphFrame(*document);
     CCreateContext context{nullptr, document};
     if (!frame->LoadFrame(0, WS_OVERLAPPEDWINDOW, this, &context)) return;
-    if (first) frame->ShowWindow(SW_SHOWMAXIMIZED);
     frame->InitialUpdateFrame(document, TRUE);
     frame->View()->SetPosition();
+    // Alone it has the whole area; where it stood among others counts again beside them.
+    if (first) frame->ShowWindow(SW_SHOWMAXIMIZED);
     SetMessageText(summary.c_str());
 }
 
@@ -186,15 +188,6 @@ void CWorkbenchFrame::OnAbout() {
     AfxMessageBox("Tavin " TAVIN_VERSION "\n\nShows and cleans two-dimensional data series.");
 }
 
-void CWorkbenchFrame::OnShortcuts() {
-    AfxMessageBox(
-        "Wheel\tzoom at the pointer (Ctrl: gently)\n"
-        "Hold X or Y\tzoom that axis only\n"
-        "Middle button\tmove the view; double click: show everything\n"
-        "Ctrl + click\tbegin a ruler\n"
-        "Arrow and page keys\tscroll\n\n"
-        "F\tshow everything\n+  -\tzoom in and out\nBackspace\tzoom back\nZ\tzoom rectangle\n"
-        "R\truler\nL\tlegend\nG\tgrid\nN  P\tnext and previous series\nEsc\tend the mode");
-}
+void CWorkbenchFrame::OnShortcuts() { ShortcutsDialog(this).DoModal(); }
 
 }  // namespace app
