@@ -2,7 +2,7 @@
 // dialogs, previews, dialogs and sheets. Each of them is a ModalQuestion and asks here before it is shown.
 //
 //   SetModalHandler([](ModalQuestion& question) -> std::optional<int> {
-//       if (auto* file = dynamic_cast<CFileDialog*>(&question)) { file->SetPathName("a.csv"); return IDOK; }
+//       if (auto* file = dynamic_cast<CFileDialog*>(&question)) { file->SetPathNames({"a.csv"}); return IDOK; }
 //       return IDCANCEL;
 //   });
 #pragma once
