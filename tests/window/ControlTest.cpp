@@ -63,6 +63,7 @@ class ControlTest : public WindowTest {
         combo.addItems({"one", "two"});
         list.addItems({"a", "b"});
         edit.show();
+        button.show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(place.main->GetSafeHwnd()));
         panel->TakeLog();
     }
