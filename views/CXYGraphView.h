@@ -185,6 +185,10 @@ class CXYGraphView : public KViewEx {
     // What a derived view may say in its own way. Where the x ticks stand between two user values; empty: at
     // the multiples of the tick spacing.
     std::function<std::vector<double>(double from, double to)> xTickPlaces;
+    // How series are drawn, and where the line of one is interrupted (smooth lines only; empty: nowhere). The
+    // arrays outlive the picture; when they change the picture is to be redrawn, not only moved.
+    LineLook lineLook = LineLook::Hairline;
+    std::function<LineBreaks(IPointSource&)> lineBreaks;
     // What a ruler measures; empty: its own text.
     std::function<CString(const KRuler&)> rulerText;
     // The distance of neighbouring ticks on either axis in user units, as far as it is known: 0 before the
