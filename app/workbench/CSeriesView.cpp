@@ -54,6 +54,7 @@ CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
       file_(file) {
     UseDoubleBitmap(true);
     isoAspectAllowed = 1;
+    lineLook = LineLook::Smooth;
     xTickPlaces = [this](double from, double to) { return TickPlaces(from, to); };
     rulerText = [this](const KRuler& measured) { return MeasuredText(measured); };
     for (std::size_t i = 0; i < file_.series.size(); ++i) {

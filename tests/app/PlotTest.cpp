@@ -16,12 +16,14 @@ std::string StepAtNoon() {
     return text;
 }
 
-// How many pixels of the first series' colour a part of the picture has.
+// How many pixels a part of the picture has that show more of the first series' blue than of white paper.
 int SeriesPixels(const QImage& picture, const QRect& part) {
     int count = 0;
     for (int y = part.top(); y <= part.bottom(); ++y)
-        for (int x = part.left(); x <= part.right(); ++x)
-            count += (picture.pixel(x, y) & 0xFFFFFF) == 0x0072B2;
+        for (int x = part.left(); x <= part.right(); ++x) {
+            const QRgb pixel = picture.pixel(x, y);
+            count += qBlue(pixel) - qRed(pixel) > 0xB2 / 2;
+        }
     return count;
 }
 
