@@ -33,6 +33,7 @@
 #include "platform/window/CToolBar.h"
 #include "platform/window/CView.h"
 #include "platform/window/CWindowApp.h"
+#include "platform/window/Clipboard.h"
 #include "platform/window/CommandIds.h"
 #include "platform/window/CommandResources.h"
 #include "platform/window/CommonDialogs.h"

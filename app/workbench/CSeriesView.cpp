@@ -35,13 +35,6 @@ void UseColor(IPointSource& source, unsigned long color) {
 
 }  // namespace
 
-std::string PictureEnding(const std::string& path) {
-    std::string ending = path.substr(std::min(path.size(), path.rfind('.')));
-    for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    const bool known = ending == ".png" || ending == ".svg" || ending == ".pdf";
-    return known && path.size() > ending.size() ? ending : "";
-}
-
 CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
     : CXYGraphView(key, true, static_cast<int>(kViewContextMenu), CColorProperties().background, 0, nullptr),
       file_(file) {
@@ -76,6 +69,12 @@ const FileSeries& CSeriesView::Primary() const { return file_.series[IndexOf(Pri
 bool CSeriesView::IsShown(std::size_t i) const {
     return i < file_.series.size() && std::find(shownSources.begin(), shownSources.end(),
                                                 file_.series[i].source.get()) != shownSources.end();
+}
+
+std::vector<std::size_t> CSeriesView::ShownSeries() const {
+    std::vector<std::size_t> shown;
+    for (IPointSource* const source : shownSources) shown.push_back(IndexOf(source));
+    return shown;
 }
 
 void CSeriesView::Show(std::size_t i, bool show) {
@@ -143,42 +142,19 @@ void CSeriesView::UpdateAxis() {
     PadAxis();
 }
 
+CPointEx CSeriesView::VisibleX() const {
+    const double first = static_cast<double>(offset.x);
+    return {(axisChange.fromX + first) / scaleX, (axisChange.toX + first) / scaleX};
+}
+
+PictureSize CSeriesView::ShownSize() const { return {size, picture ? picture->GetDotsPerInch() : 96}; }
+
 void CSeriesView::PadAxis() {
     const double range = axes.MaxY - axes.MinY;
     // A constant series stands in the middle of a range that its own digits can tell.
     const double padding = range > 0 ? range * kPadding : std::max(1.0, 200 / scaleY);
     axes.MinY -= padding;
     axes.MaxY += padding;
-}
-
-bool CSeriesView::Export(const std::string& path, CSize pixels, int dotsPerInch) {
-    const std::string ending = PictureEnding(path);
-    if (ending.empty()) return false;
-    if (ending == ".png") {
-        CBitmapEx bitmap(4, 32, 256);
-        bitmap.SetDotsPerInch(dotsPerInch);
-        CDC memory;
-        if (!bitmap.ReSize(nullptr, pixels.cx, pixels.cy) || !memory.CreateCompatibleDC(nullptr))
-            return false;
-        CBitmapEx* const before = memory.SelectObject(&bitmap);
-        DrawOn(memory, pixels);
-        memory.SelectObject(before);
-        return bitmap.SaveAsPng(path.c_str());
-    }
-    const CString title(file_.title);
-    std::unique_ptr<CPrintDC> paper;
-    if (ending == ".svg") {
-        paper = CPrintDC::CreateSvg(path.c_str(), pixels, title);
-    } else {
-        const auto hundredths = [dotsPerInch](int length) {
-            return RoundHalfAway(length * 2540.0 / dotsPerInch);
-        };
-        paper = CPrintDC::CreatePdf(path.c_str(), {{hundredths(pixels.cx), hundredths(pixels.cy)}, 0, title});
-    }
-    if (!paper || !paper->StartPage()) return false;
-    DrawOn(*paper, {paper->GetDeviceCaps(HORZRES), paper->GetDeviceCaps(VERTRES)});
-    paper->EndPage();
-    return paper->EndDoc();
 }
 
 }  // namespace app

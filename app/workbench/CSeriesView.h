@@ -4,13 +4,11 @@
 
 #include <vector>
 
+#include "app/workbench/PictureFile.h"
 #include "app/workbench/SeriesFile.h"
 #include "app/workbench/TimeTicks.h"
 
 namespace app {
-
-// ".png", ".svg" or ".pdf" where the name of a picture ends in it in any case; else empty.
-std::string PictureEnding(const std::string& path);
 
 class CSeriesView : public CXYGraphView {
   public:
@@ -20,6 +18,8 @@ class CSeriesView : public CXYGraphView {
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 
     bool IsShown(std::size_t i) const;
+    // In the order in which they are drawn.
+    std::vector<std::size_t> ShownSeries() const;
     // Shows or hides a series. Series of another scale give way, and the last one shown stays.
     void Show(std::size_t i, bool show);
     void ShowOnly(const std::vector<std::size_t>& series);
@@ -28,9 +28,11 @@ class CSeriesView : public CXYGraphView {
     // Shows this part of it, with the values in it.
     void ShowRange(double fromUser, double toUser);
 
-    // PNG, SVG or PDF after the path's extension, drawn at this size in pixels. False: not written.
-    bool Export(const std::string& path, CSize pixels, int dotsPerInch);
-    CSize PixelSize() const { return size; }
+    // What of it is in view.
+    CPointEx VisibleX() const;
+    // Of the window, with the dots per inch of its screen.
+    PictureSize ShownSize() const;
+    CString PictureTitle() const { return CString(file_.title); }
 
     CString& FormatXLabel(CString& text, double value) override;
     CString& FormatYLabel(CString& text, double value) override;
@@ -66,7 +68,6 @@ class CSeriesView : public CXYGraphView {
     void OnUpdateDrawStyle(CCmdUI* state);
     void OnBackground();
     void OnSeriesColor();
-    void OnExport();
 
     void ShowStatus(int pane, const CString& text);
     void PadAxis();

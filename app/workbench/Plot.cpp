@@ -43,8 +43,7 @@ Result<double> ReadEdge(const std::string& option, const std::string& text, cons
 }  // namespace
 
 Result<int> Plot(const PlotOptions& options) {
-    if (PictureEnding(options.output).empty())
-        return UsageError("-o " + options.output + ": the name must end in .png, .svg or .pdf");
+    if (!PictureFormatOf(options.output)) return UsageError("-o " + UnknownPictureFormat(options.output));
     if (IsInput(options.read.path, options.output))
         return UsageError("-o " + options.output + " is the input; choose another name");
     const auto size = ReadSize(options.size);
@@ -67,7 +66,8 @@ Result<int> Plot(const PlotOptions& options) {
     if (!to) return to.Error();
     if (*from >= *to) return UsageError("there is nothing between --from and --to");
     if (!options.from.empty() || !options.to.empty()) view.ShowRange(*from, *to);
-    if (!view.Export(options.output, *size, kDotsPerInch)) return Refusal("cannot write " + options.output);
+    if (!WritePicture(view, options.output, view.PictureTitle(), {*size, kDotsPerInch}))
+        return Refusal("cannot write " + options.output);
     if (shown.size() < file->series.size())
         std::fprintf(stderr,
                      "tavin: the columns differ too much for one plot; drawn: %d of %d. Choose with -y.\n",

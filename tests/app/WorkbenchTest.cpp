@@ -1,9 +1,12 @@
 // The workbench driven with real events, without a display; once with one.
+#include <QClipboard>
 #include <QDropEvent>
 #include <QImage>
 #include <QMimeData>
 #include <QUrl>
 #include <QtTest>
+#include <cctype>
+#include <set>
 
 #include "app/workbench/CGraphFrame.h"
 #include "app/workbench/CSeriesView.h"
@@ -175,7 +178,7 @@ TEST_F(WorkbenchTest, ExportsTheViewInEveryFormat) {
         EXPECT_TRUE(folder.Has(name)) << name;
     }
     const QImage picture(QString::fromStdString(folder.Path("out.png")));
-    EXPECT_EQ(CSize(picture.width(), picture.height()), view.PixelSize());
+    EXPECT_EQ(CSize(picture.width(), picture.height()), view.ShownSize().pixels);
     EXPECT_TRUE(messages.empty());
     const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
         dialog.SetPathNames({CString(folder.Path("nowhere/out.png"))});
@@ -185,6 +188,75 @@ TEST_F(WorkbenchTest, ExportsTheViewInEveryFormat) {
     SetFileDialogHandler(before);
     ASSERT_EQ(messages.size(), 1u);
     EXPECT_NE(messages[0].find("nowhere/out.png"), std::string::npos);
+}
+
+TEST_F(WorkbenchTest, ASuffixThatIsNoPictureIsRefusedAndCapitalsAreNot) {
+    Open();
+    std::string name;
+    const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
+        dialog.SetPathNames({CString(folder.Path(name))});
+        return IDOK;
+    });
+    name = "out.PNG";
+    RunCommand(*frame, kExport);
+    EXPECT_TRUE(folder.Has("out.PNG"));
+    EXPECT_TRUE(messages.empty());
+    name = "out.gif";
+    RunCommand(*frame, kExport);
+    SetFileDialogHandler(before);
+    EXPECT_FALSE(folder.Has("out.gif"));
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_NE(messages[0].find(".png, .svg or .pdf"), std::string::npos) << messages[0];
+}
+
+TEST_F(WorkbenchTest, CopiesThePictureAndTheValuesInView) {
+    CSeriesView& view = Open();
+    Key(Qt::Key_C, Qt::ControlModifier);
+    const QImage picture = QGuiApplication::clipboard()->image();
+    EXPECT_EQ(CSize(picture.width(), picture.height()), view.ShownSize().pixels);
+    RunCommand(*frame, kAllSeries);
+    Settle();
+    Key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    const QStringList all = QGuiApplication::clipboard()->text().split('\n');
+    ASSERT_EQ(all.size(), 243);  // heading, 241 rows, the end of the last one
+    EXPECT_EQ(all[0].toStdString(), "time\tlevel [m]\ttemperature");
+    EXPECT_EQ(all[2].toStdString(), "2024-03-01T01:00:00\t0.25\t16");
+    for (int i = 0; i < 4; ++i) Key(Qt::Key_Plus);
+    Key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    const int quarter = static_cast<int>(QGuiApplication::clipboard()->text().split('\n').size()) - 2;
+    EXPECT_GE(quarter, 58);
+    EXPECT_LE(quarter, 62);
+}
+
+// Neighbours in a menu that answer to one letter cannot both be reached by it.
+TEST(WorkbenchMenus, NoTwoEntriesOfAMenuHaveTheSameLetter) {
+    const WorkbenchResources resources;
+    std::vector<std::string> open = {""};  // letters so far, of each menu around
+    const auto note = [&](const std::string& text) {
+        const auto at = text.find('&');
+        if (at == std::string::npos) return;
+        const char letter = static_cast<char>(std::tolower(static_cast<unsigned char>(text[at + 1])));
+        EXPECT_EQ(open.back().find(letter), std::string::npos) << text << " among " << open.back();
+        open.back() += letter;
+    };
+    std::set<std::string> shortcuts;
+    for (const UINT menu : {kMainFrame, kViewContextMenu}) {
+        for (const MenuResource& row : FindMenuResource(menu)) {
+            if (row.kind == MenuResource::Kind::Popup) {
+                note(row.text);
+                open.emplace_back();
+            } else if (row.kind == MenuResource::Kind::End) {
+                open.pop_back();
+            } else if (row.kind == MenuResource::Kind::Item) {
+                const std::string text = FindCommandResource(row.id)->text;
+                note(text);
+                const auto tab = text.find('\t');
+                if (menu == kMainFrame && tab != std::string::npos)
+                    EXPECT_TRUE(shortcuts.insert(text.substr(tab)).second) << text;
+            }
+        }
+        open = {""};
+    }
 }
 
 TEST_F(WorkbenchTest, AFileThatCannotBeReadGetsOneMessageAndTheProgramStays) {
