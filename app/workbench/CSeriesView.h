@@ -17,6 +17,8 @@ class CSeriesView : public CXYGraphView {
 
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 
+    const SeriesFile& File() const { return file_; }
+    using CXYGraphView::Redraw;
     bool IsShown(std::size_t i) const;
     // In the order in which they are drawn.
     std::vector<std::size_t> ShownSeries() const;

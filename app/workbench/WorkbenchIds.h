@@ -37,6 +37,7 @@ constexpr UINT kCopyPicture = 33126;
 constexpr UINT kCopyValues = 33127;
 constexpr UINT kReload = 33128;
 constexpr UINT kDismiss = 33129;
+constexpr UINT kOpenSample = 33130;
 
 constexpr UINT kModeEscape = CmdModeEscape;
 constexpr UINT kLegend = CmdToggleLegend;

@@ -12,6 +12,9 @@ namespace {
 constexpr CommandResource kCommands[] = {
     {ID_FILE_OPEN, "&Open...\tCtrl+O", "Open files of measurements", "open"},
     {kReadAgain, "&Read again as...\tCtrl+R", "Say how the file is read: delimiter, columns, header"},
+    {kReload, "Re&load\tF5", "Read the file again as it is on disk now; what is shown stays in view"},
+    {kDismiss, "Dismiss", "Take the message away"},
+    {kOpenSample, "Open the sa&mple", "A month of readings of a tide gauge"},
     {ID_FILE_CLOSE, "&Close\tCtrl+W", "Close the file"},
     {kCloseAll, "Close &all", "Close every file"},
     {kExport, "&Export...\tCtrl+E", "Save the view as a picture (PNG), drawing (SVG) or page (PDF)",
@@ -62,10 +65,8 @@ constexpr CommandResource kCommands[] = {
 };
 
 constexpr MenuResource kMenuBefore[] = {
-    MenuPopup("&File"),
-    MenuItem(ID_FILE_OPEN),
-    MenuItem(kReadAgain),
-    MenuPopup("Open re&cent"),
+    MenuPopup("&File"), MenuItem(ID_FILE_OPEN),    MenuItem(kReadAgain),
+    MenuItem(kReload),  MenuPopup("Open re&cent"),
 };
 constexpr MenuResource kMenuBetween[] = {
     MenuEnd(),
@@ -135,6 +136,7 @@ constexpr MenuResource kMenuAfter[] = {
     MenuEnd(),
     MenuPopup("&Help"),
     MenuItem(kShortcuts),
+    MenuItem(kOpenSample),
     MenuItem(kAbout),
     MenuEnd(),
 };
