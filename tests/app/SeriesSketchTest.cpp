@@ -15,7 +15,7 @@ TEST(SeriesSketch, RangesHoldTheExtremesOfTheirRows) {
         auto& values = table.columns[0].values;
         SeriesSketch sketch;
         for (std::size_t row = 0; row < rows; ++row) {
-            values.push_back(row % 5 == 4 ? kMissing : std::sin(double(row) / 700) * double(row));
+            values.Add(row % 5 == 4 ? kMissing : std::sin(double(row) / 700) * double(row), 17);
             if (row % 997 == 0) sketch.Follow(table);
         }
         sketch.Follow(table);
