@@ -87,6 +87,7 @@ const char* const kPlotHelp =
 
 Examples:
   tavin plot level.csv -o level.png
+  tavin plot level.csv -o - --format svg | gzip > level.svgz
   tavin plot level.csv -y level -o level.svg --size 1600x600 --from 2024-03-14 --to 2024-03-21T12:00)";
 
 const char* const kPrintHelp =

@@ -1,9 +1,16 @@
 #include "app/workbench/Plot.h"
 
+#include <unistd.h>
+
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <numeric>
 
 #include "app/table/InputFile.h"
+#include "app/table/OutputFile.h"
 #include "app/table/Progress.h"
 #include "app/workbench/CSeriesView.h"
 
@@ -40,11 +47,50 @@ Result<double> ReadEdge(const std::string& option, const std::string& text, cons
                                 : ": expected a number in the unit of the x column"));
 }
 
+// A file in a folder of its own, gone when this object is.
+class ScratchFile {
+  public:
+    explicit ScratchFile(const std::string& name) {
+        std::error_code unknown;
+        folder_ = (std::filesystem::temp_directory_path(unknown) / "tavin-XXXXXX").string();
+        if (!::mkdtemp(folder_.data())) folder_.clear();
+        path_ = folder_ + "/" + name;
+    }
+    ~ScratchFile() {
+        ::unlink(path_.c_str());
+        ::rmdir(folder_.c_str());
+    }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    bool IsGood() const { return !folder_.empty(); }
+    const std::string& Path() const { return path_; }
+
+  private:
+    std::string folder_;
+    std::string path_;
+};
+
+// What draws pictures writes files; standard output gets the bytes of one.
+std::optional<Failure> WriteToStandardOutput(CSeriesView& view, const std::string& format, CSize size) {
+    const ScratchFile picture("picture." + (format.empty() ? "png" : format));
+    if (!picture.IsGood() || !view.Export(picture.Path(), size, kDotsPerInch))
+        return Refusal("cannot write " + picture.Path(), "name a folder with room for it in TMPDIR");
+    std::ifstream file(picture.Path(), std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    OutputFile output;
+    if (output.Open("-") && output.Write(bytes) && output.Commit()) return std::nullopt;
+    return output.Error();
+}
+
 }  // namespace
 
 Result<int> Plot(const PlotOptions& options) {
-    if (PictureEnding(options.output).empty())
+    const bool toStandardOutput = options.output == "-";
+    if (!toStandardOutput && PictureEnding(options.output).empty())
         return UsageError("-o " + options.output + ": the name must end in .png, .svg or .pdf");
+    if (!toStandardOutput && !options.format.empty())
+        return UsageError("--format is that of standard output, -o -; the ending of a name says its format");
     if (IsInput(options.read.path, options.output))
         return UsageError("-o " + options.output + " is the input; choose another name");
     const auto size = ReadSize(options.size);
@@ -54,6 +100,7 @@ Result<int> Plot(const PlotOptions& options) {
     progress.Clear();
     if (!file) return file.Error();
 
+    if (!options.title.empty()) file->title = options.title;
     CSeriesView view(*file, "");
     std::vector<std::size_t> shown;
     for (std::size_t i = 0; i < file->series.size(); ++i)
@@ -67,7 +114,11 @@ Result<int> Plot(const PlotOptions& options) {
     if (!to) return to.Error();
     if (*from >= *to) return UsageError("there is nothing between --from and --to");
     if (!options.from.empty() || !options.to.empty()) view.ShowRange(*from, *to);
-    if (!view.Export(options.output, *size, kDotsPerInch)) return Refusal("cannot write " + options.output);
+    if (toStandardOutput) {
+        if (const auto failure = WriteToStandardOutput(view, options.format, *size)) return *failure;
+    } else if (!view.Export(options.output, *size, kDotsPerInch)) {
+        return Refusal("cannot write " + options.output);
+    }
     if (shown.size() < file->series.size())
         std::fprintf(stderr,
                      "tavin: the columns differ too much for one plot; drawn: %d of %d. Choose with -y.\n",

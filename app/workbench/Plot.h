@@ -9,7 +9,9 @@ namespace app {
 
 struct PlotOptions {
     ReadOptions read;
-    std::string output;  // its ending says the format
+    std::string output;  // its ending says the format; "-" is standard output
+    std::string format;  // of standard output: png, svg or pdf; empty: png
+    std::string title;   // empty: the name of the file
     std::string size;    // as "1200x800"; empty: that
     std::string from;    // x of the left and the right edge as the user writes them; empty: the data's
     std::string to;

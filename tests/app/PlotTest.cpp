@@ -61,11 +61,17 @@ TEST_F(PlotTest, WritesDrawingsAndPages) {
     EXPECT_NE(folder.Read("step.svg").find("<svg"), std::string::npos);
     EXPECT_EQ(folder.Run("plot - -y level -o step.pdf < step.csv").exitCode, 0);
     EXPECT_EQ(folder.Read("step.pdf").substr(0, 5), "%PDF-");
+    const auto piped = folder.Run("plot step.csv -o - --format svg --title 'Noon & after'");
+    EXPECT_NE(piped.out.find("<title>Noon &amp; after</title>"), std::string::npos) << piped.err;
+    EXPECT_EQ(piped.out.compare(piped.out.size() - 7, 6, "</svg>"), 0);
+    EXPECT_EQ(folder.Run("plot step.csv -o - >/dev/full").exitCode, 1);
+    EXPECT_EQ(folder.Count(), 3u);
 }
 
 TEST_F(PlotTest, RefusesWithOneMessageAndLeavesNothingBehind) {
     const RefusedRun cases[] = {
         {"plot step.csv -o step.gif", 2, "must end in .png, .svg or .pdf"},
+        {"plot step.csv -o step.png --format svg", 2, "--format is that of standard output"},
         {"plot step.csv -o step.png --size 12", 2, "--size 12"},
         {"plot step.csv -o step.png --size 99999x99999", 2, "--size"},
         {"plot step.csv -o step.png --from noon", 2, "--from noon: expected a time"},
