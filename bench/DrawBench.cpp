@@ -2,14 +2,17 @@
 // Every workload is first drawn with fewer points and held against the same points drawn one by one.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <random>
 #include <utility>
 #include <vector>
 
 #include "platform/gdi/CBitmapEx.h"
+#include "platform/gdi/PointPyramid.h"
 #include "platform/gdi/Selected.h"
 
 namespace {
@@ -19,7 +22,7 @@ constexpr int kSpan = 1000000000;  // of x, stored units
 constexpr int kPeak = 20000;       // of y
 constexpr unsigned short kDeleted = 1;
 
-enum Kind { kNoise, kSine };
+enum Kind { kNoise, kSine, kSteep, kLoop, kJitter };
 enum Filter { kAll, kSomeDeleted };
 
 struct Series {
@@ -33,10 +36,17 @@ const Series& MakeSeries(Kind kind, int count) {
     if (!series.points.empty()) return series;
     std::mt19937 random(5);
     for (int i = 0; i < count; ++i) {
-        const auto x = static_cast<LONG>(double(kSpan) * i / count);
+        auto x = static_cast<LONG>(double(kSpan) * i / count);
         const auto any = static_cast<int>(random() >> 1);
         const auto sine = static_cast<int>(kPeak * 0.75 * std::sin(i * 40.0 / count)) + any % 500;
-        series.points.emplace_back(x, kind == kNoise ? any % (2 * kPeak) - kPeak : sine);
+        int y = kind == kNoise ? any % (2 * kPeak) - kPeak : sine;
+        if (kind == kSteep) y = (i % 40 < 20 ? 1 : -1) * kPeak * 9 / 10;
+        if (kind == kLoop) {
+            x = static_cast<LONG>(kSpan * (0.5 + 0.45 * std::sin(i * 60.0 / count)));
+            y = static_cast<int>(kPeak * 0.8 * std::sin(i * 61.0 / count - 0.5)) + any % 200;
+        }
+        if (kind == kJitter) x = std::max(0, x + any % 2000001 - 1000000);
+        series.points.emplace_back(x, y);
         series.status.push_back(random() % 10 == 0 ? kDeleted : 0);
     }
     return series;
@@ -101,6 +111,44 @@ void DrawPolyline(benchmark::State& state, Kind kind, Filter filter, int zoom) {
     Time(state, zoom, MakeSeries(kind, 10000000), bulk);
 }
 
+enum Course { kPan, kRedraw, kLeap };
+
+// Smooth lines through ten million points: panned, drawn again after a change of the points, and without
+// anything known about them.
+void DrawSmoothLine(benchmark::State& state, Kind kind, Course course, int zoom) {
+    const auto keep = [](const Series& series) {
+        return std::make_unique<KeptLine>(
+            KeptLine{PointPyramid(series.points.data(), series.points.size(), {}), 0, {}});
+    };
+    const auto draw = [](CDC& dc, const Series& series, KeptLine* kept) {
+        dc.SmoothPolyline(series.points.data(), static_cast<int>(series.points.size()), {}, {}, kept);
+    };
+    const Series& small = MakeSeries(kind, 200000);
+    const auto keptSmall = keep(small);
+    CBitmapEx pictures[2]{{4, 16, 256}, {4, 16, 256}};
+    for (CBitmapEx& picture : pictures) {
+        picture.ReSize(nullptr, kWidth, kHeight);
+        CDC dc(picture);
+        UseView(dc, zoom);
+        draw(dc, small, &picture == pictures ? nullptr : keptSmall.get());
+    }
+    if (std::memcmp(pictures[0].GetBits(), pictures[1].GetBits(), std::size_t{4} * kWidth * kHeight) != 0)
+        return state.SkipWithError("what is kept changes the picture");
+
+    const Series& series = MakeSeries(kind, 10000000);
+    auto kept = keep(series);
+    CDC dc(pictures[0]);
+    UseView(dc, zoom);
+    const CPoint origin = dc.GetWindowOrg();
+    int step = 0;
+    for (auto _ : state) {
+        if (course == kRedraw) kept = keep(series);
+        dc.SetWindowOrg(origin.x + ++step % 10 * (kSpan / zoom / 100), origin.y);
+        draw(dc, series, course == kLeap ? nullptr : kept.get());
+        benchmark::ClobberMemory();
+    }
+}
+
 void DrawSinglePixels(benchmark::State& state, Kind kind, Filter filter) {
     const auto bulk = [=](CDC& dc, const Series& series) {
         dc.DrawPixels(series.points.data(), static_cast<int>(series.points.size()), RGB(0, 0, 255),
@@ -147,6 +195,17 @@ BENCHMARK_CAPTURE(DrawPolyline, sine_filtered, kSine, kSomeDeleted, 1)->Unit(ben
 BENCHMARK_CAPTURE(DrawPolyline, sine_zoomed_100, kSine, kAll, 100)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawPolyline, sine_zoomed_100_filtered, kSine, kSomeDeleted, 100)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawPolyline, loop, kLoop, kAll, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawPolyline, jitter, kJitter, kAll, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, pan_noise, kNoise, kPan, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, pan_sine, kSine, kPan, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, pan_steep, kSteep, kPan, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, pan_sine_zoomed_100, kSine, kPan, 100)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, redraw_noise, kNoise, kRedraw, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, redraw_sine, kSine, kRedraw, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, redraw_steep, kSteep, kRedraw, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, unsorted_loop, kLoop, kLeap, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawSmoothLine, unsorted_jitter, kJitter, kLeap, 1)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawSinglePixels, noise, kNoise, kAll)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawSinglePixels, noise_filtered, kNoise, kSomeDeleted)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawSinglePixels, sine, kSine, kAll)->Unit(benchmark::kMillisecond);

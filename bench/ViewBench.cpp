@@ -29,8 +29,9 @@ std::unique_ptr<KPointSource> NoisySine(int count) {
 
 class BenchView : public CXYGraphView {
   public:
-    explicit BenchView(IPointSource* series)
+    explicit BenchView(IPointSource* series, LineLook look = LineLook::Hairline)
         : CXYGraphView("ViewBench", true, -1, RGB(255, 255, 255), 0, series) {
+        lineLook = look;
         picture_.ReSize(nullptr, kArea.cx, kArea.cy);
         OnInitialUpdate();
     }
@@ -79,12 +80,12 @@ void Prepare() {
 }
 
 // A new view each time: nothing is known about the series.
-void FirstPicture(benchmark::State& state) {
+void FirstPicture(benchmark::State& state, LineLook look) {
     Prepare();
     KPointSource& series = TenMillion();
     for (auto _ : state) {
         state.PauseTiming();
-        BenchView view(&series);
+        BenchView view(&series, look);
         state.ResumeTiming();
         view.Draw();
         if (view.Drawn() < 1000) state.SkipWithError("no line");
@@ -103,9 +104,9 @@ void ZoomFullView(benchmark::State& state) {
     }
 }
 
-void PanFullView(benchmark::State& state) {
+void PanFullView(benchmark::State& state, LineLook look) {
     Prepare();
-    BenchView view(&TenMillion());
+    BenchView view(&TenMillion(), look);
     view.ZoomIn(1.05f);
     view.Draw();
     if (view.Drawn() < 1000) state.SkipWithError("no line");
@@ -129,9 +130,11 @@ void PanZoomedToOnePercent(benchmark::State& state) {
     }
 }
 
-BENCHMARK(FirstPicture)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK_CAPTURE(FirstPicture, hairlines, LineLook::Hairline)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK_CAPTURE(FirstPicture, smooth, LineLook::Smooth)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(ZoomFullView)->Unit(benchmark::kMillisecond)->MinTime(0.5);
-BENCHMARK(PanFullView)->Unit(benchmark::kMillisecond)->MinTime(0.5);
+BENCHMARK_CAPTURE(PanFullView, hairlines, LineLook::Hairline)->Unit(benchmark::kMillisecond)->MinTime(0.5);
+BENCHMARK_CAPTURE(PanFullView, smooth, LineLook::Smooth)->Unit(benchmark::kMillisecond)->MinTime(0.5);
 BENCHMARK(PanZoomedToOnePercent)->Unit(benchmark::kMillisecond)->MinTime(0.5);
 
 }  // namespace

@@ -9,10 +9,18 @@
 
 IPointSource* CXYData::SelectPointSource(IPointSource* newSource) { return std::exchange(source, newSource); }
 
-const PointPyramid* CXYData::PyramidFor(const CDC& dc, int penStyle, const CPoint* points, int count,
-                                        const StatusFilter& which) const {
-    if (!pyramids || penStyle != PS_SOLID || dc.IsPrinting() || !points || count < 1) return nullptr;
-    return pyramids->Of(source, points, static_cast<std::size_t>(count), which);
+void CXYData::DrawThrough(CDC& dc, const CPoint* points, int count, const StatusFilter& which,
+                          unsigned long color, int penStyle) {
+    linePen.DeleteObject();
+    linePen.CreatePen(penStyle, 0, static_cast<COLORREF>(color));
+    const Selected usePen(dc, linePen);
+    KeptLine* kept = nullptr;
+    if (pyramids && penStyle == PS_SOLID && !dc.IsPrinting())
+        kept = pyramids->Of(source, source->GetChangeCount(), points, static_cast<std::size_t>(count), which);
+    if (look == LineLook::Smooth)
+        dc.SmoothPolyline(points, count, which, breaks, kept);
+    else
+        dc.Polyline(points, count, which, kept ? &kept->pyramid : nullptr);
 }
 
 void CXYData::PrepareDots(unsigned long color) {
@@ -25,6 +33,9 @@ void CXYData::PrepareDots(unsigned long color) {
 void CXYData::DrawDots(CDC* dc, unsigned long color, int dotSize, unsigned long) {
     const SeriesArrays series(source);
     if (!dc || series.count == 0) return;
+    if (look == LineLook::Smooth)
+        return dc->DrawSmoothDots(series.draw, series.count, DotDiameter(dotSize),
+                                  static_cast<COLORREF>(color));
     PrepareDots(color);
     const Selected usePen(*dc, dotPen);
     const Selected useBrush(*dc, brush);
@@ -36,13 +47,10 @@ void CXYData::DrawLine(CDC* dc, unsigned long color, int penStyle, CRect) {
     source->Lock();
     const SeriesArrays series(source);
     if (series.count > 0) {
-        linePen.DeleteObject();
-        linePen.CreatePen(penStyle, 0, static_cast<COLORREF>(color));
-        const Selected usePen(*dc, linePen);
         firstIndex = 0;
         lastIndex = series.count - 1;
         dc->MoveTo(series.draw[0]);
-        dc->Polyline(series.draw, series.count, {}, PyramidFor(*dc, penStyle, series.draw, series.count, {}));
+        DrawThrough(*dc, series.draw, series.count, {}, color, penStyle);
     }
     source->UnLock();
 }

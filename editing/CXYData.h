@@ -10,8 +10,10 @@
 #include "platform/gdi/CPen.h"
 #include "sources/IPointSource.h"
 
-class PointPyramid;
 class PointPyramids;
+struct KeptLine;
+
+enum class LineLook { Hairline, Smooth };
 
 class CXYData {
   public:
@@ -35,11 +37,17 @@ class CXYData {
     // Lines may use and build pyramids there (null: none). They are the view's, which clears them before
     // points or status words that may have changed are drawn.
     void UsePyramids(PointPyramids* kept) { pyramids = kept; }
+    // Smooth lines and dots are drawn as CDC::SmoothPolyline and CDC::DrawSmoothDots do, the lines
+    // interrupted where `breaks` says for the series attached. Hairlines, the default, know no breaks.
+    void UseLook(LineLook newLook, const LineBreaks& newBreaks = {}) {
+        look = newLook;
+        breaks = newBreaks;
+    }
 
   protected:
-    // The pyramid for a line of this style through the points that the filter takes, or null.
-    const PointPyramid* PyramidFor(const CDC& dc, int penStyle, const CPoint* points, int count,
-                                   const StatusFilter& which) const;
+    // The line through the points that the filter takes, in the look asked for.
+    void DrawThrough(CDC& dc, const CPoint* points, int count, const StatusFilter& which, unsigned long color,
+                     int penStyle);
     // Makes `brush` and `dotPen` solid ones of the colour.
     void PrepareDots(unsigned long color);
 
@@ -50,4 +58,6 @@ class CXYData {
     IPointSource* source = nullptr;
     long lastIndex = 0;
     PointPyramids* pyramids = nullptr;
+    LineLook look = LineLook::Hairline;
+    LineBreaks breaks;
 };

@@ -60,6 +60,9 @@ void CXYEditData::DrawDots(CDC* dc, unsigned long color, int dotSize, unsigned l
 
 void CXYEditData::DrawDotsWhere(CDC& dc, const SeriesArrays& series, int dotSize, const StatusFilter& which,
                                 unsigned long color) {
+    if (look == LineLook::Smooth)
+        return dc.DrawSmoothDots(series.draw, series.count, DotDiameter(dotSize),
+                                 static_cast<COLORREF>(color), which);
     if (dotSize < 1) {
         dc.DrawPixels(series.draw, series.count, static_cast<COLORREF>(color), which);
         return;
@@ -74,14 +77,9 @@ void CXYEditData::DrawLine(CDC* dc, unsigned long color, int penStyle, CRect) {
     if (!dc || series.count == 0) return;
     lastIndex = series.count - 1;
     firstIndex = NextPresent(series, 0, 1, series.count - 1);
-    linePen.DeleteObject();
-    linePen.CreatePen(penStyle, 0, static_cast<COLORREF>(color));
-    const Selected usePen(*dc, linePen);
     const Shifted shift(*dc, drawOffset);
     dc->MoveTo(series.draw[firstIndex]);
-    const StatusFilter present = Where(series, PS_DELETED, 0);
-    dc->Polyline(series.draw, series.count, present,
-                 PyramidFor(*dc, penStyle, series.draw, series.count, present));
+    DrawThrough(*dc, series.draw, series.count, Where(series, PS_DELETED, 0), color, penStyle);
 }
 
 void CXYEditData::DrawSelection(CDC* dc, unsigned long color, int size) {

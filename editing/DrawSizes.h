@@ -12,6 +12,9 @@ inline CSize LogicalSize(const CDC& dc, std::int64_t width, std::int64_t height)
     return size;
 }
 
+// In 0.01 mm.
+inline int DotDiameter(int dotSize) { return SaturateToInt32((std::int64_t{dotSize} + 1) * 32); }
+
 // Half the width and height of a dot.
 inline CSize DotExtent(const CDC& dc, int dotSize) {
     const std::int64_t extent = (std::int64_t{dotSize} + 1) * 16;

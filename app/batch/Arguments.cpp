@@ -198,12 +198,19 @@ const OptionRow<ReadOptions> kPlotFileRows[] = {
 };
 
 const OptionRow<PlotOptions> kPlotRows[] = {
-    {{"-o,--output", "OUT", "the picture: a name that ends in .png, .svg or .pdf", Completes::Files, "",
-      true},
+    {{"-o,--output", "OUT", "the picture: a name that ends in .png, .svg or .pdf; - is standard output",
+      Completes::Files, "", kRequired},
      &PlotOptions::output},
+    {{"--format", "FORMAT", "format of standard output; else png", Completes::Nothing, "png svg pdf"},
+     &PlotOptions::format},
+    {{"--title", "TEXT", "title of the picture; else the name of the file"}, &PlotOptions::title},
     {{"--size", "WxH", "width and height in pixels; else 1200x800"}, &PlotOptions::size},
     {{"--from", "X", "draw from this x on: a time in ISO 8601, or a number"}, &PlotOptions::from},
     {{"--to", "X", "draw up to this x"}, &PlotOptions::to},
+    {{"--gap", "FACTOR", "break lines where samples lie so many usual steps apart; else 2.5, 0 for nowhere"},
+     &PlotOptions::gap},
+    {{"--file-order", nullptr, "join the samples in the order of the rows, not of x"},
+     &PlotOptions::fileOrder},
 };
 
 const OptionRow<Arguments> kPrintRows[] = {

@@ -19,8 +19,8 @@ enum class Completes { Nothing, Files, Folders };
 
 enum Trait : unsigned {
     kRequired = 1,
-    kRepeatable = 4,  // where the target does not say so
-    kAside = 2,       // it says where and how work is done, and does not shape what comes out
+    kRepeatable = 2,  // where the target does not say so
+    kAside = 4,       // it says where and how work is done, and does not shape what comes out
 };
 
 struct OptionText {

@@ -145,11 +145,13 @@ const char* CleanHelp() {
 }
 
 const char* const kPlotHelp =
-    R"(Draws the columns over x as the workbench shows them, without a display. All columns share one plot.
+    R"(Draws the columns over x as the workbench shows them, without a display. Columns share one plot;
+each unit has an axis of its own. Lines break where samples are missing and at empty cells.
 --from and --to take what the x column holds: ISO 8601 times on a time axis, numbers otherwise.
 
 Examples:
   tavin plot level.csv -o level.png
+  tavin plot level.csv -o - --format svg | gzip > level.svgz
   tavin plot level.csv -y level -o level.svg --size 1600x600 --from 2024-03-14 --to 2024-03-21T12:00)";
 
 const char* const kPrintHelp =

@@ -36,13 +36,14 @@ double Scaled(double value, int decimals) {
     return decimals >= 0 ? value * PowerOfTen(decimals) : value / PowerOfTen(-decimals);
 }
 
+constexpr int kTimeDecimalsLeast = -9;  // counts of 10^9 s: enough for all years
+
+// Scales of values have fewer decimals than that and no use for the result.
 Microseconds MicrosecondsPerCount(int decimals) {
     Microseconds unit = 1;
-    for (int d = decimals; d < 6; ++d) unit *= 10;
+    for (int d = std::max(decimals, kTimeDecimalsLeast); d < 6; ++d) unit *= 10;
     return unit;
 }
-
-constexpr int kTimeDecimalsLeast = -9;  // counts of 10^9 s: enough for all years
 
 }  // namespace
 

@@ -5,19 +5,27 @@
 
 namespace app {
 
-CSeriesDocument::CSeriesDocument(SeriesFile file) : file_(std::move(file)) {
+CSeriesDocument::CSeriesDocument(const ReadOptions& options) : stamp_(FileStamp::Of(options.path)) {
     m_bAutoDelete = TRUE;
     std::error_code unknown;
-    const auto whole = std::filesystem::absolute(file_.options.path, unknown);
-    SetPathName((unknown ? file_.options.path : whole.string()).c_str());
+    const auto whole = std::filesystem::absolute(options.path, unknown);
+    SetPathName((unknown ? options.path : whole.lexically_normal().string()).c_str());
 }
 
 CString CSeriesDocument::ViewKey() const {
-    // Files of the same name are taken for the same measurement: they keep their window and axes when they
-    // move. A key's name has no backslashes.
-    std::string name = file_.title;
+    // By the whole path: stations have a folder each, with files of the same names. A key's name has no
+    // backslashes.
+    std::string name = GetPathName().GetString();
     std::replace(name.begin(), name.end(), '\\', '/');
     return CString("Views\\" + name);
+}
+
+bool CSeriesDocument::HasChangedOnDisk() {
+    const FileStamp now = FileStamp::Of(GetPathName().GetString());
+    // A file that is gone may be on its way back: many programs write a new one beside it first.
+    if (!now.Exists() || now == stamp_) return false;
+    stamp_ = now;
+    return true;
 }
 
 }  // namespace app

@@ -26,13 +26,6 @@ std::unique_ptr<AxisReader> ReaderOf(const SeriesFile& file) {
 
 }  // namespace
 
-std::string PictureEnding(const std::string& path) {
-    std::string ending = path.substr(std::min(path.size(), path.rfind('.')));
-    for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    const bool known = ending == ".png" || ending == ".svg" || ending == ".pdf";
-    return known && path.size() > ending.size() ? ending : "";
-}
-
 bool CSeriesView::linked_ = false;
 
 CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
@@ -40,6 +33,7 @@ CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
       file_(file) {
     UseDoubleBitmap(true);
     isoAspectAllowed = 1;
+    lineLook = LineLook::Smooth;
     chosenBackground_ = colors.background;
     AddSeriesModes();
     UseFile();
@@ -224,35 +218,7 @@ void CSeriesView::UpdateColors() {
     SetPenColor(rulerPen, PS_SOLID, windowTheme_.axis);
 }
 
-bool CSeriesView::Export(const std::string& path, CSize pixels, int dotsPerInch) {
-    const std::string ending = PictureEnding(path);
-    if (ending.empty()) return false;
-    if (ending == ".png") {
-        CBitmapEx bitmap(4, 32, 256);
-        bitmap.SetDotsPerInch(dotsPerInch);
-        CDC memory;
-        if (!bitmap.ReSize(nullptr, pixels.cx, pixels.cy) || !memory.CreateCompatibleDC(nullptr))
-            return false;
-        CBitmapEx* const before = memory.SelectObject(&bitmap);
-        DrawOn(memory, pixels);
-        memory.SelectObject(before);
-        return bitmap.SaveAsPng(path.c_str());
-    }
-    const CString title(file_.title);
-    std::unique_ptr<CPrintDC> paper;
-    if (ending == ".svg") {
-        paper = CPrintDC::CreateSvg(path.c_str(), pixels, title);
-    } else {
-        const auto hundredths = [dotsPerInch](int length) {
-            return RoundHalfAway(length * 2540.0 / dotsPerInch);
-        };
-        paper = CPrintDC::CreatePdf(path.c_str(), {{hundredths(pixels.cx), hundredths(pixels.cy)}, 0, title});
-    }
-    if (!paper || !paper->StartPage()) return false;
-    DrawOn(*paper, {paper->GetDeviceCaps(HORZRES), paper->GetDeviceCaps(VERTRES)});
-    paper->EndPage();
-    return paper->EndDoc();
-}
+PictureSize CSeriesView::ShownSize() const { return {size, picture ? picture->GetDotsPerInch() : 96}; }
 
 CString& CSeriesView::FormatCaptionStr(CString& text) {
     text = CString(file_.title);

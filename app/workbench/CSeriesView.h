@@ -9,13 +9,11 @@
 
 #include <vector>
 
+#include "app/workbench/PictureFile.h"
 #include "app/workbench/PlotPainter.h"
 #include "app/workbench/SeriesFile.h"
 
 namespace app {
-
-// ".png", ".svg" or ".pdf" where the name of a picture ends in it in any case; else empty.
-std::string PictureEnding(const std::string& path);
 
 class CSeriesView : public CXYGraphView {
   public:
@@ -24,6 +22,8 @@ class CSeriesView : public CXYGraphView {
 
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 
+    const SeriesFile& File() const { return file_; }
+    using CXYGraphView::Redraw;
     bool IsShown(std::size_t i) const;
     // In the order in which they were chosen.
     std::vector<std::size_t> ShownSeries() const;
@@ -40,10 +40,9 @@ class CSeriesView : public CXYGraphView {
     // A line breaks where neighbours lie more than this many usual steps apart, and at empty cells; 0: never.
     void SetGapFactor(double factor);
 
-    // PNG, SVG or PDF after the path's extension, drawn at this size in pixels, dark on light. False: not
-    // written.
-    bool Export(const std::string& path, CSize pixels, int dotsPerInch);
-    CSize PixelSize() const { return size; }
+    // Of the window, with the dots per inch of its screen.
+    PictureSize ShownSize() const;
+    CString PictureTitle() const { return CString(file_.title); }
 
     // What is shown now; panels are those of the last picture.
     Range ShownX() const;
@@ -71,7 +70,7 @@ class CSeriesView : public CXYGraphView {
     void OnMouseMove(UINT flags, CPoint point) override;
     void OnMButtonDblClk(UINT flags, CPoint point) override;
     BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
-    void OnMouseHWheel(UINT flags, short delta, CPoint point) override;
+    BOOL OnMouseHWheel(UINT flags, short delta, CPoint point) override;
     void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
     void OnKeyUp(UINT key, UINT repeat, UINT flags) override;
     void OnHScroll(UINT code, UINT position, CScrollBar* scrollBar) override;
@@ -106,7 +105,6 @@ class CSeriesView : public CXYGraphView {
     void OnUpdateFlag(CCmdUI* state);
     void OnBackground();
     void OnSeriesColor();
-    void OnExport();
     void OnZoomCommand(UINT id);
     void OnUpdateZoomCommand(CCmdUI* state);
     void OnEscape();
@@ -143,7 +141,6 @@ class CSeriesView : public CXYGraphView {
     void Draw(CDC& dc);
     void DrawPanel(CDC& dc, const PlotPanel& panel);
     void DrawSeries(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, std::size_t i);
-    void DrawLine(CDC& dc, std::size_t i, COLORREF color, int penStyle);
     void DrawSampleDots(CDC& dc, IPointSource& source, int first, int end, COLORREF color);
     void DrawLegendOf(CDC& dc, PlotPanel& panel);
     void DrawHover(CDC& dc);

@@ -23,7 +23,6 @@ const CommandRow<CSeriesView> CSeriesView::kCommands[] = {
     {kRulerFree, kRulerCircle, &CSeriesView::OnRulerType, &CSeriesView::OnUpdateRulerType},
     {kBackground, kBackground, &CSeriesView::OnBackground},
     {kSeriesColor, kSeriesColor, &CSeriesView::OnSeriesColor},
-    {kExport, kExport, &CSeriesView::OnExport},
 };
 
 bool CSeriesView::OnCmdMsg(UINT id, CCmdUI* update) {
@@ -181,24 +180,6 @@ void CSeriesView::OnSeriesColor() {
     if (!EditColor(color)) return;
     SetColor(PrimarySource(), color);
     Redraw();
-}
-
-void CSeriesView::OnExport() {
-    const std::string name = file_.title.substr(0, file_.title.rfind('.')) + ".png";
-    CFileDialog dialog(CFileDialog::Kind::Save, "png", name.c_str(),
-                       "Picture (PNG)|*.png|Drawing (SVG)|*.svg|Page (PDF)|*.pdf||", this);
-    if (dialog.DoModal() != IDOK) return;
-    const CString path = dialog.GetPathName();
-    const int dotsPerInch = picture ? picture->GetDotsPerInch() : 96;
-    const bool written = Export(path.GetString(), size, dotsPerInch);
-    Redraw();
-    if (written)
-        Say("Exported to " + path);
-    else
-        AfxMessageBox("Cannot write " + path +
-                          ".\nChoose a folder that you may write to, and a name that ends in .png, "
-                          ".svg or .pdf.",
-                      MB_OK | MB_ICONEXCLAMATION);
 }
 
 }  // namespace app

@@ -110,7 +110,9 @@ void CSeriesView::DrawSeries(CDC& dc, const PlotPanel& panel, const PlotAxis& ax
     const COLORREF color = ColorOf(i);
     dataHandler->SelectPointSource(&source);
     const int style = property.getDrawStyle();
-    if (style != kDots) DrawLine(dc, i, color, property.getLineStyle());
+    const std::vector<int>& breaks = facts_[i].Breaks();
+    dataHandler->UseLook(lineLook, {breaks.data(), static_cast<int>(breaks.size())});
+    if (style != kDots) dataHandler->DrawLine(&dc, color, property.getLineStyle(), CRect());
     if (style != kLine) {
         dataHandler->DrawDots(&dc, color, property.getDotSize(), colors.modified);
     } else if (const auto [first, end] = facts_[i].Within(ShownX());
@@ -118,36 +120,6 @@ void CSeriesView::DrawSeries(CDC& dc, const PlotPanel& panel, const PlotAxis& ax
         DrawSampleDots(dc, source, first, end, color);
     }
     source.UnLock();
-}
-
-void CSeriesView::DrawLine(CDC& dc, std::size_t i, COLORREF color, int penStyle) {
-    const std::vector<int>& breaks = facts_[i].Breaks();
-    if (breaks.empty()) {
-        dataHandler->DrawLine(&dc, color, penStyle, CRect());
-        return;
-    }
-    CPen pen;
-    pen.CreatePen(penStyle, 0, color);
-    const Selected usePen(dc, pen);
-    IPointSource& source = *file_.series[i].source;
-    const CPoint* const points = source.GetData();
-    const unsigned short* const status = source.GetStatus();
-    const auto piece = [&](int begin, int end) {
-        const StatusFilter present{status ? status + begin : nullptr, PS_DELETED, 0};
-        if (end - begin > 1) {
-            dc.Polyline(points + begin, end - begin, present);
-        } else if (!status || !(status[begin] & PS_DELETED)) {
-            DrawSampleDots(dc, source, begin, end, color);
-        }
-    };
-    // Pieces that end left or begin right of the plot are not looked at.
-    const auto [first, last] = facts_[i].Within(ShownX());
-    int begin = 0;
-    for (const int at : breaks) {
-        if (at >= first && begin < last) piece(begin, at);
-        begin = at;
-    }
-    if (begin <= last) piece(begin, static_cast<int>(source.GetCount()));
 }
 
 // What the line joins: so few samples that each can be told.

@@ -180,11 +180,12 @@ BOOL CSeriesView::OnMouseWheel(UINT flags, short delta, CPoint point) {
     return TRUE;
 }
 
-void CSeriesView::OnMouseHWheel(UINT, short delta, CPoint point) {
+BOOL CSeriesView::OnMouseHWheel(UINT, short delta, CPoint point) {
     ScreenToClient(&point);
     const std::size_t at = PanelAt(panels_, point);
     if (const PlotPanel* const panel = Panel(at))
         PanBy({-RoundHalfAway(panel->plot.Width() * kWheelPan * delta / WHEEL_DELTA), 0}, at);
+    return TRUE;
 }
 
 void CSeriesView::OnKeyDown(UINT key, UINT repeat, UINT flags) {

@@ -1,12 +1,17 @@
 #include "app/workbench/CWorkbenchFrame.h"
 
-#include <filesystem>
+#include <algorithm>
+#include <utility>
 
+#include "app/table/CellNumber.h"
 #include "app/table/InputFile.h"
 #include "app/workbench/CGraphFrame.h"
 #include "app/workbench/CSeriesView.h"
+#include "app/workbench/CStartView.h"
 #include "app/workbench/ImportDialog.h"
 #include "app/workbench/RecentFiles.h"
+#include "app/workbench/SampleFile.h"
+#include "app/workbench/ShortcutsDialog.h"
 #include "app/workbench/WorkbenchIds.h"
 
 namespace app {
@@ -17,6 +22,12 @@ constexpr const char* kSection = "Workbench";
 constexpr const char* kFileFilter = "Tables (*.csv *.tsv *.txt *.dat)|*.csv;*.tsv;*.txt;*.dat|All files|*||";
 // Their lengths are the panes' widths.
 constexpr const char* kPanes[] = {"2024-03-01 00:00:00,  1234.567 mm", "Zoom 100 x 100 "};
+
+constexpr UINT kReadingTimer = 1;
+constexpr UINT kDiskTimer = 2;
+constexpr UINT kReadingPeriod = 40;  // ms
+constexpr UINT kDiskPeriod = 1000;
+constexpr std::size_t kMostFailuresListed = 8;
 
 // Failures tell the way out of a command line; here it is in the menu.
 std::string MessageForWindow(const Failure& failure) {
@@ -29,7 +40,9 @@ std::string MessageForWindow(const Failure& failure) {
 
 const CommandRow<CWorkbenchFrame> CWorkbenchFrame::kCommands[] = {
     {ID_FILE_OPEN, ID_FILE_OPEN, &CWorkbenchFrame::OnFileOpen},
-    {kReadAgain, kReadAgain, &CWorkbenchFrame::OnReadAgain, &CWorkbenchFrame::OnUpdateNeedsView},
+    {kReadAgain, kReadAgain, &CWorkbenchFrame::OnReadAgain, &CWorkbenchFrame::OnUpdateNeedsSeries},
+    {kReload, kReload, &CWorkbenchFrame::OnReload, &CWorkbenchFrame::OnUpdateNeedsSeries},
+    {kOpenSample, kOpenSample, &CWorkbenchFrame::OnOpenSample, &CWorkbenchFrame::OnUpdateOpenSample},
     {kRecentFirst, kRecentLast, &CWorkbenchFrame::OnRecent, &CWorkbenchFrame::OnUpdateRecent},
     {kCloseAll, kCloseAll, &CWorkbenchFrame::OnCloseAll, &CWorkbenchFrame::OnUpdateNeedsView},
     {kAbout, kAbout, &CWorkbenchFrame::OnAbout},
@@ -47,6 +60,7 @@ bool CWorkbenchFrame::CreateWorkbench() {
     toolBar_.Create(this, "Toolbar");
     toolBar_.LoadToolBar(kMainFrame);
     DragAcceptFiles();
+    SetTimer(kDiskTimer, kDiskPeriod);
     SetMessageText("Open a file of measurements: File > Open, or drop it here.");
     return true;
 }
@@ -103,35 +117,114 @@ bool CWorkbenchFrame::ActivateOpen(const std::string& path) {
     return false;
 }
 
-bool CWorkbenchFrame::OpenFile(const ReadOptions& options) {
-    auto file = ReadSeriesFile(options);
-    if (!file) {
-        ForgetRecentFile(options.path);
-        AfxMessageBox(MessageForWindow(file.Error()).c_str(), MB_OK | MB_ICONEXCLAMATION);
-        return false;
-    }
-    AddDocument(std::move(*file));
-    AddRecentFile(options.path);
-    return true;
+std::vector<CGraphFrame*> CWorkbenchFrame::Documents() const {
+    std::vector<CGraphFrame*> documents;
+    for (CMDIChildWnd* const child : GetChildren())
+        if (auto* const document = dynamic_cast<CGraphFrame*>(child)) documents.push_back(document);
+    return documents;
 }
 
-void CWorkbenchFrame::AddDocument(SeriesFile file) {
-    const bool first = GetChildren().empty();
-    const std::string summary = file.title + ": " + file.summary;
-    auto* const document = new CSeriesDocument(std::move(file));
-    auto* const frame = new CGraphFrame(*document);
+void CWorkbenchFrame::OpenFile(const ReadOptions& options) {
+    auto job = std::make_unique<ReadingJob>(options);
+    // Most files are read before anybody could see a window of their reading.
+    const bool ended = job->HasEnded(patience_);
+    if (ended && job->HasFailed()) return NoteFailure(options, job->Take().Error());
+    CGraphFrame* const frame = AddWindow(options, std::move(job));
+    if (!frame) return;
+    if (ended) return EndReading(*frame);
+    SetTimer(kReadingTimer, kReadingPeriod);
+}
+
+CGraphFrame* CWorkbenchFrame::AddWindow(const ReadOptions& options, std::unique_ptr<ReadingJob> job) {
+    const bool first = Documents().empty();
+    CloseStartPage();
+    auto* const document = new CSeriesDocument(options);
+    auto* const frame = new CGraphFrame(*document, std::move(job));
     CCreateContext context{nullptr, document};
-    if (!frame->LoadFrame(0, WS_OVERLAPPEDWINDOW, this, &context)) return;
+    if (!frame->LoadFrame(0, WS_OVERLAPPEDWINDOW, this, &context)) return nullptr;
+    frame->SetWindowText(document->GetTitle());
     if (first) frame->ShowWindow(SW_SHOWMAXIMIZED);
     frame->InitialUpdateFrame(document, TRUE);
-    frame->View()->SetPosition();
-    SetMessageText(summary.c_str());
+    return frame;
+}
+
+void CWorkbenchFrame::EndReading(CGraphFrame& frame) {
+    const ReadOptions options = frame.Reading()->Options();
+    const bool opening = !frame.View();
+    if (const auto failure = frame.FinishReading()) {
+        NoteFailure(options, *failure);
+        if (!frame.View()) frame.DestroyWindow();
+        return;
+    }
+    if (opening) frame.View()->SetPosition();
+    // Alone it has the whole area; where it stood among others counts again beside them.
+    if (opening && Documents().size() == 1) frame.ShowWindow(SW_SHOWMAXIMIZED);
+    AddRecentFile(options.path);
+    const SeriesFile& file = frame.View()->File();
+    SetMessageText((file.title + ": " + file.summary).c_str());
+}
+
+void CWorkbenchFrame::NoteFailure(const ReadOptions& options, const Failure& failure) {
+    if (failure.exitCode == kStopped) return SetMessageText(("Stopped reading " + options.path).c_str());
+    ForgetRecentFile(options.path);
+    failures_.push_back(MessageForWindow(failure));
+}
+
+void CWorkbenchFrame::ReportFailures() {
+    // Taken first: the clock ticks on while the message is shown.
+    const std::vector<std::string> failures = std::exchange(failures_, {});
+    if (failures.empty()) return;
+    std::string text = failures.front();
+    if (failures.size() > 1) {
+        text = Counted(static_cast<std::int64_t>(failures.size()), "file") + " could not be read:";
+        for (std::size_t i = 0; i < std::min(failures.size(), kMostFailuresListed); ++i)
+            text += "\n\n" + failures[i];
+        if (failures.size() > kMostFailuresListed)
+            text += "\n\nand " + std::to_string(failures.size() - kMostFailuresListed) + " more";
+    }
+    AfxMessageBox(text.c_str(), MB_OK | MB_ICONEXCLAMATION);
+}
+
+void CWorkbenchFrame::OnTimer(UINT id) {
+    bool reading = false;
+    for (CGraphFrame* const frame : Documents()) {
+        const std::vector<CGraphFrame*> left = Documents();
+        if (std::find(left.begin(), left.end(), frame) == left.end()) continue;
+        if (id == kReadingTimer && frame->Reading() && frame->Reading()->HasEnded())
+            EndReading(*frame);
+        else
+            frame->Watch(id == kReadingTimer ? CGraphFrame::Look::AtReading : CGraphFrame::Look::AtDisk);
+    }
+    for (CGraphFrame* const frame : Documents()) reading |= frame->Reading() != nullptr;
+    if (reading) {
+        SetTimer(kReadingTimer, kReadingPeriod);
+        return;
+    }
+    KillTimer(kReadingTimer);
+    if (Documents().empty()) ShowStartPage();
+    ReportFailures();
+}
+
+void CWorkbenchFrame::ShowStartPage() {
+    if (!GetChildren().empty()) return;
+    auto* const frame = new CStartFrame;
+    if (!frame->LoadFrame(0, WS_OVERLAPPEDWINDOW, this)) return;
+    frame->ShowWindow(SW_SHOWMAXIMIZED);
+    frame->InitialUpdateFrame(nullptr, TRUE);
+}
+
+void CWorkbenchFrame::CloseStartPage() {
+    for (CMDIChildWnd* const child : GetChildren())
+        if (dynamic_cast<CStartFrame*>(child)) child->DestroyWindow();
 }
 
 void CWorkbenchFrame::OpenFiles(const std::vector<std::string>& paths) {
-    std::size_t opened = 0;
-    for (const auto& path : paths) opened += ActivateOpen(path) || OpenFile({path});
-    if (opened > 1) MDITile(MdiTile::Horizontal);
+    const std::size_t before = Documents().size();
+    for (const auto& path : paths)
+        if (!ActivateOpen(path)) OpenFile({path});
+    if (Documents().size() > std::max<std::size_t>(before, 1)) MDITile(MdiTile::Horizontal);
+    if (Documents().empty()) ShowStartPage();
+    ReportFailures();
 }
 
 void CWorkbenchFrame::OnDropFiles(const std::vector<CString>& paths) {
@@ -146,18 +239,46 @@ void CWorkbenchFrame::OnFileOpen() {
     if (dialog.GetPathNames().size() > 1) return OnDropFiles(dialog.GetPathNames());
     const std::string path = dialog.GetPathName().GetString();
     if (ActivateOpen(path)) return;
-    if (const auto options = AskHowToRead({path}, this)) OpenFile(*options);
+    const auto options = AskHowToRead({path}, this);
+    if (!options) return;
+    OpenFile(*options);
+    ReportFailures();
+}
+
+CGraphFrame* CWorkbenchFrame::ActiveDocument() const {
+    auto* const frame = dynamic_cast<CGraphFrame*>(MDIGetActive());
+    return frame && frame->View() ? frame : nullptr;
 }
 
 void CWorkbenchFrame::OnReadAgain() {
-    auto* const document = static_cast<CSeriesDocument*>(GetActiveDocument());
-    const auto options = document ? AskHowToRead(document->File().options, this) : std::nullopt;
-    if (!options) return;
-    CMDIChildWnd* const before = MDIGetActive();
-    if (OpenFile(*options)) RunCommand(*before, ID_FILE_CLOSE);
+    CGraphFrame* const frame = ActiveDocument();
+    const auto options = AskHowToRead(frame->View()->File().options, this);
+    if (options && frame == ActiveDocument()) ReadAnew(*frame, *options);
 }
 
-void CWorkbenchFrame::OnUpdateNeedsView(CCmdUI* state) { state->Enable(!GetChildren().empty()); }
+void CWorkbenchFrame::OnReload() {
+    CGraphFrame* const frame = ActiveDocument();
+    ReadAnew(*frame, ReadOptions(frame->View()->File().options));
+}
+
+void CWorkbenchFrame::ReadAnew(CGraphFrame& frame, const ReadOptions& options) {
+    frame.ReadAnew(options);
+    if (!frame.Reading()->HasEnded(patience_)) {
+        SetMessageText(("Reading " + options.path + " again").c_str());
+        SetTimer(kReadingTimer, kReadingPeriod);
+        return;
+    }
+    EndReading(frame);
+    ReportFailures();
+}
+
+void CWorkbenchFrame::OnUpdateNeedsSeries(CCmdUI* state) { state->Enable(ActiveDocument() != nullptr); }
+
+void CWorkbenchFrame::OnUpdateNeedsView(CCmdUI* state) { state->Enable(!Documents().empty()); }
+
+void CWorkbenchFrame::OnOpenSample() { OpenFiles({SampleFile()}); }
+
+void CWorkbenchFrame::OnUpdateOpenSample(CCmdUI* state) { state->Enable(!SampleFile().empty()); }
 
 void CWorkbenchFrame::OnRecent(UINT id) {
     const auto files = RecentFiles();
@@ -179,26 +300,13 @@ void CWorkbenchFrame::OnUpdateRecent(CCmdUI* state) {
 }
 
 void CWorkbenchFrame::OnCloseAll() {
-    for (CMDIChildWnd* const child : GetChildren()) RunCommand(*child, ID_FILE_CLOSE);
+    for (CGraphFrame* const frame : Documents()) RunCommand(*frame, ID_FILE_CLOSE);
 }
 
 void CWorkbenchFrame::OnAbout() {
     AfxMessageBox("Tavin " TAVIN_VERSION "\n\nShows and cleans two-dimensional data series.");
 }
 
-void CWorkbenchFrame::OnShortcuts() {
-    AfxMessageBox(
-        "Wheel\tzoom at the pointer (Ctrl: gently)\n"
-        "Hold X or Y\tzoom that axis only\n"
-        "Middle button, or Space and left button\tmove the view\n"
-        "Shift + wheel, horizontal wheel\tmove sideways\n"
-        "Middle double click\tshow everything\n"
-        "Ctrl + click or drag\ta ruler\n"
-        "Click on the legend\tfold it; drag it to another corner\n"
-        "Arrow and page keys\tscroll\n\n"
-        "F\tshow everything\n+  -\tzoom in and out\nBackspace\tzoom back\nZ\tzoom rectangle\n"
-        "R\truler\nL\tlegend\nG\tgrid\nV\tfit values\nC\tcrosshair\nT\ttiles\nN  P\tnext and previous "
-        "series\nEsc\tend the mode, hide the ruler");
-}
+void CWorkbenchFrame::OnShortcuts() { ShortcutsDialog(this).DoModal(); }
 
 }  // namespace app

@@ -1,9 +1,16 @@
 #include "app/workbench/Plot.h"
 
+#include <unistd.h>
+
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <numeric>
 
 #include "app/table/InputFile.h"
+#include "app/table/OutputFile.h"
 #include "app/table/Progress.h"
 #include "app/workbench/CSeriesView.h"
 
@@ -40,24 +47,69 @@ Result<double> ReadEdge(const std::string& option, const std::string& text, cons
                                 : ": expected a number in the unit of the x column"));
 }
 
+// A file in a folder of its own, gone when this object is.
+class ScratchFile {
+  public:
+    explicit ScratchFile(const std::string& name) {
+        std::error_code unknown;
+        folder_ = (std::filesystem::temp_directory_path(unknown) / "tavin-XXXXXX").string();
+        if (!::mkdtemp(folder_.data())) folder_.clear();
+        path_ = folder_ + "/" + name;
+    }
+    ~ScratchFile() {
+        ::unlink(path_.c_str());
+        ::rmdir(folder_.c_str());
+    }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    bool IsGood() const { return !folder_.empty(); }
+    const std::string& Path() const { return path_; }
+
+  private:
+    std::string folder_;
+    std::string path_;
+};
+
+// What draws pictures writes files; standard output gets the bytes of one.
+std::optional<Failure> WriteToStandardOutput(CSeriesView& view, const std::string& format, CSize size) {
+    const ScratchFile picture("picture." + (format.empty() ? "png" : format));
+    if (!picture.IsGood() || !WritePicture(view, picture.Path(), view.PictureTitle(), {size, kDotsPerInch}))
+        return Refusal("cannot write " + picture.Path(), "name a folder with room for it in TMPDIR");
+    std::ifstream file(picture.Path(), std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    OutputFile output;
+    if (output.Open("-") && output.Write(bytes) && output.Commit()) return std::nullopt;
+    return output.Error();
+}
+
 }  // namespace
 
 Result<int> Plot(const PlotOptions& options) {
-    if (PictureEnding(options.output).empty())
-        return UsageError("-o " + options.output + ": the name must end in .png, .svg or .pdf");
+    const bool toStandardOutput = options.output == "-";
+    if (!toStandardOutput && !PictureFormatOf(options.output))
+        return UsageError("-o " + UnknownPictureFormat(options.output));
+    if (!toStandardOutput && !options.format.empty())
+        return UsageError("--format is that of standard output, -o -; the ending of a name says its format");
     if (IsInput(options.read.path, options.output))
         return UsageError("-o " + options.output + " is the input; choose another name");
     const auto size = ReadSize(options.size);
     if (!size) return size.Error();
+    double gap = 2.5;
+    if (!options.gap.empty() && (!ReadNumber(options.gap, '.', gap) || !(gap >= 0)))
+        return UsageError("--gap " + options.gap +
+                          ": expected how many usual steps make a gap, or 0 for none");
     Progress progress(true);
-    auto file = ReadSeriesFile(options.read, progress.Shower("reading"));
+    const PointOrder order = options.fileOrder ? PointOrder::OfFile : PointOrder::OfX;
+    auto file = ReadSeriesFile(options.read, progress.Shower("reading"), order);
     progress.Clear();
     if (!file) return file.Error();
 
+    if (!options.title.empty()) file->title = options.title;
     CSeriesView view(*file, "");
     std::vector<std::size_t> shown(file->series.size());
     std::iota(shown.begin(), shown.end(), 0);
-    view.SetGapFactor(options.gapFactor);
+    view.SetGapFactor(gap);
     view.ShowOnly(shown);
     view.OnInitialUpdate();
     const CPointEx whole = view.RangeX();
@@ -67,9 +119,15 @@ Result<int> Plot(const PlotOptions& options) {
     if (!to) return to.Error();
     if (*from >= *to) return UsageError("there is nothing between --from and --to");
     if (!options.from.empty() || !options.to.empty()) view.ShowRange(*from, *to);
-    if (!view.Export(options.output, *size, kDotsPerInch)) return Refusal("cannot write " + options.output);
-    if (!file->xRises && options.order == PointOrder::OfX)
-        std::fprintf(stderr, "tavin: %s: x is not in order; drawn in the order of x\n", file->title.c_str());
+    if (toStandardOutput) {
+        if (const auto failure = WriteToStandardOutput(view, options.format, *size)) return *failure;
+    } else if (!WritePicture(view, options.output, view.PictureTitle(), {*size, kDotsPerInch})) {
+        return Refusal("cannot write " + options.output);
+    }
+    if (!file->xRises && order == PointOrder::OfX)
+        std::fprintf(stderr,
+                     "tavin: %s: x is not in order; drawn in the order of x (--file-order: as it stands)\n",
+                     file->title.c_str());
     return kDone;
 }
 

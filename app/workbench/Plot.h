@@ -9,12 +9,14 @@ namespace app {
 
 struct PlotOptions {
     ReadOptions read;
-    std::string output;  // its ending says the format
+    std::string output;  // its ending says the format; "-" is standard output
+    std::string format;  // of standard output: png, svg or pdf; empty: png
+    std::string title;   // empty: the name of the file
     std::string size;    // as "1200x800"; empty: that
     std::string from;    // x of the left and the right edge as the user writes them; empty: the data's
     std::string to;
-    double gapFactor = 2.5;  // see CSeriesView::SetGapFactor
-    PointOrder order = PointOrder::OfX;
+    std::string gap;         // as CSeriesView::SetGapFactor takes it; empty: 2.5
+    bool fileOrder = false;  // joins the samples in the order of the rows
 };
 
 Result<int> Plot(const PlotOptions& options);

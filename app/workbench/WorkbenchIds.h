@@ -33,6 +33,11 @@ constexpr UINT kExport = 33122;
 constexpr UINT kReadAgain = 33123;
 constexpr UINT kShortcuts = 33124;
 constexpr UINT kCloseAll = 33125;
+constexpr UINT kCopyPicture = 33126;
+constexpr UINT kCopyValues = 33127;
+constexpr UINT kReload = 33128;
+constexpr UINT kDismiss = 33129;
+constexpr UINT kOpenSample = 33130;
 
 constexpr UINT kFitValues = 33140;
 constexpr UINT kNormalised = 33141;

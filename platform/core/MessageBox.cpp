@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/core/ModalSeam.h"
+
 namespace {
 
 MessageBoxHandler& Handler() {
@@ -17,6 +19,8 @@ MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
 }
 
 int AfxMessageBox(const char* text, UINT type) {
+    MessageBoxQuestion question(text ? text : "", type);
+    if (const std::optional<int> answer = AnswerInsteadOfUser(question)) return *answer;
     if (Handler()) return Handler()(text ? text : "", type);
     std::fprintf(stderr, "%s\n", text ? text : "");
     return IDOK;

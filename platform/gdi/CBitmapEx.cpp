@@ -49,6 +49,10 @@ int CBitmapEx::Copy(CDC*, CBitmapEx* other) {
 
 void* CBitmapEx::GetBits() { return m_picture->pixels.empty() ? nullptr : m_picture->pixels.data(); }
 
+const void* CBitmapEx::GetBits() const {
+    return m_picture->pixels.empty() ? nullptr : m_picture->pixels.data();
+}
+
 unsigned CBitmapEx::GetChanges() const { return m_picture->changes; }
 
 int CBitmapEx::GetWidth() const { return m_picture->width; }

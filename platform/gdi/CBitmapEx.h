@@ -28,6 +28,7 @@ class CBitmapEx {
 
     // The first pixel of the top row; null when empty. Valid until the next change of size.
     void* GetBits();
+    const void* GetBits() const;
     // Differs from an earlier answer when something was drawn in between.
     unsigned GetChanges() const;
     int GetWidth() const;

@@ -22,10 +22,12 @@
 #include "platform/gdi/CPen.h"
 #include "platform/gdi/CRgn.h"
 #include "platform/gdi/GdiTypes.h"
+#include "platform/gdi/LineBreaks.h"
 #include "platform/gdi/StatusFilter.h"
 
 class CBitmapEx;
 class PointPyramid;
+struct KeptLine;
 
 class CDC : public CObject {
   public:
@@ -120,6 +122,15 @@ class CDC : public CObject {
     BOOL Polyline(const CPoint* points, int count, const StatusFilter& which,
                   const PointPyramid* pyramid = nullptr);
 
+    // The same, smooth: pixels take the pen's colour in the share that the line covers. The line has round
+    // ends and joints and is as wide as 1.5 pixels of a screen of 96 dots per inch, on paper 0.25 mm, or as
+    // the pen where that is wider. A point between two breaks is a dot of twice the width. What a hairline
+    // alone can do stays one: styled pens and other raster operations than R2_COPYPEN. Coordinates are
+    // rounded to an eighth of a pixel along x and not at all along y. FALSE without a point. What was kept of
+    // just these points and breaks (see PointPyramid.h) changes no pixel.
+    BOOL SmoothPolyline(const CPoint* points, int count, const StatusFilter& which = {},
+                        const LineBreaks& breaks = {}, KeptLine* kept = nullptr);
+
     // Shapes: filled with the brush (crossing outlines: even-odd), outlined with the pen.
     BOOL Polygon(const CPoint* points, int count);
     BOOL Rectangle(int left, int top, int right, int bottom);
@@ -153,6 +164,10 @@ class CDC : public CObject {
     void DrawPixels(const CPoint* points, int count, COLORREF color, const StatusFilter& which = {});
     void DrawRectangles(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which = {});
     void DrawEllipses(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which = {});
+    // Round dots, smooth, whatever pen, brush and raster operation. The diameter is in 0.01 mm; a dot is
+    // never smaller than a smooth line is wide.
+    void DrawSmoothDots(const CPoint* points, int count, int diameter, COLORREF color,
+                        const StatusFilter& which = {});
 
   protected:
     struct State;

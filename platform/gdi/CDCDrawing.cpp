@@ -1,6 +1,5 @@
 // The drawing operations of device contexts.
 #include <cmath>
-#include <exception>
 #include <numbers>
 #include <utility>
 
@@ -10,17 +9,6 @@
 #include "platform/gdi/Shapes.h"
 
 namespace {
-
-// Nothing is thrown at the caller: a shape for which memory is short is not drawn.
-template <class Draw>
-BOOL Guarded(Draw&& draw) {
-    try {
-        draw();
-        return TRUE;
-    } catch (const std::exception&) {
-        return FALSE;
-    }
-}
 
 // The outline of a rectangle's pixels, each pixel once.
 void OutlineBox(const Canvas& canvas, const CRect& box, const HairPen& pen) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdlib>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -17,6 +18,17 @@
 inline CRect BoxRound(CPoint p, CSize half) {
     return {SubtractSaturated(p.x, half.cx), SubtractSaturated(p.y, half.cy), AddSaturated(p.x, half.cx),
             AddSaturated(p.y, half.cy)};
+}
+
+// Nothing is thrown at the caller: a shape for which memory is short is not drawn.
+template <class Draw>
+BOOL Guarded(Draw&& draw) {
+    try {
+        draw();
+        return TRUE;
+    } catch (const std::exception&) {
+        return FALSE;
+    }
 }
 
 // What SaveDC saves.
@@ -62,6 +74,11 @@ struct CDC::State : ContextAttributes {
     int PenWidth() const {
         return std::max(1, std::abs(std::max(-INT32_MAX, mapping.x.LengthToDevice(penRecord.width))));
     }
+    // Of a smooth line, device units.
+    double SmoothWidth() const;
+    bool DrawsSmoothLines() const {
+        return penRecord.style == PS_SOLID && (paper || rasterOperation == R2_COPYPEN);
+    }
     bool HasHairPen() const { return HasPen() && PenWidth() == 1; }
     Ink PenInk() const { return {ToPixel(penRecord.color), rasterOperation}; }
     Ink BrushInk() const {
@@ -87,6 +104,10 @@ struct CDC::State : ContextAttributes {
     // The drawing operations on a page; boxes are device rectangles.
     void LineOnPage(CPoint from, CPoint to);
     void PolylineOnPage(const CPoint* points, std::size_t count, const StatusFilter& which) const;
+    void SmoothPolylineOnPage(const CPoint* points, std::size_t count, const StatusFilter& which,
+                              const LineBreaks& breaks) const;
+    void SmoothDotsOnPage(const CPoint* points, std::size_t count, double diameter, COLORREF color,
+                          const StatusFilter& which) const;
     void PolygonOnPage(const CPoint* points, std::size_t count) const;
     void RectangleOnPage(const CRect& box) const;
     void EllipseOnPage(const CRect& box) const;

@@ -35,6 +35,53 @@ PointPyramid::PointPyramid(const CPoint* points, std::size_t count, const Status
             groups[i] = Union(finer.data() + i * kGroup, finer.data() + (i + 1) * kGroup);
         m_levels.push_back(std::move(groups));
     }
+    m_order = FindOrder();
+}
+
+// Blocks without a point that is taken, and points behind the last block, which is not full, are in order
+// too.
+PointPyramid::Order PointPyramid::FindOrder() const {
+    bool rising = true, falling = true, any = false;
+    PointExtremes before{};
+    const auto take = [&](const PointExtremes& block) {
+        if (block.minX > block.maxX) return;
+        rising &= !any || before.maxX <= block.minX;
+        falling &= !any || before.minX >= block.maxX;
+        before = block;
+        any = true;
+    };
+    for (const PointExtremes& block : m_levels[0]) take(block);
+    for (std::size_t i = m_levels[0].size() * kPointBlock; i < m_count; ++i)
+        if (m_which.Takes(i)) take({m_points[i].x, m_points[i].x, m_points[i].y, m_points[i].y});
+    if (!any || !(rising || falling)) return Order::None;
+    return rising ? Order::Rising : Order::Falling;
+}
+
+// The first block that lies behind something; from there on all do, those without a point aside.
+template <class Behind>
+std::size_t PointPyramid::FirstBlock(Behind&& behind) const {
+    const std::vector<PointExtremes>& blocks = m_levels[0];
+    std::size_t low = 0, high = blocks.size();
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        std::size_t filled = middle;
+        while (filled < high && blocks[filled].minX > blocks[filled].maxX) ++filled;
+        if (filled == high || behind(blocks[filled]))
+            high = middle;
+        else
+            low = filled + 1;
+    }
+    return low;
+}
+
+PointPyramid::Stretch PointPyramid::Within(std::int64_t left, std::int64_t right) const {
+    const bool rising = m_order == Order::Rising;
+    const std::size_t begin = FirstBlock(
+        [&](const PointExtremes& block) { return rising ? block.maxX >= left : block.minX <= right; });
+    const std::size_t end = FirstBlock(
+        [&](const PointExtremes& block) { return rising ? block.minX > right : block.maxX < left; });
+    const bool open = end == m_levels[0].size();
+    return {begin * kPointBlock, open ? m_count : end * kPointBlock};
 }
 
 // Evenly spread, the first and the last point among them. FNV-1a (Fowler, Noll, Vo) over whole values: each
@@ -92,17 +139,19 @@ std::size_t PointPyramid::Inside(std::size_t block, std::size_t stop, std::int32
     return inside;
 }
 
-const PointPyramid* PointPyramids::Of(const void* series, const CPoint* points, std::size_t count,
-                                      const StatusFilter& which) {
+KeptLine* PointPyramids::Of(const void* series, std::uint64_t changes, const CPoint* points,
+                            std::size_t count, const StatusFilter& which) {
     const auto kept = m_kept.find(series);
     if (kept != m_kept.end()) {
-        const PointPyramid& pyramid = kept->second;
-        if (pyramid.Describes(points, count, which) && pyramid.Resembles()) return &pyramid;
+        const PointPyramid& pyramid = kept->second.pyramid;
+        const bool same = kept->second.changes == changes && pyramid.Describes(points, count, which);
+        if (same && pyramid.Resembles()) return &kept->second;
         m_kept.erase(kept);
     }
     if (count < kWorthKeeping) return nullptr;
     try {
-        return &m_kept.emplace(series, PointPyramid(points, count, which)).first->second;
+        return &m_kept.emplace(series, KeptLine{PointPyramid(points, count, which), changes, {}})
+                    .first->second;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }

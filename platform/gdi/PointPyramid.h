@@ -7,6 +7,7 @@
 #include <map>
 #include <vector>
 
+#include "platform/gdi/LineRuns.h"
 #include "platform/gdi/PointRuns.h"
 
 class PointPyramid {
@@ -25,6 +26,16 @@ class PointPyramid {
     // lie within left <= x <= right.
     void SkipInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const;
 
+    // Whether x turns back somewhere between blocks of the points taken.
+    enum class Order { None, Rising, Falling };
+    Order XOrder() const { return m_order; }
+    // The points outside which none that is taken lies within left <= x <= right, a block more or less. Only
+    // while x keeps an order.
+    struct Stretch {
+        std::size_t begin, end;
+    };
+    Stretch Within(std::int64_t left, std::int64_t right) const;
+
     static bool BeginsBlock(std::size_t i) { return i % kPointBlock == 0; }
     // The first point behind the block that point i lies in.
     static std::size_t BlockEnd(std::size_t i) { return (i / kPointBlock + 1) * kPointBlock; }
@@ -38,24 +49,35 @@ class PointPyramid {
                        RunScan& scan) const;
 
     std::uint64_t Sample() const;
+    Order FindOrder() const;
+    template <class Behind>
+    std::size_t FirstBlock(Behind&& behind) const;
 
     const CPoint* m_points;
     std::size_t m_count;
     StatusFilter m_which;
     std::uint64_t m_sample;
     std::vector<std::vector<PointExtremes>> m_levels;  // of blocks, of groups of kGroup blocks, and so on
+    Order m_order;
 };
 
-// The pyramids of the series in a picture, one for each. Whoever keeps one clears it whenever points or
-// status words may have changed; arrays that moved, grew or were filled anew without that are noticed.
+// What is kept of one series.
+struct KeptLine {
+    PointPyramid pyramid;
+    std::uint64_t changes;
+    KeptRuns runs;
+};
+
+// What is kept of the series in a picture. Each series has a count that moves when its points or status words
+// do; arrays that moved, grew or were filled anew without that are noticed, single points are not.
 class PointPyramids {
   public:
     // The pyramid of these points of a series, built unless it is kept. Null where it would not pay or memory
     // is short. `series` is an identity only.
-    const PointPyramid* Of(const void* series, const CPoint* points, std::size_t count,
-                           const StatusFilter& which);
+    KeptLine* Of(const void* series, std::uint64_t changes, const CPoint* points, std::size_t count,
+                 const StatusFilter& which);
     void Clear() { m_kept.clear(); }
 
   private:
-    std::map<const void*, PointPyramid> m_kept;
+    std::map<const void*, KeptLine> m_kept;
 };

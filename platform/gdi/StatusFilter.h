@@ -10,6 +10,8 @@ struct StatusFilter {
     unsigned short value = 0;
 
     bool Takes(std::size_t i) const { return !status || (status[i] & mask) == value; }
+    // The same for the points from i on.
+    StatusFilter From(std::size_t i) const { return {status ? status + i : nullptr, mask, value}; }
 };
 
 // visit(point) for each point that the filter takes, in order.

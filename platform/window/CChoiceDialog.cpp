@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "platform/window/CWnd.h"
+#include "platform/window/Graveyard.h"
 
 namespace {
 
@@ -59,7 +60,6 @@ ChoiceWidget::ChoiceWidget(CChoiceDialog& dialog, const QString& title, QWidget*
     : QDialog(parent), m_dialog(dialog) {
     setWindowTitle(title);
     Build();
-    m_dialog.OnChange();
     Show();
     resize(640, 560);
 }
@@ -151,15 +151,16 @@ void ChoiceWidget::Read() {
 CChoiceDialog::CChoiceDialog(LPCSTR title, CWnd* parent) : m_title(title), m_parent(parent) {}
 
 int CChoiceDialog::DoModal() {
-    if (!Handler()) return Ask();
     OnChange();
-    return Handler()(*this);
+    if (const std::optional<int> answer = AnswerInsteadOfUser(*this)) return *answer;
+    return Handler() ? Handler()(*this) : Ask();
 }
 
 int CChoiceDialog::Ask() {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return IDCANCEL;
     QWidget* const over = m_parent && m_parent->GetSafeHwnd() ? m_parent->GetSafeHwnd()->window()
                                                               : QApplication::activeWindow();
+    const HandlingScope scope;
     ChoiceWidget widget(*this, QString::fromUtf8(m_title.GetString()), over);
     return widget.exec() == QDialog::Accepted ? IDOK : IDCANCEL;
 }

@@ -9,11 +9,12 @@
 
 #include "platform/core/CString.h"
 #include "platform/core/MessageBox.h"
+#include "platform/core/ModalSeam.h"
 #include "platform/window/WindowTypes.h"
 
 class CWnd;
 
-class CChoiceDialog {
+class CChoiceDialog : public ModalQuestion {
   public:
     struct Choice {
         CString label;  // with '&' before the letter to press
@@ -28,7 +29,6 @@ class CChoiceDialog {
     using Row = std::vector<CString>;
 
     explicit CChoiceDialog(LPCSTR title, CWnd* parent = nullptr);
-    virtual ~CChoiceDialog() = default;
 
     // IDOK when the user agreed; what was chosen stands in the members below.
     int DoModal();

@@ -5,6 +5,7 @@
 IMPLEMENT_DYNAMIC(CCmdTarget, CObject)
 
 bool CCmdTarget::OnCmdMsg(UINT, CCmdUI*) { return false; }
+bool CCmdTarget::OnControlMsg(UINT, UINT) { return false; }
 
 CCmdUI QueryCommand(CCmdTarget& target, UINT id) {
     CCmdUI state(id);

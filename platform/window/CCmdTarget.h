@@ -59,6 +59,9 @@ class CCmdTarget : public CObject {
     // With `update` null: runs command `id`; otherwise says what state it is in. False when neither this
     // object nor those that it passes commands to know the command.
     virtual bool OnCmdMsg(UINT id, CCmdUI* update);
+    // Control `id` sends notification `code` (BN_CLICKED ...). A window that does not know it passes it on to
+    // the window around it. False: nobody wanted it.
+    virtual bool OnControlMsg(UINT id, UINT code);
 };
 
 // The state of command `id` as `target` sees it: disabled when nobody answers it.
@@ -75,6 +78,25 @@ struct CommandHandler {
     void (Target::*plain)() = nullptr;
     void (Target::*numbered)(UINT id) = nullptr;
 };
+
+// One row for notifications, in a table of its own: the controls first to last, inclusive.
+template <class Target>
+struct ControlRow {
+    UINT code;
+    UINT first;
+    UINT last;
+    CommandHandler<Target> handler;
+};
+
+template <class Target, std::size_t N>
+bool RouteControl(Target& target, const ControlRow<Target> (&rows)[N], UINT id, UINT code) {
+    for (const ControlRow<Target>& row : rows) {
+        if (code != row.code || id < row.first || id > row.last) continue;
+        row.handler.plain ? (target.*row.handler.plain)() : (target.*row.handler.numbered)(id);
+        return true;
+    }
+    return false;
+}
 
 // One row: the numbers first to last, inclusive. Without an update handler the commands are always enabled.
 template <class Target>

@@ -2,7 +2,9 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStyle>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/window/CDocument.h"
@@ -25,6 +27,12 @@ namespace {
 CMDIChildWnd* ChildOf(QMdiSubWindow* window) {
     NativeWindow* native = NativeWindow::Of(window);
     return native ? static_cast<CMDIChildWnd*>(native->Owner()) : nullptr;
+}
+
+// The start and the length of one of `parts` equal parts of `length`.
+std::pair<int, int> Share(int length, int part, int parts) {
+    const int start = length * part / parts;
+    return {start, length * (part + 1) / parts - start};
 }
 
 }  // namespace
@@ -54,26 +62,56 @@ void CMDIFrameWnd::MDINext(bool backwards) {
     backwards ? area->activatePreviousSubWindow() : area->activateNextSubWindow();
 }
 
+// Those on the screen, with the active one first.
+std::vector<CMDIChildWnd*> CMDIFrameWnd::Arrangeable() const {
+    std::vector<CMDIChildWnd*> frames = GetChildren();
+    std::erase_if(frames,
+                  [](const CMDIChildWnd* child) { return !child->IsWindowVisible() || child->IsIconic(); });
+    const auto active = std::find(frames.begin(), frames.end(), MDIGetActive());
+    if (active != frames.end()) std::rotate(frames.begin(), active, active + 1);
+    return frames;
+}
+
 void CMDIFrameWnd::MDICascade() {
-    if (GetSafeHwnd()) GetNative()->MdiArea()->cascadeSubWindows();
+    const std::vector<CMDIChildWnd*> frames = Arrangeable();
+    if (frames.empty()) return;
+    const QMdiArea* const area = GetNative()->MdiArea();
+    const QSize room = area->viewport()->size();
+    const QSize size = room * 2 / 3;
+    const int step = area->style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    // As many steps as the area has room for, then from its corner again.
+    const int steps =
+        1 + std::min(room.width() - size.width(), room.height() - size.height()) / std::max(1, step);
+    for (std::size_t i = frames.size(); i-- > 0;) {
+        const int place = static_cast<int>(frames.size() - 1 - i) % std::max(1, steps);
+        QWidget* const window = frames[i]->GetSafeHwnd();
+        window->showNormal();
+        window->setGeometry(QRect(QPoint(place * step, place * step), size));
+        window->raise();
+    }
+    MDIActivate(frames.front());
 }
 
 void CMDIFrameWnd::MDITile(MdiTile direction) {
-    std::vector<QWidget*> windows;
-    for (CMDIChildWnd* child : GetChildren())
-        if (child->IsWindowVisible() && !child->IsIconic()) windows.push_back(child->GetSafeHwnd());
-    if (windows.empty()) return;
-    const QRect area = GetNative()->MdiArea()->viewport()->rect();
-    const int count = static_cast<int>(windows.size());
-    for (int i = 0; i < count; ++i) {
-        windows[i]->showNormal();
-        const auto share = [i, count](int length) {
-            return std::pair(length * i / count, length * (i + 1) / count - length * i / count);
-        };
-        const auto [top, height] = share(area.height());
-        const auto [left, width] = share(area.width());
-        windows[i]->setGeometry(direction == MdiTile::Horizontal ? QRect(0, top, area.width(), height)
-                                                                 : QRect(left, 0, width, area.height()));
+    const std::vector<CMDIChildWnd*> frames = Arrangeable();
+    if (frames.empty()) return;
+    const QSize area = GetNative()->MdiArea()->viewport()->size();
+    const bool columnsFirst = direction == MdiTile::Horizontal;
+    const int count = static_cast<int>(frames.size());
+    const int lines = static_cast<int>(std::sqrt(count));
+    int next = 0;
+    for (int line = 0; line < lines; ++line) {
+        // The lines that hold one more come last.
+        const int inLine = count / lines + (line >= lines - count % lines);
+        for (int place = 0; place < inLine; ++place) {
+            const auto [left, width] =
+                columnsFirst ? Share(area.width(), line, lines) : Share(area.width(), place, inLine);
+            const auto [top, height] =
+                columnsFirst ? Share(area.height(), place, inLine) : Share(area.height(), line, lines);
+            QWidget* const window = frames[static_cast<std::size_t>(next++)]->GetSafeHwnd();
+            window->showNormal();
+            window->setGeometry(left, top, width, height);
+        }
     }
 }
 

@@ -17,8 +17,10 @@ class CMDIFrameWnd : public CFrameWnd {
     // In the order of their creation.
     std::vector<CMDIChildWnd*> GetChildren() const;
     void MDINext(bool backwards = false);
-    // Minimised frames stay as they are.
+    // Minimised frames stay as they are. A cascade has windows of two thirds of the area, the active one on
+    // top.
     void MDICascade();
+    // From four frames on a grid, which fills up line by line.
     void MDITile(MdiTile direction);
 
     CFrameWnd* GetActiveFrame() override;
@@ -32,6 +34,7 @@ class CMDIFrameWnd : public CFrameWnd {
     NativeWindow* NewNative() override;
 
   private:
+    std::vector<CMDIChildWnd*> Arrangeable() const;
     void OnWindowCommand(UINT id);
     void OnUpdateWindowCommand(CCmdUI* state);
 

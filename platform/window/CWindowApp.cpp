@@ -67,12 +67,6 @@ CFrameWnd* AfxGetMainWnd() {
     return application ? application->m_pMainWnd : nullptr;
 }
 
-bool IsDarkPalette() {
-    if (!QCoreApplication::instance()) return false;
-    const QPalette palette = QGuiApplication::palette();
-    return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
-}
-
 CRect ScreenWorkArea() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     const QRect units = screen->availableGeometry();

@@ -53,7 +53,5 @@ class CWindowApp : public CWinApp {
 CFrameWnd* AfxGetMainWnd();
 // The main screen without its bars, in physical pixels.
 CRect ScreenWorkArea();
-// Whether the desktop shows light text on dark.
-bool IsDarkPalette();
 // Whether a program can show windows here. Without a display CWindowApp would end the process.
 bool IsDisplayAvailable();

@@ -26,11 +26,6 @@ std::deque<WindowClass>& WindowClasses() {
     return classes;
 }
 
-// Titles mark the place of a "modified" sign with "[*]"; doubled it stands for itself.
-QString TitleOf(const CString& text) {
-    return QString::fromUtf8(text.GetString()).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
-}
-
 CPoint OriginOnScreen(NativeWindow& native) {
     const QPoint origin = native.Client()->mapToGlobal(QPoint(0, 0));
     return {RoundHalfAway(origin.x() * native.Scale()), RoundHalfAway(origin.y() * native.Scale())};
@@ -110,7 +105,8 @@ BOOL CWnd::DestroyWindow() {
 
 CWnd* CWnd::GetParent() const {
     for (QWidget* widget = m_hWnd ? m_hWnd->parentWidget() : nullptr; widget; widget = widget->parentWidget())
-        if (NativeWindow* native = NativeWindow::Of(widget)) return native->Owner();
+        if (NativeWindow* native = NativeWindow::Of(widget); native && native->Owner())
+            return native->Owner();
     return nullptr;
 }
 
@@ -175,9 +171,12 @@ BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT) {
 
 void CWnd::SetWindowText(LPCSTR text) {
     m_text = text;
-    if (!m_hWnd) return;
-    m_hWnd->setWindowTitle(TitleOf(m_text));
-    m_hWnd->setAccessibleName(QString::fromUtf8(m_text.GetString()));
+    if (m_hWnd) GetNative()->SetText(QString::fromUtf8(m_text.GetString()));
+}
+
+void CWnd::GetWindowText(CString& text) const {
+    text = m_text;
+    if (m_hWnd) GetNative()->GetText(text);
 }
 
 void CWnd::UpdateWindow() {
@@ -201,13 +200,16 @@ void CWnd::OnClose() { DestroyWindow(); }
 void CWnd::OnSize(UINT, int, int) {}
 void CWnd::OnPaint() {}
 void CWnd::OnSetFocus(CWnd*) {}
+void CWnd::OnKillFocus(CWnd*) {}
 void CWnd::OnLButtonDown(UINT, CPoint) {}
 void CWnd::OnLButtonUp(UINT, CPoint) {}
 void CWnd::OnLButtonDblClk(UINT, CPoint) {}
 void CWnd::OnMButtonDblClk(UINT, CPoint) {}
 void CWnd::OnMouseMove(UINT, CPoint) {}
+void CWnd::OnRButtonDown(UINT, CPoint) {}
+void CWnd::OnRButtonUp(UINT, CPoint) {}
+BOOL CWnd::OnMouseHWheel(UINT, short, CPoint) { return FALSE; }
 BOOL CWnd::OnMouseWheel(UINT, short, CPoint) { return FALSE; }
-void CWnd::OnMouseHWheel(UINT, short, CPoint) {}
 void CWnd::OnMouseLeave() {}
 void CWnd::OnKeyDown(UINT, UINT, UINT) {}
 void CWnd::OnKeyUp(UINT, UINT, UINT) {}

@@ -47,6 +47,19 @@ class CWnd : public CCmdTarget {
     virtual BOOL DestroyWindow();
 
     HWND GetSafeHwnd() const { return m_hWnd; }
+    // The control with this number in the window, or null. One that no object stands for yet gets an object
+    // that lives as long as the control.
+    CWnd* GetDlgItem(int id) const;
+    int GetDlgCtrlID() const;
+    // Lets this object stand for a window that is there already: a control, or a widget of the host's. The
+    // object may go before it. FALSE when either has a partner.
+    BOOL Attach(HWND window);
+    BOOL SubclassDlgItem(UINT id, CWnd* parent);
+    // The window stays, without this object.
+    HWND Detach();
+    BOOL EnableWindow(BOOL enable = TRUE);
+    BOOL IsWindowEnabled() const;
+
     // The window this one stands in, or null.
     CWnd* GetParent() const;
     // The innermost frame around this window, or null.
@@ -65,14 +78,17 @@ class CWnd : public CCmdTarget {
     BOOL IsZoomed() const;
     void SetFocus();
     BOOL GetWindowPlacement(WINDOWPLACEMENT* placement) const;
-    // A window of its own that would stand outside every screen is moved onto one.
+    // A window whose title bar would be out of sight, or that is larger than its screen, is brought into it;
+    // a child frame into its area.
     BOOL SetWindowPlacement(const WINDOWPLACEMENT* placement);
     DWORD GetStyle() const { return m_style; }
     // FALSE when nothing changed. Caption, system menu and scroll bars follow at once.
     BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
 
     void SetWindowText(LPCSTR text);
-    void GetWindowText(CString& text) const { text = m_text; }
+    void GetWindowText(CString& text) const;
+
+    bool OnControlMsg(UINT id, UINT code) override;
 
     // Asks for OnPaint, after filling the client area with the background colour when `erase` is set.
     void Invalidate(BOOL erase = TRUE);
@@ -112,17 +128,20 @@ class CWnd : public CCmdTarget {
     virtual void OnSize(UINT type, int cx, int cy);
     virtual void OnPaint();
     virtual void OnSetFocus(CWnd* oldWindow);
+    virtual void OnKillFocus(CWnd* newWindow);
     virtual void OnLButtonDown(UINT flags, CPoint point);
     virtual void OnLButtonUp(UINT flags, CPoint point);
     // The second press of a double click; a class without CS_DBLCLKS gets OnLButtonDown instead.
     virtual void OnLButtonDblClk(UINT flags, CPoint point);
     virtual void OnMButtonDblClk(UINT flags, CPoint point);
+    // OnContextMenu follows where the window has one.
+    virtual void OnRButtonDown(UINT flags, CPoint point);
+    virtual void OnRButtonUp(UINT flags, CPoint point);
     virtual void OnMouseMove(UINT flags, CPoint point);
     // Once for each notch, WHEEL_DELTA away from the user or -WHEEL_DELTA towards him. Screen coordinates.
     virtual BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
-    // Turned to the right (more than 0) or left by so many of WHEEL_DELTA; touch pads turn in small steps.
-    // Screen coordinates.
-    virtual void OnMouseHWheel(UINT flags, short delta, CPoint point);
+    // To the right for positive values: notches of WHEEL_DELTA, or smaller steps of a touch pad as they come.
+    virtual BOOL OnMouseHWheel(UINT flags, short delta, CPoint point);
     // The mouse is no longer over the client area.
     virtual void OnMouseLeave();
     // Again and again while the key is held. Arrow and page keys move the scroll bars afterwards.

@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <span>
+#include <vector>
 
 #include "platform/core/Types.h"
 
@@ -84,6 +85,8 @@ class IconTable {
 
 // Null or empty when no table has it.
 const CommandResource* FindCommandResource(UINT id);
+// Every command with a text, the newest table's first.
+std::vector<CommandResource> CommandResources();
 std::span<const MenuResource> FindMenuResource(UINT id);
 std::span<const UINT> FindToolBarResource(UINT id);
 const char* FindIconResource(const char* name);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/window/CWnd.h"
+#include "platform/window/Graveyard.h"
 
 namespace {
 
@@ -85,11 +86,13 @@ CFileDialog::CFileDialog(Kind kind, LPCSTR defaultExtension, LPCSTR fileName, LP
 }
 
 int CFileDialog::DoModal() {
+    if (const std::optional<int> answer = AnswerInsteadOfUser(*this)) return *answer;
     if (FileHandler()) return FileHandler()(*this);
     return HasWindows() ? Ask() : IDCANCEL;
 }
 
 int CFileDialog::Ask() {
+    const HandlingScope scope;
     QFileDialog dialog(Over(m_parent));
     dialog.setAcceptMode(m_kind == Kind::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(m_kind == Kind::Open          ? QFileDialog::ExistingFile
@@ -105,8 +108,10 @@ int CFileDialog::Ask() {
 }
 
 int CColorDialog::DoModal() {
+    if (const std::optional<int> answer = AnswerInsteadOfUser(*this)) return *answer;
     if (ColorHandler()) return ColorHandler()(*this);
     if (!HasWindows()) return IDCANCEL;
+    const HandlingScope scope;
     QColorDialog dialog(QColor(GetRValue(m_color), GetGValue(m_color), GetBValue(m_color)), Over(m_parent));
     dialog.setOption(QColorDialog::DontUseNativeDialog);
     if (dialog.exec() != QDialog::Accepted) return IDCANCEL;
@@ -116,6 +121,7 @@ int CColorDialog::DoModal() {
 }
 
 int ShowMessageBox(const char* text, UINT type) {
+    const HandlingScope scope;
     QMessageBox box(IconOf(type), QApplication::applicationName(), QString::fromUtf8(text), ButtonsOf(type),
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);

@@ -8,11 +8,12 @@
 
 #include "platform/core/CString.h"
 #include "platform/core/MessageBox.h"
+#include "platform/core/ModalSeam.h"
 #include "platform/window/WindowTypes.h"
 
 class CWnd;
 
-class CFileDialog {
+class CFileDialog : public ModalQuestion {
   public:
     enum class Kind { Open, OpenSeveral, Save };
 
@@ -40,7 +41,7 @@ class CFileDialog {
     std::vector<CString> m_paths;
 };
 
-class CColorDialog {
+class CColorDialog : public ModalQuestion {
   public:
     explicit CColorDialog(COLORREF initial = 0, CWnd* parent = nullptr)
         : m_color(initial), m_parent(parent) {}

@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "platform/core/Rounding.h"
+#include "platform/window/CMessageBar.h"
 #include "platform/window/CommandActions.h"
 #include "platform/window/NativeWindow.h"
 
@@ -27,6 +28,7 @@ void AdoptInMainWindow(QMainWindow& body, QWidget* child, UINT id) {
     if (auto* toolBar = qobject_cast<QToolBar*>(child)) return body.addToolBar(toolBar);
     if (auto* statusBar = qobject_cast<QStatusBar*>(child)) return body.setStatusBar(statusBar);
     if (id == AFX_IDW_PANE_FIRST) return body.setCentralWidget(child);
+    if (id == AFX_IDW_MESSAGE_BAR) return body.setMenuWidget(child);
     child->setParent(&body);
 }
 

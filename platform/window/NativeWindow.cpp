@@ -1,5 +1,7 @@
 #include "platform/window/NativeWindow.h"
 
+#include "platform/window/Controls.h"
+
 #include <QGuiApplication>
 #include <QPointer>
 #include <QScreen>
@@ -8,7 +10,10 @@
 #include <utility>
 #include <vector>
 
-NativeWindow* NativeWindow::Of(QWidget* widget) { return dynamic_cast<NativeWindow*>(widget); }
+NativeWindow* NativeWindow::Of(QWidget* widget) {
+    auto* const native = dynamic_cast<NativeWindow*>(widget);
+    return native || !widget ? native : AttachedTo(*widget);
+}
 
 double NativeWindow::Scale() { return Widget()->devicePixelRatioF(); }
 
@@ -40,6 +45,12 @@ CRect NativeWindow::NormalRect() { return PixelsOf(Widget()->geometry()); }
 void NativeWindow::SetNormalRect(const CRect& rect) { Widget()->setGeometry(UnitsOf(rect)); }
 
 void NativeWindow::Adopt(QWidget* child, UINT) { child->setParent(Client()); }
+
+// Titles mark the place of a "modified" sign with "[*]"; doubled it stands for itself.
+void NativeWindow::SetText(const QString& text) {
+    Widget()->setWindowTitle(QString(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+    Widget()->setAccessibleName(text);
+}
 
 void NativeWindow::Show(int how) {
     // A window that ended while it was being placed stays hidden.
@@ -92,4 +103,7 @@ void NativeWindow::Destroy() {
     EmptyGraveyard();
 }
 
-void NativeWindow::LoseOwner() { m_ending ? (void)(m_owner = nullptr) : Destroy(); }
+void NativeWindow::LoseOwner() {
+    if (LetOwnerGo()) return;
+    m_ending ? (void)(m_owner = nullptr) : Destroy();
+}

@@ -14,6 +14,7 @@ class CBitmapEx;
 class QMainWindow;
 class QMdiArea;
 class QRect;
+class QString;
 
 // The base of every widget that stands for a CWnd. The owner is null once the window has ended; the widget
 // itself rests in the graveyard then, because the toolkit must not lose a widget whose event is being
@@ -39,6 +40,11 @@ class NativeWindow {
     // The widget goes for good, at once or soon.
     virtual void Retire() {}
     virtual void ApplyStyle(DWORD style) = 0;
+    virtual void SetText(const QString& text);
+    // Where the user may have changed it.
+    virtual void GetText(CString& text) { (void)text; }
+    // The object goes; true when the widget stays without it.
+    virtual bool LetOwnerGo() { return false; }
     virtual void Show(int how);
     virtual void Invalidate(bool erase) { (void)erase; }
     virtual void PaintNow() {}
@@ -78,6 +84,9 @@ class NativeWindow {
         }
     }
 
+  protected:
+    CWnd* ReleaseOwner() { return std::exchange(m_owner, nullptr); }
+
   private:
     CWnd* m_owner;
     bool m_ending = false;
@@ -102,6 +111,9 @@ struct WindowEvents {
     static void Size(CWnd* w, UINT type, int cx, int cy) { w->OnSize(type, cx, cy); }
     static void Paint(CWnd* w) { w->OnPaint(); }
     static void Focus(CWnd* w) { w->OnSetFocus(nullptr); }
+    static void FocusLost(CWnd* w) { w->OnKillFocus(nullptr); }
+    static void RightDown(CWnd* w, UINT flags, CPoint p) { w->OnRButtonDown(flags, p); }
+    static void RightUp(CWnd* w, UINT flags, CPoint p) { w->OnRButtonUp(flags, p); }
     static void LeftDown(CWnd* w, UINT flags, CPoint p) { w->OnLButtonDown(flags, p); }
     static void LeftUp(CWnd* w, UINT flags, CPoint p) { w->OnLButtonUp(flags, p); }
     static void LeftDouble(CWnd* w, UINT flags, CPoint p) {

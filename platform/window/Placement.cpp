@@ -2,6 +2,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 
 #include "platform/window/NativeWindow.h"
 
@@ -11,13 +12,42 @@ bool IsMinimized(int how) {
     return how == SW_SHOWMINIMIZED || how == SW_MINIMIZE || how == SW_SHOWMINNOACTIVE;
 }
 
-// A rectangle that some screen shows a part of; `rect` itself wherever possible.
-CRect OnSomeScreen(NativeWindow& native, const CRect& rect) {
-    for (const QScreen* screen : QGuiApplication::screens())
-        if (screen->availableGeometry().intersects(native.UnitsOf(rect))) return rect;
-    const CRect screen = native.PixelsOf(QGuiApplication::primaryScreen()->availableGeometry());
-    return {screen.left, screen.top, AddSaturated(screen.left, rect.Width()),
-            AddSaturated(screen.top, rect.Height())};
+// How much of a title bar must be in sight for the user to take hold of it, in the toolkit's units.
+constexpr QSize kHold{60, 16};
+
+// A rectangle that fits one of the areas and has its title bar in sight; `rect` itself wherever possible.
+CRect InSight(NativeWindow& native, const CRect& rect, const QList<QRect>& areas) {
+    QRect wanted = native.UnitsOf(rect);
+    const QRect title(wanted.topLeft(), QSize(wanted.width(), kHold.height()));
+    for (const QRect& area : areas) {
+        const QRect seen = area & title;
+        const bool holds =
+            seen.width() >= std::min(kHold.width(), title.width()) && seen.height() >= kHold.height();
+        if (holds && wanted.width() <= area.width() && wanted.height() <= area.height()) return rect;
+    }
+    // The area that shows most of it, else the first.
+    const QRect* home = &areas.front();
+    const auto shown = [&wanted](const QRect& area) {
+        const QRect part = area & wanted;
+        return std::int64_t{part.width()} * part.height();
+    };
+    for (const QRect& area : areas)
+        if (shown(area) > shown(*home)) home = &area;
+    wanted.setSize(wanted.size().boundedTo(home->size()));
+    wanted.moveLeft(std::clamp(wanted.left(), home->left(), home->right() + 1 - wanted.width()));
+    wanted.moveTop(std::clamp(wanted.top(), home->top(), home->bottom() + 1 - wanted.height()));
+    return native.PixelsOf(wanted);
+}
+
+// Where a window may stand: on a screen, a child frame in its area. Empty for an area without a size yet.
+QList<QRect> AreasFor(const CWnd& window) {
+    if (window.GetParent()) {
+        const QWidget* const area = window.GetSafeHwnd()->parentWidget();
+        return area->isVisible() ? QList<QRect>{area->rect()} : QList<QRect>();
+    }
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) screens << screen->availableGeometry();
+    return screens;
 }
 
 }  // namespace
@@ -46,7 +76,8 @@ BOOL CWnd::SetWindowPlacement(const WINDOWPLACEMENT* placement) {
     if (!m_hWnd || !placement) return FALSE;
     NativeWindow* native = GetNative();
     const CRect wanted(placement->rcNormalPosition);
-    native->SetNormalRect(GetParent() ? wanted : OnSomeScreen(*native, wanted));
+    const QList<QRect> areas = AreasFor(*this);
+    native->SetNormalRect(areas.isEmpty() ? wanted : InSight(*native, wanted, areas));
     if (!m_hWnd) return FALSE;
     const int how = static_cast<int>(placement->showCmd);
     if (IsMinimized(how) || how == SW_SHOWMAXIMIZED || how == SW_HIDE) {

@@ -10,6 +10,7 @@
 #include "platform/gdi/PaperDevice.h"
 #include "platform/window/CDocument.h"
 #include "platform/window/CView.h"
+#include "platform/window/Graveyard.h"
 
 // A context that is there already, or a printer that the user chose.
 struct PrintTarget {
@@ -62,6 +63,7 @@ std::unique_ptr<QPrinter> NewPrinter(const CPrintInfo& info) {
 // The user's printer and pages; null when he cancelled.
 std::shared_ptr<PrintTarget> AskUser(const CView& view, CPrintInfo& info) {
     if (!HasWindows()) return nullptr;
+    const HandlingScope scope;
     auto target = std::make_shared<PrintTarget>();
     target->printer = NewPrinter(info);
     QPrintDialog dialog(target->printer.get(), WindowOf(view));
@@ -74,9 +76,9 @@ std::shared_ptr<PrintTarget> AskUser(const CView& view, CPrintInfo& info) {
     return target;
 }
 
-std::shared_ptr<PrintTarget> AskHandler(CPrintInfo& info) {
-    PrintRequest request{info.m_strTitle, info.GetMinPage(), info.GetMaxPage(), 0, 0, {}};
-    if (DialogHandler()(request) != IDOK) return nullptr;
+// What a handler answers instead; null when it cancelled.
+std::shared_ptr<PrintTarget> TargetOf(const PrintRequest& request, int answer, CPrintInfo& info) {
+    if (answer != IDOK) return nullptr;
     info.SetRange(request.fromPage, request.toPage);
     PageSetup setup;
     setup.title = info.m_strTitle;
@@ -150,7 +152,13 @@ PreviewHandler SetPreviewHandler(PreviewHandler handler) {
 
 BOOL CView::DoPreparePrinting(CPrintInfo* info) {
     if (info->m_bPreview || info->m_target) return TRUE;
-    info->m_target = DialogHandler() ? AskHandler(*info) : AskUser(*this, *info);
+    PrintRequest request;
+    request.title = info->m_strTitle;
+    request.minPage = info->GetMinPage();
+    request.maxPage = info->GetMaxPage();
+    std::optional<int> answer = AnswerInsteadOfUser(request);
+    if (!answer && DialogHandler()) answer = DialogHandler()(request);
+    info->m_target = answer ? TargetOf(request, *answer, *info) : AskUser(*this, *info);
     return info->m_target != nullptr;
 }
 
@@ -175,8 +183,12 @@ void CView::OnFilePrintPreview() {
     CPrintInfo info;
     info.m_bPreview = TRUE;
     if (!PrintJob::Prepare(*this, info)) return;
-    if (PreviewSeam()) return PreviewSeam()([&](CPrintDC& dc) { return PrintJob::Draw(*this, dc, info); });
+    PreviewQuestion question;
+    question.drawPages = [&](CPrintDC& dc) { return PrintJob::Draw(*this, dc, info); };
+    if (AnswerInsteadOfUser(question)) return;
+    if (PreviewSeam()) return PreviewSeam()(question.drawPages);
     if (!HasWindows()) return;
+    const HandlingScope scope;
     const auto printer = NewPrinter(info);
     QPrintPreviewDialog dialog(printer.get(), WindowOf(*this));
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested,

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+#include "platform/core/ModalSeam.h"
 #include "platform/gdi/CPrintDC.h"
 #include "platform/window/CPrintInfo.h"
 
@@ -15,13 +16,18 @@ class CView;
 bool PrintToPdf(CView& view, const char* path, const PageSetup& setup = {});
 
 // What the print dialog asks for.
-struct PrintRequest {
+struct PrintRequest : ModalQuestion {
     CString title;
-    UINT minPage;
-    UINT maxPage;
+    UINT minPage = 1;
+    UINT maxPage = 1;
     UINT fromPage = 0;  // 0: all
     UINT toPage = 0;
     CString pdfPath;  // print into this file
+};
+
+// The preview as a question: a handler that shows the pages calls this, any number of times.
+struct PreviewQuestion : ModalQuestion {
+    std::function<bool(CPrintDC&)> drawPages;
 };
 
 // Answers by setting the path and perhaps the pages and returning IDOK, or returns IDCANCEL.

@@ -11,6 +11,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <map>
 
@@ -165,20 +166,22 @@ void ViewWidget::paintEvent(QPaintEvent*) {
 }
 
 void ViewWidget::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return;
+    const bool left = event->button() == Qt::LeftButton;
+    if (!left && event->button() != Qt::RightButton) return;
     // What a drag draws on top must not be lost to a redraw that was asked for before it.
     PaintNow();
     const UINT flags = FlagsOf(event->buttons(), event->modifiers());
     const CPoint point = PixelOf(event->position());
-    Tell([=](CWnd* w) { WindowEvents::LeftDown(w, flags, point); });
+    Tell([=](CWnd* w) { (left ? WindowEvents::LeftDown : WindowEvents::RightDown)(w, flags, point); });
 }
 
 void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return;
+    const bool left = event->button() == Qt::LeftButton;
+    if (!left && event->button() != Qt::RightButton) return;
     PaintNow();
     const UINT flags = FlagsOf(event->buttons(), event->modifiers());
     const CPoint point = PixelOf(event->position());
-    Tell([=](CWnd* w) { WindowEvents::LeftUp(w, flags, point); });
+    Tell([=](CWnd* w) { (left ? WindowEvents::LeftUp : WindowEvents::RightUp)(w, flags, point); });
 }
 
 void ViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -217,7 +220,7 @@ void ViewWidget::wheelEvent(QWheelEvent* event) {
     }
     const int turned = event->angleDelta().y();
     // Fine wheels and touch pads turn in small steps: they count when they make a notch together.
-    m_wheel = (m_wheel < 0) == (turned < 0) ? m_wheel + turned : turned;
+    if (turned != 0) m_wheel = (m_wheel < 0) == (turned < 0) ? m_wheel + turned : turned;
     const UINT flags = FlagsOf(event->buttons(), event->modifiers());
     const CPoint client = PixelOf(event->position());
     while (std::abs(m_wheel) >= WHEEL_DELTA) {
@@ -278,6 +281,7 @@ void ViewWidget::focusInEvent(QFocusEvent* event) {
 void ViewWidget::focusOutEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusOutEvent(event);
     while (!m_held.empty()) LetGo(m_held.begin()->first);
+    Tell([](CWnd* w) { WindowEvents::FocusLost(w); });
 }
 
 void ViewWidget::ConnectScrollBar(int bar, QScrollBar* native) {

@@ -68,6 +68,16 @@ constexpr DWORD WS_OVERLAPPEDWINDOW =
 // A frame appends its document's title to its caption.
 constexpr DWORD FWS_ADDTOTITLE = 0x00008000;
 
+// Notifications: what the user did with a control. Numbers of different kinds of controls coincide.
+constexpr UINT BN_CLICKED = 0;
+constexpr UINT EN_SETFOCUS = 0x0100;
+constexpr UINT EN_KILLFOCUS = 0x0200;
+constexpr UINT EN_CHANGE = 0x0300;
+constexpr UINT CBN_SELCHANGE = 1;
+constexpr UINT CBN_EDITCHANGE = 5;
+constexpr UINT LBN_SELCHANGE = 1;
+constexpr UINT LBN_DBLCLK = 2;
+
 // Window class styles.
 constexpr UINT CS_VREDRAW = 0x0001;
 constexpr UINT CS_HREDRAW = 0x0002;

@@ -16,12 +16,14 @@ std::string StepAtNoon() {
     return text;
 }
 
-// How many pixels of the first series' colour a part of the picture has.
+// How many pixels a part of the picture has that show more of the first series' blue than of white paper.
 int SeriesPixels(const QImage& picture, const QRect& part) {
     int count = 0;
     for (int y = part.top(); y <= part.bottom(); ++y)
-        for (int x = part.left(); x <= part.right(); ++x)
-            count += (picture.pixel(x, y) & 0xFFFFFF) == 0x0072B2;
+        for (int x = part.left(); x <= part.right(); ++x) {
+            const QRgb pixel = picture.pixel(x, y);
+            count += qBlue(pixel) - qRed(pixel) > 0xB2 / 2;
+        }
     return count;
 }
 
@@ -56,18 +58,37 @@ TEST_F(PlotTest, DrawsThePartAskedForOverTheWholeWidth) {
     EXPECT_EQ(SeriesPixels(picture, {80, 250, 450, 150}), 0);
 }
 
+TEST_F(PlotTest, LinesBreakWhereSamplesAreMissing) {
+    std::string text = "x,y\n";
+    for (int i = 0; i < 100; ++i)
+        if (i < 40 || i >= 60) text += std::to_string(i) + "," + std::to_string(i % 2) + "\n";
+    folder.Write("step.csv", text);
+    // The middle of the plot, between samples 40 and 60.
+    const QRect middle(280, 60, 60, 250);
+    EXPECT_EQ(SeriesPixels(Picture("--size 600x400"), middle), 0);
+    EXPECT_GT(SeriesPixels(Picture("--size 600x400 --gap 0"), middle), 20);
+    EXPECT_GT(SeriesPixels(Picture("--size 600x400 --gap 30"), middle), 20);
+}
+
 TEST_F(PlotTest, WritesDrawingsAndPages) {
     EXPECT_EQ(folder.Run("plot step.csv -o step.svg").exitCode, 0);
     EXPECT_NE(folder.Read("step.svg").find("<svg"), std::string::npos);
     EXPECT_EQ(folder.Run("plot - -y level -o step.pdf < step.csv").exitCode, 0);
     EXPECT_EQ(folder.Read("step.pdf").substr(0, 5), "%PDF-");
+    const auto piped = folder.Run("plot step.csv -o - --format svg --title 'Noon & after'");
+    EXPECT_NE(piped.out.find("<title>Noon &amp; after</title>"), std::string::npos) << piped.err;
+    EXPECT_EQ(piped.out.compare(piped.out.size() - 7, 6, "</svg>"), 0);
+    EXPECT_EQ(folder.Run("plot step.csv -o - >/dev/full").exitCode, 1);
+    EXPECT_EQ(folder.Count(), 3u);
 }
 
 TEST_F(PlotTest, RefusesWithOneMessageAndLeavesNothingBehind) {
     const RefusedRun cases[] = {
         {"plot step.csv -o step.gif", 2, "must end in .png, .svg or .pdf"},
+        {"plot step.csv -o step.png --format svg", 2, "--format is that of standard output"},
         {"plot step.csv -o step.png --size 12", 2, "--size 12"},
         {"plot step.csv -o step.png --size 99999x99999", 2, "--size"},
+        {"plot step.csv -o step.png --gap wide", 2, "--gap wide: expected"},
         {"plot step.csv -o step.png --from noon", 2, "--from noon: expected a time"},
         {"plot step.csv -o step.png --from 2024-03-02 --to 2024-03-01", 2, "nothing between"},
         {"plot step.csv -o step.png -y depth", 2, "there is no column \"depth\""},

@@ -1,10 +1,14 @@
 // The workbench driven with real events, without a display; once with one.
+#include <QClipboard>
 #include <QDropEvent>
 #include <QImage>
 #include <QMimeData>
 #include <QUrl>
 #include <QWheelEvent>
 #include <QtTest>
+#include <cctype>
+#include <set>
+#include <thread>
 
 #include "app/workbench/CGraphFrame.h"
 #include "app/workbench/CSeriesView.h"
@@ -176,7 +180,7 @@ TEST_F(WorkbenchTest, ExportsTheViewInEveryFormat) {
         EXPECT_TRUE(folder.Has(name)) << name;
     }
     const QImage picture(QString::fromStdString(folder.Path("out.png")));
-    EXPECT_EQ(CSize(picture.width(), picture.height()), view.PixelSize());
+    EXPECT_EQ(CSize(picture.width(), picture.height()), view.ShownSize().pixels);
     EXPECT_TRUE(messages.empty());
     const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
         dialog.SetPathNames({CString(folder.Path("nowhere/out.png"))});
@@ -188,16 +192,161 @@ TEST_F(WorkbenchTest, ExportsTheViewInEveryFormat) {
     EXPECT_NE(messages[0].find("nowhere/out.png"), std::string::npos);
 }
 
-TEST_F(WorkbenchTest, AFileThatCannotBeReadGetsOneMessageAndTheProgramStays) {
+TEST_F(WorkbenchTest, ASuffixThatIsNoPictureIsRefusedAndCapitalsAreNot) {
+    Open();
+    std::string name;
+    const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
+        dialog.SetPathNames({CString(folder.Path(name))});
+        return IDOK;
+    });
+    name = "out.PNG";
+    RunCommand(*frame, kExport);
+    EXPECT_TRUE(folder.Has("out.PNG"));
+    EXPECT_TRUE(messages.empty());
+    name = "out.gif";
+    RunCommand(*frame, kExport);
+    SetFileDialogHandler(before);
+    EXPECT_FALSE(folder.Has("out.gif"));
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_NE(messages[0].find(".png, .svg or .pdf"), std::string::npos) << messages[0];
+}
+
+TEST_F(WorkbenchTest, CopiesThePictureAndTheValuesInView) {
+    CSeriesView& view = Open();
+    Key(Qt::Key_C, Qt::ControlModifier);
+    const QImage picture = QGuiApplication::clipboard()->image();
+    EXPECT_EQ(CSize(picture.width(), picture.height()), view.ShownSize().pixels);
+    RunCommand(*frame, kAllSeries);
+    Settle();
+    Key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    const QStringList all = QGuiApplication::clipboard()->text().split('\n');
+    ASSERT_EQ(all.size(), 243);  // heading, 241 rows, the end of the last one
+    EXPECT_EQ(all[0].toStdString(), "time\tlevel [m]\ttemperature");
+    EXPECT_EQ(all[2].toStdString(), "2024-03-01T01:00:00\t0.25\t16");
+    for (int i = 0; i < 4; ++i) Key(Qt::Key_Plus);
+    Key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    const int quarter = static_cast<int>(QGuiApplication::clipboard()->text().split('\n').size()) - 2;
+    EXPECT_GE(quarter, 58);
+    EXPECT_LE(quarter, 62);
+}
+
+// Neighbours in a menu that answer to one letter cannot both be reached by it.
+TEST(WorkbenchMenus, NoTwoEntriesOfAMenuHaveTheSameLetter) {
+    const WorkbenchResources resources;
+    std::vector<std::string> open = {""};  // letters so far, of each menu around
+    const auto note = [&](const std::string& text) {
+        const auto at = text.find('&');
+        if (at == std::string::npos) return;
+        const char letter = static_cast<char>(std::tolower(static_cast<unsigned char>(text[at + 1])));
+        EXPECT_EQ(open.back().find(letter), std::string::npos) << text << " among " << open.back();
+        open.back() += letter;
+    };
+    std::set<std::string> shortcuts;
+    for (const UINT menu : {kMainFrame, kViewContextMenu}) {
+        for (const MenuResource& row : FindMenuResource(menu)) {
+            if (row.kind == MenuResource::Kind::Popup) {
+                note(row.text);
+                open.emplace_back();
+            } else if (row.kind == MenuResource::Kind::End) {
+                open.pop_back();
+            } else if (row.kind == MenuResource::Kind::Item) {
+                const std::string text = FindCommandResource(row.id)->text;
+                note(text);
+                const auto tab = text.find('\t');
+                if (menu != kMainFrame || tab == std::string::npos) continue;
+                EXPECT_TRUE(shortcuts.insert(text.substr(tab)).second) << text;
+            }
+        }
+        open = {""};
+    }
+}
+
+TEST_F(WorkbenchTest, FilesThatCannotBeReadGetOneMessageAndTheProgramStays) {
     folder.Write("words.csv", "these are\nonly words\n");
     frame->OpenFiles({folder.Path("words.csv"), folder.Path("none.csv"), folder.Path("days.csv")});
-    ASSERT_EQ(messages.size(), 2u);
-    EXPECT_NE(messages[0].find("words.csv:1: not a table"), std::string::npos) << messages[0];
+    Settle();
+    ASSERT_EQ(messages.size(), 1u);
+    for (const char* word : {"2 files", "words.csv:1: not a table", "none.csv"})
+        EXPECT_NE(messages[0].find(word), std::string::npos) << messages[0];
     EXPECT_EQ(messages[0].find("--"), std::string::npos) << messages[0];
-    EXPECT_NE(messages[1].find("none.csv"), std::string::npos);
-    EXPECT_EQ(frame->GetChildren().size(), 1u);
+    EXPECT_EQ(frame->Documents().size(), 1u);
     EXPECT_EQ(RecentFiles().front(), folder.Path("days.csv"));
     for (const auto& path : RecentFiles()) EXPECT_NE(path, folder.Path("none.csv"));
+}
+
+TEST_F(WorkbenchTest, TheStartPageOpensRecentFilesByKeyAndClickAndComesBack) {
+    frame->OpenFiles({});
+    const auto page = [&]() -> CView* {
+        CMDIChildWnd* const child = frame->MDIGetActive();
+        return child && frame->Documents().empty() ? child->GetViews().front() : nullptr;
+    };
+    ASSERT_NE(page(), nullptr);
+    EXPECT_FALSE(State(kReload).IsEnabled());
+    Open();
+    EXPECT_EQ(frame->GetChildren().size(), 1u);  // the page made way
+    RunCommand(*frame, ID_FILE_CLOSE);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return page() != nullptr; }));
+    // The last entry is the only recent file.
+    Press(page()->GetSafeHwnd(), Qt::Key_End);
+    Press(page()->GetSafeHwnd(), Qt::Key_Return);
+    Settle();
+    ASSERT_EQ(frame->Documents().size(), 1u);
+    RunCommand(*frame, ID_FILE_CLOSE);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return page() != nullptr; }));
+    // The entries stand below each other at the left: some click there meets the file.
+    QWidget* const client = ClientOf(*page());
+    const auto before = SetFileDialogHandler([](CFileDialog&) { return IDCANCEL; });
+    for (int y = client->height() - 1; y > 0 && page(); y -= 3)
+        QTest::mouseClick(client, Qt::LeftButton, {}, {70, y});
+    SetFileDialogHandler(before);
+    EXPECT_EQ(frame->Documents().size(), 1u);
+}
+
+TEST_F(WorkbenchTest, AReloadedFileShowsItsNewRowsInTheSamePart) {
+    Open();
+    Key(Qt::Key_N);
+    for (int i = 0; i < 4; ++i) Key(Qt::Key_Plus);
+    const CPointEx before = frame->ActiveSeriesView()->VisibleX();
+    folder.Write("days.csv", TenDays() + "2024-03-11T01:00,1.5,99\n");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !frame->Documents()[0]->Message().empty(); }));
+    Key(Qt::Key_F5);
+    CSeriesView& view = *frame->ActiveSeriesView();
+    EXPECT_EQ(view.File().series[1].source->GetCount(), 242);
+    EXPECT_TRUE(view.IsShown(1) && !view.IsShown(0));
+    const CPointEx after = view.VisibleX();
+    EXPECT_NEAR(after.x, before.x, (before.y - before.x) / 50);
+    EXPECT_NEAR(after.y, before.y, (before.y - before.x) / 50);
+    EXPECT_EQ(frame->Documents()[0]->Message(), "");
+    // A file that can no longer be read leaves its window as it is.
+    folder.Write("days.csv", "words\n");
+    Key(Qt::Key_F5);
+    EXPECT_EQ(messages.size(), 1u);
+    EXPECT_EQ(frame->ActiveSeriesView(), &view);
+}
+
+TEST_F(WorkbenchTest, ALargeFileIsReadBesideTheWindowsAndCanBeStopped) {
+    std::string rows = "x,y\n";
+    for (int i = 0; i < 2000000; ++i) rows += std::to_string(i) + "," + std::to_string(i % 977) + ".25\n";
+    folder.Write("large.csv", rows);
+    frame->SetPatience({});
+    frame->OpenFiles({folder.Path("large.csv")});
+    ASSERT_EQ(frame->Documents().size(), 1u);
+    ASSERT_EQ(frame->Documents()[0]->View(), nullptr);
+    const auto rowsSoFar = [&] { return frame->Documents()[0]->Reading()->Now().rows; };
+    // Without the clock, which would put the series in the place of their reading.
+    while (rowsSoFar() == 0) std::this_thread::yield();
+    EXPECT_FALSE(frame->Documents()[0]->Reading()->Now().sketch.Whole().IsEmpty());
+    EXPECT_TRUE(State(kModeEscape).IsEnabled());
+    RunCommand(*frame, kModeEscape);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return frame->Documents().empty(); }, 20000));
+    EXPECT_TRUE(messages.empty());
+
+    frame->OpenFiles({folder.Path("large.csv"), folder.Path("days.csv")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return frame->Documents()[0]->View() != nullptr; }, 60000));
+    EXPECT_EQ(frame->Documents()[0]->View()->File().series[0].source->GetCount(), 2000000);
+    // Closed while it is read: nothing is left behind.
+    RunCommand(*frame, kCloseAll);
+    frame->OpenFiles({folder.Path("large.csv")});
 }
 
 TEST_F(WorkbenchTest, FilesCanBeDropped) {
@@ -209,7 +358,7 @@ TEST_F(WorkbenchTest, FilesCanBeDropped) {
     QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(frame->GetSafeHwnd(), &drop);
     QTest::qWait(20);
-    EXPECT_EQ(frame->GetChildren().size(), 1u);
+    EXPECT_EQ(frame->Documents().size(), 1u);
 }
 
 TEST_F(WorkbenchTest, WhatTheUserChoseIsThereNextTime) {

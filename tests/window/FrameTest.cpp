@@ -1,6 +1,7 @@
 #include <QMdiSubWindow>
 #include <QPointer>
 #include <QtTest>
+#include <set>
 
 #include "platform/core/MessageBox.h"
 #include "platform/window/CDocument.h"
@@ -55,9 +56,25 @@ TEST_F(FrameTest, ThePlacementKeepsTheNormalRectangleHoweverTheFrameIsShown) {
     EXPECT_FALSE(child.IsWindowVisible());
 }
 
-TEST_F(FrameTest, AFrameBesideEveryScreenIsBroughtBack) {
-    Place(*place.main, SW_SHOWNORMAL, {9000, 9000, 9400, 9300});
-    EXPECT_EQ(NormalOf(*place.main), CRect(0, 0, 400, 300));
+TEST_F(FrameTest, AFrameOutOfSightIsBroughtBack) {
+    // Two screens of 1000 x 800 side by side.
+    const struct {
+        CRect asked;
+        CRect stands;
+    } cases[] = {{{9000, 9000, 9400, 9300}, {600, 500, 1000, 800}},
+                 {{300, -200, 700, 100}, {300, 0, 700, 300}},
+                 {{-350, 100, 50, 400}, {0, 100, 400, 400}},
+                 {{-300, 100, 100, 400}, {-300, 100, 100, 400}},
+                 {{0, 0, 5000, 300}, {0, 0, 1000, 300}}};
+    for (const auto& one : cases) {
+        Place(*place.main, SW_SHOWNORMAL, one.asked);
+        EXPECT_EQ(NormalOf(*place.main), one.stands) << one.asked.left << ", " << one.asked.top;
+    }
+    Place(*place.main, SW_SHOWNORMAL, {0, 0, 800, 600});
+    Settle();
+    Place(*place.child, SW_SHOWNORMAL, {2000, 1000, 2400, 1300});
+    const QRect area = place.child->GetSafeHwnd()->parentWidget()->rect();
+    EXPECT_TRUE(area.contains(place.child->GetSafeHwnd()->geometry()));
     const std::int32_t far = std::numeric_limits<std::int32_t>::max();
     EXPECT_TRUE(Place(*place.child, SW_SHOWNORMAL, {-far, -far, far, far}));
 }
@@ -95,11 +112,42 @@ TEST_F(FrameTest, TheUserGoesFromChildToChild) {
     EXPECT_EQ(place.main->MDIGetActive(), place.child);
     RunCommand(*place.main, ID_NEXT_PANE);
     EXPECT_EQ(place.main->MDIGetActive(), second.GetParentFrame());
+    place.main->MDITile(MdiTile::Horizontal);
+    EXPECT_EQ(place.child->GetSafeHwnd()->width(), second.GetParentFrame()->GetSafeHwnd()->width());
+    place.child->MDIActivate();
     place.main->MDITile(MdiTile::Vertical);
     const QRect left = place.child->GetSafeHwnd()->geometry();
     const QRect right = second.GetParentFrame()->GetSafeHwnd()->geometry();
     EXPECT_EQ(left.height(), right.height());
     EXPECT_EQ(left.right() + 1, right.left());
+}
+
+TEST_F(FrameTest, ManyFramesTileOnAGridAndCascadeInTwoThirdsOfTheArea) {
+    std::vector<CWnd*> frames{place.child};
+    while (frames.size() < 20) frames.push_back(place.AddChild()->GetParentFrame());
+    Settle();
+    const QRect area = place.child->GetSafeHwnd()->parentWidget()->rect();
+    place.main->MDITile(MdiTile::Horizontal);
+    std::set<int> lefts, tops;
+    std::int64_t covered = 0;
+    for (const CWnd* frame : frames) {
+        const QRect rect = frame->GetSafeHwnd()->geometry();
+        EXPECT_TRUE(area.contains(rect));
+        lefts.insert(rect.left());
+        tops.insert(rect.top());
+        covered += std::int64_t{rect.width()} * rect.height();
+    }
+    EXPECT_EQ(lefts.size(), 4u);
+    EXPECT_EQ(tops.size(), 5u);
+    EXPECT_EQ(covered, std::int64_t{area.width()} * area.height()) << "without gaps";
+    const CMDIChildWnd* const active = place.main->MDIGetActive();
+    place.main->MDICascade();
+    EXPECT_EQ(place.main->MDIGetActive(), active);
+    for (const CWnd* frame : frames) {
+        const QRect rect = frame->GetSafeHwnd()->geometry();
+        EXPECT_EQ(rect.size(), area.size() * 2 / 3);
+        EXPECT_TRUE(area.contains(rect));
+    }
 }
 
 TEST_F(FrameTest, AChildFramesMessageShowsInTheMainFramesStatusBar) {

@@ -39,9 +39,9 @@ class ViewTest : public WindowTest {
         dc.SetROP2(R2_XORPEN);
         dc.Rectangle(rect);
     }
-    void Wheel(int delta, QPoint at) const {
+    void Wheel(int delta, QPoint at, int across = 0, Qt::KeyboardModifiers held = {}) const {
         QWidget* client = ClientOf(*place.view);
-        QWheelEvent event(at, client->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, Qt::NoModifier,
+        QWheelEvent event(at, client->mapToGlobal(at), {}, {across, delta}, Qt::NoButton, held,
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(client, &event);
     }
@@ -121,6 +121,11 @@ TEST_F(ViewTest, MouseMessagesCarryPointAndHeldButtonsAndKeys) {
     EXPECT_EQ(place.view->flags[0], MK_LBUTTON | MK_CONTROL | MK_SHIFT);
     EXPECT_TRUE(place.view->flags[1] & MK_LBUTTON);
     EXPECT_EQ(place.view->flags[2], 0u);
+    QTest::mousePress(client, Qt::RightButton, {}, {44, 54});
+    QTest::mouseRelease(client, Qt::RightButton, {}, {45, 55});
+    EXPECT_EQ(place.view->TakeLog(), "right rightup");
+    EXPECT_EQ(place.view->points.back(), CPoint(45, 55));
+    EXPECT_EQ(place.view->flags[6], MK_RBUTTON);
 }
 
 TEST_F(ViewTest, EveryNotchOfTheWheelIsOneMessageAndSmallTurnsAddUp) {
@@ -133,6 +138,12 @@ TEST_F(ViewTest, EveryNotchOfTheWheelIsOneMessageAndSmallTurnsAddUp) {
     EXPECT_EQ(place.view->TakeLog(), "wheel:120");
     Wheel(-100, {60, 40});
     EXPECT_EQ(place.view->TakeLog(), "") << "turning back begins a new notch";
+    Wheel(0, {60, 40}, 30);
+    Wheel(0, {60, 40}, -120);
+    EXPECT_EQ(place.view->TakeLog(), "across:-30 across:120") << "to the right for positive values";
+    Wheel(-20, {60, 40}, 0, Qt::ShiftModifier);
+    EXPECT_EQ(place.view->TakeLog(), "wheel:-120") << "steps across do not begin a new notch";
+    EXPECT_EQ(place.view->flags.back(), MK_SHIFT);
 }
 
 TEST_F(ViewTest, AHeldKeyIsLetGoOnce) {
@@ -174,6 +185,8 @@ TEST_F(ViewTest, ScrollBarsTellWhatTheUserDidAndStayWhereTheHandlerLeavesThem) {
         EXPECT_EQ(place.view->TakeLog().substr(0, 3), one.word);
         EXPECT_EQ(place.view->GetScrollPos(SB_HORZ), -1500000000) << one.word;
     }
+    place.view->SetScrollPage(SB_HORZ, 123456);
+    EXPECT_EQ(bar->pageStep(), 123456) << "the thumb is as long as what is in view";
     bar->setSliderDown(true);
     bar->setSliderPosition(-7);
     SCROLLINFO info;
@@ -196,10 +209,7 @@ TEST_F(ViewTest, AViewWithoutScrollBarsHasNoneToRead) {
 }
 
 class TickingView : public RecordingView {
-    void OnTimer(UINT id) override {
-        log.push_back("timer:" + std::to_string(id));
-        KillTimer(id);
-    }
+    void OnTimer(UINT id) override { log.push_back("timer:" + std::to_string(id)); }
 };
 
 TEST_F(ViewTest, ATimerTicksUntilItIsKilled) {
@@ -207,9 +217,14 @@ TEST_F(ViewTest, ATimerTicksUntilItIsKilled) {
     EXPECT_EQ(view.SetTimer(3, 1), 0u) << "no window yet";
     ASSERT_TRUE(view.Create(nullptr, nullptr, 0, CRect(0, 0, 200, 100), nullptr, 0));
     EXPECT_EQ(view.SetTimer(3, 1), 3u);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !view.log.empty(); }, 2000));
-    EXPECT_EQ(view.TakeLog(), "timer:3");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.log.size() > 1; }, 2000)) << "again and again";
+    EXPECT_TRUE(view.KillTimer(3));
     EXPECT_FALSE(view.KillTimer(4));
+    view.log.clear();
+    // Another timer ticks on while the killed one is silent.
+    view.SetTimer(5, 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.log.size() > 3; }, 2000));
+    for (const std::string& word : view.log) EXPECT_EQ(word, "timer:5");
 }
 
 TEST_F(ViewTest, TheKeyboardAsksForTheMenuInTheMiddle) {

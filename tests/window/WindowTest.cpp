@@ -113,6 +113,12 @@ BOOL RecordingView::OnMouseWheel(UINT flagsHeld, short delta, CPoint point) {
     return TRUE;
 }
 
+BOOL RecordingView::OnMouseHWheel(UINT flagsHeld, short delta, CPoint point) {
+    ScreenToClient(&point);
+    Note("across:" + std::to_string(delta), flagsHeld, point);
+    return TRUE;
+}
+
 void RecordingView::OnKeyDown(UINT key, UINT, UINT) { log.push_back("key:" + std::to_string(key)); }
 void RecordingView::OnKeyUp(UINT key, UINT, UINT) { log.push_back("let:" + std::to_string(key)); }
 

@@ -57,6 +57,9 @@ class RecordingView : public CView {
     void OnKeyUp(UINT key, UINT repeat, UINT flagsHeld) override;
     void OnHScroll(UINT code, UINT position, CScrollBar* scrollBar) override;
     void OnVScroll(UINT code, UINT position, CScrollBar* scrollBar) override;
+    void OnRButtonDown(UINT flagsHeld, CPoint point) override { Note("right", flagsHeld, point); }
+    void OnRButtonUp(UINT flagsHeld, CPoint point) override { Note("rightup", flagsHeld, point); }
+    BOOL OnMouseHWheel(UINT flagsHeld, short delta, CPoint point) override;
     void OnContextMenu(CWnd* window, CPoint point) override { Note("menu", window == this, point); }
 };
 

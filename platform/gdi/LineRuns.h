@@ -1,0 +1,92 @@
+// Smooth lines, reduced to what can be told apart: consecutive points in one column of sub-pixels make a run,
+// which is an upright stroke from the least to the greatest y.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "platform/gdi/LineBreaks.h"
+#include "platform/gdi/StatusFilter.h"
+#include "platform/gdi/Subpixels.h"
+
+class PointPyramid;
+struct RunScan;
+
+struct LineRun {
+    CPoint first, last;      // logical
+    std::int32_t low, high;  // of y
+    std::uint32_t begin;     // index of the first point
+    bool joined;             // a segment leads here from the run before
+    bool single;             // of one point
+};
+
+// The points of a line and what they are drawn with.
+struct LinePoints {
+    const CPoint* points;
+    std::size_t count;
+    StatusFilter which;
+    LineBreaks breaks;
+    const PointPyramid* pyramid;  // of these points, or null
+
+    std::size_t NextTaken(std::size_t i, std::size_t end) const {
+        while (i < end && !which.Takes(i)) ++i;
+        return i;
+    }
+    // The last point taken of those from `begin` to `end`; `end` when there is none.
+    std::size_t LastTaken(std::size_t begin, std::size_t end) const {
+        for (std::size_t i = end; i-- > begin;)
+            if (which.Takes(i)) return i;
+        return end;
+    }
+};
+
+// Goes through the runs of a stretch of points in order.
+class RunWalk {
+  public:
+    // Points whose x lies outside `window` at the same side count as one column. `joined`: a segment leads to
+    // the first point.
+    RunWalk(const LinePoints& line, const SubpixelColumns& columns, SubpixelColumns::Interval window,
+            std::size_t begin, std::size_t end, bool joined);
+
+    // False at the end.
+    bool Next(LineRun& run);
+
+  private:
+    std::size_t PieceEnd();
+    SubpixelColumns::Interval ColumnOf(std::int32_t x) const;
+    std::size_t BlockEnd(std::size_t i, std::size_t end) const;
+    static void Widen(CPoint p, RunScan& scan);
+    // Take points into a run that lie in its column. False when the run ends there.
+    bool Compare(std::int32_t x, std::size_t end, RunScan& scan) const;
+    bool Probe(SubpixelColumns::Interval column, std::size_t end, RunScan& scan) const;
+    void Scan(SubpixelColumns::Interval column, std::size_t end, RunScan& scan) const;
+
+    const LinePoints& m_line;
+    const SubpixelColumns& m_columns;
+    SubpixelColumns::Interval m_window;
+    std::size_t m_next, m_end;
+    bool m_joined;
+    int m_break;  // no break before it lies behind m_next
+};
+
+// The runs of a line as it was drawn last, for a view that pans over unchanged points. Whoever keeps them
+// forgets them when points, status words or breaks may have changed.
+class KeptRuns {
+  public:
+    // The runs of the points from `begin` to `end` and of some more: out of sight the first one may lack
+    // points at its beginning and the last one at its end. x must not turn back. The runs are true until the
+    // next call. Throws when memory is short, with what was kept as before.
+    std::span<const LineRun> Find(const LinePoints& line, const SubpixelColumns& columns, std::size_t begin,
+                                  std::size_t end);
+    void Forget() { m_runs.clear(); }
+
+  private:
+    bool IsUseful(const LinePoints& line, const SubpixelColumns& columns, std::size_t begin,
+                  std::size_t end) const;
+
+    std::vector<LineRun> m_runs;
+    std::optional<SubpixelColumns> m_columns;
+    LinePoints m_line{};
+};

@@ -1,0 +1,50 @@
+// Which sub-pixels of a part of a picture a line covers: one bit for each. A byte holds the eight sub-rows of
+// one sub-column of a pixel; the bytes of a sub-column lie together, so that an upright span of sub-pixels is
+// a run of memory and a pixel's share is the number of bits in eight bytes.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "platform/gdi/Canvas.h"
+#include "platform/gdi/Subpixels.h"
+
+class SubpixelGrid {
+  public:
+    // Spans are covered this many sub-columns at a time.
+    static constexpr int kAtOnce = 16;
+
+    // Makes this the grid of some pixels, nothing covered. Throws when memory is short.
+    void Cover(const CRect& pixels);
+    // Lays the colour over the pixels, each in the share that is covered, and covers nothing any more.
+    void Blend(const Canvas& canvas, std::uint32_t pixel);
+
+    // The sub-columns and sub-rows of the grid, on the device.
+    int Left() const { return m_pixels.left * kSubpixels; }
+    int Right() const { return m_pixels.right * kSubpixels; }
+    int Top() const { return m_pixels.top * kSubpixels; }
+    int Bottom() const { return m_pixels.bottom * kSubpixels; }
+
+    // Of each sub-column, counted from the left: one span of sub-rows, counted from the top, that is known to
+    // be covered already (low < high), with room for kAtOnce more at either side that are covered whole.
+    int* CoveredFrom() { return m_coveredFrom.data() + kMargin; }
+    int* CoveredTo() { return m_coveredTo.data() + kMargin; }
+    // The span of one sub-column that is not known to be covered.
+    void Add(int column, int from, int to);
+
+  private:
+    static constexpr int kMargin = kAtOnce;
+
+    void Fill(int column, int from, int to);
+    void Forget(int column);
+    void BlendGroup(const Canvas& canvas, std::uint32_t pixel, LONG first, int width);
+
+    CRect m_pixels;
+    std::size_t m_stride = 0;  // bytes of a sub-column
+    std::size_t m_capacity = 0;
+    std::unique_ptr<std::uint64_t[]> m_bits;
+    std::vector<int> m_coveredFrom, m_coveredTo;
+    std::vector<int> m_touchedFrom, m_touchedTo;  // all that was covered lies between
+    std::vector<std::uint64_t> m_shares;          // of eight pixel columns, one byte for a pixel
+};

@@ -1,0 +1,63 @@
+// Where smooth lines lie: device positions in sub-pixels, eight to a pixel on each axis. A pixel's middle is
+// where a hairline through the same point has its pixel's middle.
+//
+// Along x a point is moved to the nearest line of a lattice of sub-pixels that is tied to the logical
+// coordinates, and the lattice to the nearest sub-pixel of the device. So which points share a line does not
+// depend on the window's origin: a view that pans finds the same ones again. Along y nothing is rounded.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/gdi/Mapping.h"
+
+constexpr int kSubpixels = 8;
+
+class SubpixelColumns {
+  public:
+    explicit SubpixelColumns(const AxisMapping& mapping);
+
+    // The line of the lattice that a coordinate belongs to: a whole number, never turning back.
+    double Column(std::int32_t logical) const {
+        return m_slope * (static_cast<double>(logical) - m_reference) + kRound - kRound;
+    }
+    // What to add to a column for its position on the device.
+    double Shift() const { return m_shift; }
+
+    // The logical coordinates in the columns first to last; none when left > right.
+    struct Interval {
+        std::int64_t left, right;
+    };
+    Interval LogicalOf(double first, double last) const;
+
+    bool IsRising() const { return m_slope > 0; }
+    // Whether points that share a column here share one there.
+    bool HasLatticeOf(const SubpixelColumns& other) const {
+        return m_slope == other.m_slope && m_reference == other.m_reference;
+    }
+
+  private:
+    // Added and subtracted, it rounds to the nearest whole number, halves to even ones.
+    static constexpr double kRound = 0x1.8p52;
+
+    bool Reaches(std::int64_t logical, double column) const;
+    std::int64_t Border(double column) const;
+
+    double m_slope;
+    double m_reference;
+    double m_shift;
+};
+
+class SubpixelRows {
+  public:
+    explicit SubpixelRows(const AxisMapping& mapping);
+
+    double At(std::int32_t logical) const {
+        return m_slope * (static_cast<double>(logical) - m_origin) + m_shift;
+    }
+    bool IsRising() const { return m_slope > 0; }
+
+  private:
+    double m_slope;
+    double m_origin;
+    double m_shift;
+};
