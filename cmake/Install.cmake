@@ -33,5 +33,6 @@ install(FILES ${texts_dir}/bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-comple
 install(FILES ${texts_dir}/zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions RENAME _tavin)
 install(FILES ${texts_dir}/fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d RENAME tavin.fish)
 install(FILES share/tavin.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES samples/tide-gauge.csv DESTINATION ${CMAKE_INSTALL_DATADIR}/tavin/samples)
 install(FILES share/tavin.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES share/tavin.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)

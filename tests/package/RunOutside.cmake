@@ -15,10 +15,10 @@ file(RENAME ${SCRATCH}/prefix ${SCRATCH}/moved)
 run(${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH ${SCRATCH}/moved/bin/tavin --version)
 foreach(file man/man1/tavin.1 bash-completion/completions/tavin zsh/site-functions/_tavin
         fish/vendor_completions.d/tavin.fish applications/tavin.desktop mime/packages/tavin.xml
-        icons/hicolor/scalable/apps/tavin.svg)
+        icons/hicolor/scalable/apps/tavin.svg tavin/samples/tide-gauge.csv)
     file(READ ${SCRATCH}/moved/share/${file} text)
-    if(NOT text MATCHES "tavin")
-        message(FATAL_ERROR "share/${file} does not speak of tavin")
+    if(NOT text MATCHES "tavin|<svg|tide gauge")
+        message(FATAL_ERROR "share/${file} does not hold what it should")
     endif()
 endforeach()
 run(${CMAKE_COMMAND} -S ${OUTSIDE} -B ${SCRATCH}/build -G ${GENERATOR} -DCMAKE_PREFIX_PATH=${SCRATCH}/moved
