@@ -26,6 +26,9 @@ NativeWindow* WindowUnderMouse() {
     return nullptr;
 }
 
+// A program without windows draws with a toolkit that has no widgets, or with none.
+bool HasCursor() { return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr; }
+
 }  // namespace
 
 HCURSOR LoadStandardCursor(HCURSOR standard) {
@@ -50,9 +53,9 @@ HCURSOR SetCursor(HCURSOR cursor) {
 }
 
 CWaitCursor::CWaitCursor() {
-    if (qApp) QApplication::setOverrideCursor(Qt::WaitCursor);
+    if (HasCursor()) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
 }
 
 CWaitCursor::~CWaitCursor() {
-    if (qApp) QApplication::restoreOverrideCursor();
+    if (HasCursor()) QGuiApplication::restoreOverrideCursor();
 }
