@@ -1,0 +1,114 @@
+// The mouse in the views of the workbench.
+#include <QWheelEvent>
+#include <QtTest>
+
+#include "app/workbench/WorkbenchIds.h"
+#include "tests/app/WorkbenchTest.h"
+
+namespace app {
+namespace {
+
+void MoveMouse(QWidget* client, CPoint to, Qt::MouseButton held) {
+    const QPoint at(to.x, to.y);
+    QMouseEvent move(QEvent::MouseMove, at, client->mapToGlobal(at), Qt::NoButton, held, {});
+    QCoreApplication::sendEvent(client, &move);
+}
+
+void Wheel(QWidget* client, CPoint to, QPoint turn, Qt::KeyboardModifiers keys = {}) {
+    const QPoint at(to.x, to.y);
+    QWheelEvent event(at, client->mapToGlobal(at), {}, turn, Qt::NoButton, keys, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(client, &event);
+}
+
+TEST_F(WorkbenchTest, TheStatusBarTellsTimeAndValueUnderTheMouse) {
+    CSeriesView& view = Open();
+    QWidget* const client = ClientOf(view);
+    QTest::mouseMove(client, QPoint(client->width() / 2, client->height() / 2));
+    Settle();
+    // About the middle of the ten days and of values from 0 to 2.75.
+    EXPECT_GT(Pane(kPositionPane), "2024-03-05 18") << Pane(kPositionPane);
+    EXPECT_LT(Pane(kPositionPane), "2024-03-06 06") << Pane(kPositionPane);
+    EXPECT_NE(Pane(kPositionPane).find(",  1.3"), std::string::npos) << Pane(kPositionPane);
+    EXPECT_EQ(Pane(kPositionPane).substr(Pane(kPositionPane).size() - 2), " m");
+}
+
+TEST_F(WorkbenchTest, TheWheelWorksInTheTileUnderThePointer) {
+    CSeriesView& view = Open();
+    RunCommand(*frame, kAllSeries);
+    RunCommand(*frame, kTiles);
+    Settle();
+    ASSERT_EQ(view.Panels().size(), 2u);
+    const Range first = view.Panels()[0].axes[0].shown;
+    const Range second = view.Panels()[1].axes[0].shown;
+    const Range x = view.ShownX();
+    const CRect plot = view.Panels()[1].plot;
+    const CPoint at((plot.left + plot.right) / 2, (plot.top + plot.bottom) / 2);
+    MoveMouse(ClientOf(view), at, Qt::NoButton);
+    EXPECT_NE(Pane(kPositionPane).find(",  18"), std::string::npos) << "degrees: " << Pane(kPositionPane);
+    Wheel(ClientOf(view), at, {0, 120});
+    Settle();
+    EXPECT_EQ(view.Panels()[0].axes[0].shown, first);
+    EXPECT_LT(view.Panels()[1].axes[0].shown.Length(), second.Length());
+    EXPECT_LT(view.ShownX().Length(), x.Length());
+    // Sideways: by a horizontal wheel or with Shift.
+    const Range before = view.ShownX();
+    Wheel(ClientOf(view), at, {-60, 0});
+    EXPECT_GT(view.ShownX().from, before.from);
+    Wheel(ClientOf(view), at, {0, 120}, Qt::ShiftModifier);
+    EXPECT_LT(view.ShownX().from, before.from);
+    EXPECT_NEAR(view.ShownX().Length(), before.Length(), 1e-6);
+}
+
+TEST_F(WorkbenchTest, SpaceAndTheLeftButtonMoveTheView) {
+    CSeriesView& view = Open();
+    Key(Qt::Key_Plus);
+    const CRect plot = view.Panels()[0].plot;
+    const PixelScale before{view.ShownX(), double(plot.left), double(plot.right)};
+    QTest::keyPress(view.GetSafeHwnd(), Qt::Key_Space);
+    QTest::mousePress(ClientOf(view), Qt::LeftButton, {}, QPoint(200, 150));
+    for (int x = 200; x <= 260; x += 3) MoveMouse(ClientOf(view), {x, 150}, Qt::LeftButton);
+    QTest::mouseRelease(ClientOf(view), Qt::LeftButton, {}, QPoint(260, 150));
+    QTest::keyRelease(view.GetSafeHwnd(), Qt::Key_Space);
+    const PixelScale after{view.ShownX(), double(plot.left), double(plot.right)};
+    EXPECT_NEAR(after.Value(260), before.Value(200), before.PerPixel() / 100)
+        << "no pixel is lost on the way";
+}
+
+TEST_F(WorkbenchTest, ARulerIsDraggedOrClickedAndEscHidesIt) {
+    CSeriesView& view = Open();
+    for (const bool drag : {true, false}) {
+        Key(Qt::Key_R);
+        QTest::mousePress(ClientOf(view), Qt::LeftButton, {}, QPoint(200, 100));
+        if (!drag) QTest::mouseRelease(ClientOf(view), Qt::LeftButton, {}, QPoint(200, 100));
+        MoveMouse(ClientOf(view), {300, 180}, drag ? Qt::LeftButton : Qt::NoButton);
+        EXPECT_EQ(Pane(kMessagePane).find("Ruler: "), 0u) << Pane(kMessagePane);
+        if (!drag) QTest::mousePress(ClientOf(view), Qt::LeftButton, {}, QPoint(300, 180));
+        QTest::mouseRelease(ClientOf(view), Qt::LeftButton, {}, QPoint(300, 180));
+        Settle();
+        EXPECT_TRUE(State(kRuler).IsChecked()) << drag;
+        Key(Qt::Key_Escape);
+        EXPECT_FALSE(State(kRuler).IsChecked()) << drag;
+    }
+}
+
+TEST_F(WorkbenchTest, LinkedWindowsShowTheSamePartOfX) {
+    folder.Write("more.csv", TenDays());
+    CSeriesView& first = Open();
+    frame->OpenFiles({folder.Path("more.csv")});
+    Settle();
+    CSeriesView& second = *frame->ActiveSeriesView();
+    ASSERT_NE(&first, &second);
+    Key(Qt::Key_Plus);
+    EXPECT_NE(first.ShownX(), second.ShownX());
+    Key(Qt::Key_K);
+    EXPECT_EQ(first.ShownX(), second.ShownX());
+    Key(Qt::Key_Minus);
+    EXPECT_EQ(first.ShownX(), second.ShownX());
+    Key(Qt::Key_K);
+    Key(Qt::Key_Plus);
+    EXPECT_NE(first.ShownX(), second.ShownX());
+}
+
+}  // namespace
+}  // namespace app
