@@ -10,6 +10,7 @@
 #include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CommonDialogs.h"
 #include "platform/window/Graveyard.h"
+#include "platform/window/Icons.h"
 
 IMPLEMENT_DYNAMIC(CWindowApp, CWinApp)
 
@@ -25,6 +26,7 @@ CWindowApp::CWindowApp(int& argc, char** argv, const char* appName)
     QApplication::setApplicationName(QString::fromUtf8(m_pszAppName));
     // The end is when the main window is gone, also while an earlier window of the program was the last one.
     QApplication::setQuitOnLastWindowClosed(false);
+    KeepTitleBarIcons();
     SetMessageBoxHandler(ShowMessageBox);
 }
 

@@ -7,6 +7,8 @@
 #include <QPainterPath>
 #include <QPalette>
 #include <QPixmap>
+#include <QProxyStyle>
+#include <map>
 #include <sstream>
 #include <string>
 
@@ -71,7 +73,28 @@ QPixmap PathIcon::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state
     return pixmap;
 }
 
+class KeptTitleBarIcons : public QProxyStyle {
+  public:
+    using QProxyStyle::QProxyStyle;
+
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
+                       const QWidget* widget) const override {
+        const bool ofTitleBar = which == SP_TitleBarMenuButton || which == SP_TitleBarMinButton ||
+                                which == SP_TitleBarMaxButton || which == SP_TitleBarNormalButton ||
+                                which == SP_TitleBarCloseButton;
+        if (!ofTitleBar) return QProxyStyle::standardIcon(which, option, widget);
+        QIcon& icon = m_icons[which];
+        if (icon.isNull()) icon = QProxyStyle::standardIcon(which, option, widget);
+        return icon;
+    }
+
+  private:
+    mutable std::map<StandardPixmap, QIcon> m_icons;
+};
+
 }  // namespace
+
+void KeepTitleBarIcons() { QApplication::setStyle(new KeptTitleBarIcons(QApplication::style()->name())); }
 
 QIcon IconOf(const char* name) {
     const char* path = FindIconResource(name);

@@ -1,4 +1,6 @@
 // Files that come into the workbench: opened, dropped, read beside it, read again, refused.
+#include <malloc.h>
+
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
@@ -100,6 +102,19 @@ TEST_F(WorkbenchTest, ALargeFileIsReadBesideTheWindowsAndCanBeStopped) {
     // Closed while it is read: nothing is left behind.
     RunCommand(*frame, kCloseAll);
     frame->OpenFiles({folder.Path("large.csv")});
+}
+
+TEST_F(WorkbenchTest, AWindowLeavesNothingBehind) {
+    const auto openAndClose = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            Open();
+            RunCommand(*frame, ID_FILE_CLOSE);
+            Settle();
+        }
+        return mallinfo2().uordblks;
+    };
+    const std::size_t before = openAndClose(20);
+    EXPECT_LT(openAndClose(40), before + 40 * 2000);
 }
 
 TEST_F(WorkbenchTest, FilesCanBeDropped) {

@@ -9,6 +9,7 @@
 
 #include "platform/gdi/DrawingToolkit.h"
 #include "platform/window/CDocument.h"
+#include "platform/window/Icons.h"
 #include "platform/window/NativeWindow.h"
 
 namespace {
@@ -41,6 +42,7 @@ void StartToolkit() {
     static char* arguments[] = {name.data(), option.data(), platform.data(), nullptr};
     static int count = 3;
     g_application = std::make_unique<QApplication>(count, arguments);
+    KeepTitleBarIcons();
 }
 
 }  // namespace
