@@ -36,36 +36,34 @@ constexpr Field<CMedianFilterProperties> kMedianFilter[] = {
     Int("MedianShowSpikeWindow", &CMedianFilterProperties::showWindow, 0),
 };
 
+constexpr auto& RowsOf(const CScaleProperties&) { return kScale; }
+constexpr auto& RowsOf(const CTranslateProperties&) { return kTranslate; }
+constexpr auto& RowsOf(const CSmoothProperties&) { return kSmooth; }
+constexpr auto& RowsOf(const CSpikeDetectProperties&) { return kSpikeDetect; }
+constexpr auto& RowsOf(const CMedianFilterProperties&) { return kMedianFilter; }
+
 }  // namespace
 
-void CScaleProperties::SaveToRegistry(CString section) { settings::SaveFields(*this, kScale, section); }
-void CScaleProperties::LoadFromRegistry(CString section) { settings::LoadFields(*this, kScale, section); }
-void CScaleProperties::SetDefaultValues() { settings::ResetFields(*this, kScale); }
+template <class Set>
+void ProcessingSet<Set>::SaveToRegistry(CString section) {
+    const Set& set = static_cast<Set&>(*this);
+    settings::SaveFields(set, RowsOf(set), section);
+}
 
-void CTranslateProperties::SaveToRegistry(CString section) {
-    settings::SaveFields(*this, kTranslate, section);
+template <class Set>
+void ProcessingSet<Set>::LoadFromRegistry(CString section) {
+    Set& set = static_cast<Set&>(*this);
+    settings::LoadFields(set, RowsOf(set), section);
 }
-void CTranslateProperties::LoadFromRegistry(CString section) {
-    settings::LoadFields(*this, kTranslate, section);
-}
-void CTranslateProperties::SetDefaultValues() { settings::ResetFields(*this, kTranslate); }
 
-void CSmoothProperties::SaveToRegistry(CString section) { settings::SaveFields(*this, kSmooth, section); }
-void CSmoothProperties::LoadFromRegistry(CString section) { settings::LoadFields(*this, kSmooth, section); }
-void CSmoothProperties::SetDefaultValues() { settings::ResetFields(*this, kSmooth); }
+template <class Set>
+void ProcessingSet<Set>::SetDefaultValues() {
+    Set& set = static_cast<Set&>(*this);
+    settings::ResetFields(set, RowsOf(set));
+}
 
-void CSpikeDetectProperties::SaveToRegistry(CString section) {
-    settings::SaveFields(*this, kSpikeDetect, section);
-}
-void CSpikeDetectProperties::LoadFromRegistry(CString section) {
-    settings::LoadFields(*this, kSpikeDetect, section);
-}
-void CSpikeDetectProperties::SetDefaultValues() { settings::ResetFields(*this, kSpikeDetect); }
-
-void CMedianFilterProperties::SaveToRegistry(CString section) {
-    settings::SaveFields(*this, kMedianFilter, section);
-}
-void CMedianFilterProperties::LoadFromRegistry(CString section) {
-    settings::LoadFields(*this, kMedianFilter, section);
-}
-void CMedianFilterProperties::SetDefaultValues() { settings::ResetFields(*this, kMedianFilter); }
+template class ProcessingSet<CScaleProperties>;
+template class ProcessingSet<CTranslateProperties>;
+template class ProcessingSet<CSmoothProperties>;
+template class ProcessingSet<CSpikeDetectProperties>;
+template class ProcessingSet<CMedianFilterProperties>;

@@ -13,51 +13,44 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-class CScaleProperties : public TavinProp {
+// A set that is its rows (ProcessingProperties.cpp) and nothing else.
+template <class Set>
+class ProcessingSet : public TavinProp {
   public:
-    CScaleProperties() { CScaleProperties::SetDefaultValues(); }
-
     void SaveToRegistry(CString section) override;
     void LoadFromRegistry(CString section) override;
     void SetDefaultValues() override;
+};
+
+class CScaleProperties : public ProcessingSet<CScaleProperties> {
+  public:
+    CScaleProperties() { CScaleProperties::SetDefaultValues(); }
 
     float scaleOffset;  // the origin, real y
     float scaleValue;   // the factor; 1 by default, but 0 where it is missing from the store
     int scaleMethod;    // as in editing/PointRoutines.h
 };
 
-class CTranslateProperties : public TavinProp {
+class CTranslateProperties : public ProcessingSet<CTranslateProperties> {
   public:
     CTranslateProperties() { CTranslateProperties::SetDefaultValues(); }
-
-    void SaveToRegistry(CString section) override;
-    void LoadFromRegistry(CString section) override;
-    void SetDefaultValues() override;
 
     float translateOffset;
     float translateValue;
     int translateFunction;  // 0: set the points to translateValue, 1: move them by translateOffset
 };
 
-class CSmoothProperties : public TavinProp {
+class CSmoothProperties : public ProcessingSet<CSmoothProperties> {
   public:
     CSmoothProperties() { CSmoothProperties::SetDefaultValues(); }
-
-    void SaveToRegistry(CString section) override;
-    void LoadFromRegistry(CString section) override;
-    void SetDefaultValues() override;
 
     float waveLength;  // real x
     CString waveLengthUnit;
 };
 
-class CSpikeDetectProperties : public TavinProp {
+class CSpikeDetectProperties : public ProcessingSet<CSpikeDetectProperties> {
   public:
     CSpikeDetectProperties() { CSpikeDetectProperties::SetDefaultValues(); }
-
-    void SaveToRegistry(CString section) override;
-    void LoadFromRegistry(CString section) override;
-    void SetDefaultValues() override;
 
     CString waveLengthUnit;
     float waveLength;  // real x; 20 where it is missing
@@ -66,13 +59,9 @@ class CSpikeDetectProperties : public TavinProp {
     int showWindow;
 };
 
-class CMedianFilterProperties : public TavinProp {
+class CMedianFilterProperties : public ProcessingSet<CMedianFilterProperties> {
   public:
     CMedianFilterProperties() { CMedianFilterProperties::SetDefaultValues(); }
-
-    void SaveToRegistry(CString section) override;
-    void LoadFromRegistry(CString section) override;
-    void SetDefaultValues() override;
 
     float filterLength;    // samples; 20 by default, but 11 where it is missing
     float filterDistance;  // real y; 1 where it is missing
