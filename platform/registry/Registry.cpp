@@ -31,6 +31,13 @@ LONG WithKey(HKEY handle, REGSAM access, Body body) {
 
 const char* TextOf(const char* text) { return text ? text : ""; }
 
+LONG HandOverName(const std::string& found, char* name, DWORD* nameSize) {
+    if (*nameSize <= found.size()) return ERROR_MORE_DATA;
+    std::memcpy(name, found.c_str(), found.size() + 1);
+    *nameSize = static_cast<DWORD>(found.size());
+    return ERROR_SUCCESS;
+}
+
 LONG HandOver(const RegistryStore::Value& value, DWORD* kind, BYTE* data, DWORD* size) {
     const DWORD room = size ? *size : 0;
     const auto needed = static_cast<DWORD>(value.data.size());
@@ -106,10 +113,17 @@ LONG RegEnumValueA(HKEY key, DWORD index, char* name, DWORD* nameSize, DWORD*, D
         std::string found;
         RegistryStore::Value value;
         if (const LONG status = store.EnumValue(id, index, found, value)) return status;
-        if (*nameSize <= found.size()) return ERROR_MORE_DATA;
-        std::memcpy(name, found.c_str(), found.size() + 1);
-        *nameSize = static_cast<DWORD>(found.size());
+        if (const LONG status = HandOverName(found, name, nameSize)) return status;
         return HandOver(value, kind, data, size);
+    });
+}
+
+LONG RegEnumKeyExA(HKEY key, DWORD index, char* name, DWORD* nameSize, DWORD*, char*, DWORD*, void*) {
+    if (!name || !nameSize) return ERROR_INVALID_PARAMETER;
+    return WithKey(key, KEY_ENUMERATE_SUB_KEYS, [&](RegistrySession&, RegistryStore& store, KeyId id) {
+        std::string found;
+        if (const LONG status = store.EnumKey(id, index, found)) return status;
+        return HandOverName(found, name, nameSize);
     });
 }
 

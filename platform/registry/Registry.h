@@ -31,6 +31,10 @@ LONG RegEnumValueA(HKEY key, DWORD index, char* name, DWORD* nameSize, DWORD* re
                    BYTE* data, DWORD* size);
 LONG RegDeleteValueA(HKEY key, const char* name);
 
+// The sub-key at `index` in the order in which they were made, ERROR_NO_MORE_ITEMS past the last. The name as
+// in RegEnumValueA; the class text and the time of the last write are not kept.
+LONG RegEnumKeyExA(HKEY key, DWORD index, char* name, DWORD* nameSize, DWORD* reserved, char* classText,
+                   DWORD* classSize, void* lastWrite);
 // Deletes `subKey` and its values; ERROR_ACCESS_DENIED when it has sub-keys. Open handles to it stay valid
 // for closing only.
 LONG RegDeleteKeyA(HKEY key, const char* subKey);

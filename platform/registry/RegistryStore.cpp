@@ -196,6 +196,15 @@ LONG RegistryStore::DeleteKey(KeyId base, std::string_view path, bool withSubKey
     return status == ERROR_SUCCESS ? ended : status;
 }
 
+LONG RegistryStore::EnumKey(KeyId key, DWORD index, std::string& name) {
+    StatementRun run(
+        database_->Prepared("SELECT name FROM rkey WHERE parent=? ORDER BY id LIMIT 1 OFFSET ?"));
+    const DatabaseResult result = run.Bind(key).Bind(index).Step();
+    if (result == DatabaseResult::Done) return ERROR_NO_MORE_ITEMS;
+    if (result == DatabaseResult::Row) name = run.Bytes(0);
+    return Check(result);
+}
+
 LONG RegistryStore::ReadValue(KeyId key, std::string_view name, Value& value) {
     const std::string fold = FoldCase(name);
     StatementRun run(database_->Prepared("SELECT kind, data FROM rvalue WHERE key=? AND fold=?"));

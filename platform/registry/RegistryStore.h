@@ -31,6 +31,8 @@ class RegistryStore {
     LONG CreateKey(KeyId base, std::string_view path, KeyId& found, bool& created);
     // ERROR_ACCESS_DENIED for the root, and for a key with sub-keys unless they go with it.
     LONG DeleteKey(KeyId base, std::string_view path, bool withSubKeys);
+    // In the order in which they were made; ERROR_NO_MORE_ITEMS from the first index without a key on.
+    LONG EnumKey(KeyId key, DWORD index, std::string& name);
 
     LONG ReadValue(KeyId key, std::string_view name, Value& value);
     LONG WriteValue(KeyId key, std::string_view name, DWORD kind, std::string_view data);

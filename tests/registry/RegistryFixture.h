@@ -84,13 +84,16 @@ inline std::string GetBytes(HKEY key, const char* name) {
     RegQueryValueExA(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(bytes.data()), &size);
     return bytes;
 }
-inline std::vector<std::string> NamesOf(HKEY key) {
+template <class Enumerate>
+std::vector<std::string> EnumeratedNames(Enumerate enumerate, HKEY key) {
     std::vector<std::string> names;
     char name[256];
     for (DWORD i = 0;; ++i) {
         DWORD length = sizeof name;
-        const LONG status = RegEnumValueA(key, i, name, &length, nullptr, nullptr, nullptr, nullptr);
+        const LONG status = enumerate(key, i, name, &length, nullptr, nullptr, nullptr, nullptr);
         if (status != ERROR_SUCCESS) return names;
         names.emplace_back(name, length);
     }
 }
+inline std::vector<std::string> NamesOf(HKEY key) { return EnumeratedNames(RegEnumValueA, key); }
+inline std::vector<std::string> SubKeysOf(HKEY key) { return EnumeratedNames(RegEnumKeyExA, key); }

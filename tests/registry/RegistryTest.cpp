@@ -90,6 +90,19 @@ TEST_F(Registry, QueriesTellTheSizeAndNeverWritePastTheRoomGiven) {
               ERROR_NO_MORE_ITEMS);
 }
 
+TEST_F(Registry, SubKeysComeInTheOrderOfTheirMaking) {
+    CRegKey key;
+    ASSERT_EQ(key.Create(HKEY_CURRENT_USER, "Lines"), ERROR_SUCCESS);
+    for (const char* name : {"[1]", "b\\Deep", "[0]", "B"}) CRegKey().Create(key, name);
+    PutNumber(key, "a value", 1);
+    EXPECT_EQ(SubKeysOf(key), (std::vector<std::string>{"[1]", "b", "[0]"}));
+    char name[4];
+    DWORD size = 3;
+    EXPECT_EQ(RegEnumKeyExA(key, 0, name, &size, nullptr, nullptr, nullptr, nullptr), ERROR_MORE_DATA);
+    ASSERT_EQ(RegDeleteKeyA(key, "[1]"), ERROR_SUCCESS);
+    EXPECT_EQ(SubKeysOf(key).front(), "b");
+}
+
 TEST_F(Registry, DeletingAKeyNeedsTheTreeFormWhenItHasSubKeys) {
     CRegKey key;
     CRegKey below;
