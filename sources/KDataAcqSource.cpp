@@ -1,10 +1,10 @@
 #include "sources/KDataAcqSource.h"
 
-#include <algorithm>
 #include <new>
 #include <utility>
 
 #include "platform/core/MessageBox.h"
+#include "sources/ReferenceSample.h"
 
 IMPLEMENT_DYNCREATE(KDataAcqSource, COnlineSource)
 
@@ -14,18 +14,12 @@ std::int32_t Corrected(double value, bool invert, double offset, double scale) {
     return RoundHalfAway(((invert ? -value : value) + offset) * scale);
 }
 
-// The stored y of the first sample at or past x, of the last one when there is none. Samples run up in x,
-// down where the first lies above the last.
+// The stored y of the first sample at or past x, of the last one when there is none.
 std::int32_t ReferenceY(IPointSource* source, std::int32_t x) {
-    const long count = source ? source->GetCount() : 0;
-    const CPoint* const samples = count > 0 ? source->GetData() : nullptr;
-    if (!samples) return 0;
-    const bool down = samples[0].x > samples[count - 1].x;
-    const auto before = [down](const CPoint& sample, std::int32_t place) {
-        return down ? sample.x > place : sample.x < place;
-    };
-    const CPoint* const found = std::lower_bound(samples, samples + count, x, before);
-    return std::min(found, samples + (count - 1))->y;
+    const CPoint* const newest = source ? NewestSample(*source) : nullptr;
+    if (!newest) return 0;
+    const CPoint* const found = FirstSampleFrom(*source, x);
+    return (found ? found : newest)->y;
 }
 
 // Without memory the series is not taken.
