@@ -1,6 +1,8 @@
-// Saving and restoring ten million points, with copying the same bytes to fresh memory as the yardstick.
+// Saving and restoring ten million points, and what their history takes, with copying the same bytes to fresh
+// memory as the yardstick.
 #include <benchmark/benchmark.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -46,26 +48,86 @@ void SaveFirst(benchmark::State& state) {
     for (auto _ : state) {
         series.SaveForUndo(true);
         benchmark::ClobberMemory();
+        state.PauseTiming();
         series.ClearUndoBuffer();
+        while (state.range(0) && series.PrepareForUndo(kBytes / 10)) {
+        }
+        state.ResumeTiming();
     }
+    series.ClearUndoBuffer();
 }
-BENCHMARK(SaveFirst)->Unit(benchmark::kMillisecond);
+BENCHMARK(SaveFirst)->ArgName("prepared")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
-// One undo and one redo: two snapshots, into streams used before, and two restores.
-void UndoAndRedo(benchmark::State& state) {
-    KPointSource& series = Series();
-    series.ClearUndoBuffer();
-    series.SaveForUndo(true);
-    series[5].y = -7;
-    for (auto _ : state) {
-        series.UndoEdit();
-        if (series[5].y != 5) return state.SkipWithError("wrong undo");
-        series.RedoEdit();
-        if (series[5].y != -7) return state.SkipWithError("wrong redo");
+// A history of edits, each saved, undone and redone. Memory is what it takes beyond the first copy.
+struct Workload {
+    const char* name;
+    int edits;
+    int points;  // of each edit
+    int every;   // how far apart they lie
+};
+constexpr Workload kWorkloads[] = {
+    {"single points", 100, 1, 1},
+    {"1 % in a run", 20, kPoints / 100, 1},
+    {"1 % spread", 20, kPoints / 100, 99},
+    {"every point", 5, kPoints, 1},
+};
+
+void Touch(KPointSource& series, const Workload& workload, int edit) {
+    const int last = (workload.points - 1) * workload.every;
+    const int first = static_cast<int>((edit * 7919LL * 997) % (kPoints - last));
+    for (int i = first; i <= first + last; i += workload.every) {
+        series[i].y ^= 1;
+        series.GetStatus()[i] ^= PS_MOVED;
     }
-    series.UndoEdit();
-    series.ClearUndoBuffer();
 }
-BENCHMARK(UndoAndRedo)->Unit(benchmark::kMillisecond);
+
+template <class Act>
+void History(benchmark::State& state, Act act) {
+    KPointSource& series = Series();
+    const Workload& workload = kWorkloads[state.range(0)];
+    state.SetLabel(workload.name);
+    const std::vector<CPoint> before(series.GetData(), series.GetData() + kPoints);
+    for (auto _ : state) {
+        double seconds = 0;
+        const auto timed = [&seconds](auto work) {
+            const auto start = std::chrono::steady_clock::now();
+            work();
+            seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        };
+        while (series.PrepareForUndo(kBytes)) {
+        }
+        act(series, workload, timed);
+        state.SetIterationTime(seconds / workload.edits);
+        state.counters["MB"] = static_cast<double>(series.GetUndoMemory()) / 1e6;
+        while (series.CanUndo()) series.UndoEdit();
+        series.ClearUndoBuffer();
+        if (std::memcmp(before.data(), series.GetData(), kPoints * sizeof(CPoint)) != 0)
+            return state.SkipWithError("the undone series differs");
+    }
+}
+
+void SaveEach(benchmark::State& state) {
+    History(state, [](KPointSource& series, const Workload& workload, auto timed) {
+        for (int edit = 0; edit < workload.edits; ++edit) {
+            timed([&] { series.SaveForUndo(true); });
+            Touch(series, workload, edit);
+        }
+        series.UndoEdit();  // takes what the last edit changed into the memory counted
+    });
+}
+BENCHMARK(SaveEach)->DenseRange(0, 3)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void UndoEach(benchmark::State& state) {
+    History(state, [](KPointSource& series, const Workload& workload, auto timed) {
+        for (int edit = 0; edit < workload.edits; ++edit) {
+            series.SaveForUndo(true);
+            Touch(series, workload, edit);
+        }
+        timed([&] {
+            while (series.CanUndo()) series.UndoEdit();
+        });
+    });
+}
+BENCHMARK(UndoEach)->DenseRange(0, 3)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -1,19 +1,15 @@
 #include "sources/IPointSource.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 #include <new>
 #include <utility>
 
-#include "sources/SnapshotStream.h"
+#include "sources/SnapshotHistory.h"
 
 IMPLEMENT_DYNAMIC(IPointSource, CObject)
 
 namespace {
-
-constexpr std::size_t kStreamReserve = 1000;
-constexpr std::size_t kBytesPerSample = sizeof(CPoint) + sizeof(unsigned short) + sizeof(int);
 
 IPointSource::iterator Begin(CPoint* points, long count) {
     return count < 1 ? IPointSource::iterator{nullptr, points, points}
@@ -28,21 +24,6 @@ IPointSource::iterator End(CPoint* points, long count) {
 unsigned long Distance(long a, long b) {
     return a > b ? static_cast<unsigned long>(a) - static_cast<unsigned long>(b)
                  : static_cast<unsigned long>(b) - static_cast<unsigned long>(a);
-}
-
-template <class T>
-void Write(std::ostream& stream, const T* values, std::size_t count) {
-    stream.write(reinterpret_cast<const char*>(values), static_cast<std::streamsize>(count * sizeof(T)));
-}
-
-// Reads `kept` of the `count` values stored and steps over the rest.
-template <class T>
-void Read(std::istream& stream, T* values, std::size_t kept, std::size_t count) {
-    if (!values) kept = 0;
-    if (kept > 0)
-        stream.read(reinterpret_cast<char*>(values), static_cast<std::streamsize>(kept * sizeof(T)));
-    if (count > kept)
-        stream.seekg(static_cast<std::streamoff>((count - kept) * sizeof(T)), std::ios_base::cur);
 }
 
 // What there is to return when there is no stream: in its error state for good, with nothing to read.
@@ -120,87 +101,68 @@ int IPointSource::GetClosestIndex(long x, long* xs, bool skipDeleted) {
     return static_cast<int>(Distance(x, xs[below]) < Distance(x, xs[above]) ? below : above);
 }
 
-// The snapshot: the number of samples in 4 bytes, then the samples, status words and, where the series keeps
-// them, rejection codes. A series without status words saves words of 0.
-bool IPointSource::WriteSnapshot(SnapshotStream& stream) {
-    const CPoint* points = GetData();
-    const unsigned short* status = GetStatus();
-    const int* rejection = GetRejection();
-    const std::size_t n = points && GetCount() > 0 ? static_cast<std::size_t>(GetCount()) : 0;
-    stream.Rewrite(kStreamReserve + n * kBytesPerSample);
-    const auto count = static_cast<std::int32_t>(n);
-    Write(stream, &count, 1);
-    if (n > 0) {
-        Write(stream, points, n);
-        if (status) {
-            Write(stream, status, n);
-        } else {
-            constexpr std::size_t kBlock = 4096;
-            static constexpr unsigned short kNone[kBlock] = {};
-            for (std::size_t i = 0; i < n; i += kBlock) Write(stream, kNone, std::min(kBlock, n - i));
-        }
-        if (rejection) Write(stream, rejection, n);
-    }
-    stream.EndSnapshot();
-    return stream.good();
+// What a snapshot is made of. A series without status words or codes saves none.
+std::array<ArrayBytes, 3> IPointSource::SnapshotArrays() {
+    const std::size_t n = GetData() ? static_cast<std::size_t>(std::max(GetCount(), 0L)) : 0;
+    const auto bytes = [n](auto* values) {
+        return ArrayBytes{reinterpret_cast<char*>(values), values ? n * sizeof *values : 0};
+    };
+    return {bytes(GetData()), bytes(GetStatus()), bytes(GetRejection())};
 }
 
-void IPointSource::ReadSnapshot(SnapshotStream& stream) {
-    stream.Reread();
-    std::int32_t stored = 0;
-    stream.read(reinterpret_cast<char*>(&stored), sizeof stored);
-    const auto n = static_cast<std::size_t>(std::max(stored, 0));
-    const std::size_t kept = std::min(n, static_cast<std::size_t>(std::max(GetCount(), 0L)));
-    const std::size_t withoutCodes = sizeof stored + n * (sizeof(CPoint) + sizeof(unsigned short));
-    Read(stream, GetData(), kept, n);
-    Read(stream, GetStatus(), kept, n);
-    if (stream.SnapshotSize() > withoutCodes) Read(stream, GetRejection(), kept, n);
-    stream.SkipSnapshot();
-    NoteChange();
+SnapshotHistory& IPointSource::History() {
+    if (!history) history = std::make_unique<SnapshotHistory>();
+    return *history;
 }
+
+int IPointSource::CanUndo() const { return history && history->CanUndo(); }
+
+int IPointSource::CanRedo() const { return history && history->CanRedo(); }
 
 std::ostream& IPointSource::SaveForUndo(bool clearRedo) try {
-    if (!spareStream) spareStream = std::make_unique<SnapshotStream>(0);
-    SnapshotStream& stream = *spareStream;
-    if (!WriteSnapshot(stream)) return stream;
-    undoStack.push_back(std::move(spareStream));
-    if (clearRedo) redoStack.clear();
+    return History().Save(SnapshotArrays(), clearRedo);
+} catch (const std::bad_alloc&) {
+    return NoStream();
+}
+
+bool IPointSource::PrepareForUndo(std::size_t bytes) try {
+    return History().Prepare(SnapshotArrays(), bytes);
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool IPointSource::WithdrawSnapshot() { return history && history->Withdraw(); }
+
+std::size_t IPointSource::GetUndoMemory() const { return history ? history->Memory() : 0; }
+
+// Saves the present state ahead of an undo or a redo; all or nothing.
+bool IPointSource::SavePresent() {
+    const std::size_t before = history->UndoCount();
+    if (SaveForUndo(false).good() && history->UndoCount() == before + 1) return true;
+    if (history->UndoCount() > before) history->Withdraw();
+    return false;
+}
+
+std::istream& IPointSource::UndoEdit() try {
+    if (!CanUndo()) return NoStream();
+    history->ReserveUndo();
+    if (!SavePresent()) return NoStream();
+    std::istream& stream = history->Undo(SnapshotArrays());
+    NoteChange();
     return stream;
 } catch (const std::bad_alloc&) {
     return NoStream();
 }
 
-// Restores the newest snapshot of `from`, which becomes the spare stream.
-std::istream& IPointSource::Restore(Snapshots& from) {
-    spareStream = std::move(from.back());
-    from.pop_back();
-    ReadSnapshot(*spareStream);
-    return *spareStream;
-}
-
-std::istream& IPointSource::UndoEdit() try {
-    if (!CanUndo()) return NoStream();
-    redoStack.emplace_back();  // the place first: from the save on nothing can fail
-    if (!SaveForUndo(false).good()) {
-        redoStack.pop_back();
-        return NoStream();
-    }
-    redoStack.back() = std::move(undoStack.back());
-    undoStack.pop_back();
-    return Restore(undoStack);
-} catch (const std::bad_alloc&) {
-    return NoStream();
-}
-
 std::istream& IPointSource::RedoEdit() {
-    const bool saved = CanRedo() && SaveForUndo(false).good();
-    return saved ? Restore(redoStack) : NoStream();
+    if (!CanRedo() || !SavePresent()) return NoStream();
+    std::istream& stream = history->Redo(SnapshotArrays());
+    NoteChange();
+    return stream;
 }
 
 void IPointSource::ClearUndoBuffer() {
-    redoStack.clear();
-    undoStack.clear();
-    spareStream.reset();
+    history.reset();
     modified = 0;
 }
 

@@ -5,7 +5,7 @@
 // Views, data sets and commands refer to a series only through this class and never own it: whoever creates a
 // series takes it out of every view and clears its history with the undo manager before destroying it.
 //
-// The series keeps its own undo history, whole snapshots of its arrays:
+// The series keeps its own undo history, snapshots of its arrays that cost what differs between them:
 //   SaveForUndo(true) before each edit; UndoEdit() and RedoEdit() while CanUndo() and CanRedo().
 // Whoever changes the number of samples calls ClearUndoBuffer(). A snapshot of another length restores as
 // many samples as both have and never touches memory beyond the present arrays.
@@ -15,9 +15,10 @@
 // GetStatus() calls NoteChange() before anybody draws the series again, and tells the views as ever.
 #pragma once
 
+#include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <iosfwd>
 #include <list>
 #include <memory>
@@ -27,7 +28,8 @@
 #include "platform/core/Geometry.h"
 #include "sources/PointStatus.h"
 
-class SnapshotStream;
+class SnapshotHistory;
+struct ArrayBytes;
 
 class IPointSource : public CObject {
     DECLARE_DYNAMIC(IPointSource)
@@ -119,8 +121,16 @@ class IPointSource : public CObject {
     void SetUnitX(CString unit) { unitX = unit; }
     void SetUnitY(CString unit) { unitY = unit; }
     int IsModified() const { return modified; }
-    int CanUndo() const { return !undoStack.empty(); }
-    int CanRedo() const { return !redoStack.empty(); }
+    int CanUndo() const;
+    int CanRedo() const;
+    // Copies up to `bytes` of the arrays ahead of the first SaveForUndo(), so that this one takes no longer
+    // than those that follow; for the time when nobody waits. False when there is nothing left to copy.
+    bool PrepareForUndo(std::size_t bytes);
+    // Takes back a SaveForUndo() whose edit changed nothing, with the redo list that it dropped. False when
+    // another snapshot, an undo or a redo has followed.
+    bool WithdrawSnapshot();
+    // Bytes that the history holds beyond one copy of the arrays.
+    std::size_t GetUndoMemory() const;
     // Differs after every change of samples, status words, offset or their number from what it was before,
     // and from that of every other series.
     std::uint64_t GetChangeCount() const { return changeCount.load(std::memory_order_relaxed); }
@@ -134,21 +144,17 @@ class IPointSource : public CObject {
     bool empty() { return GetCount() < 1; }
 
   protected:
-    using Snapshots = std::deque<std::unique_ptr<SnapshotStream>>;
-
     int modified = 0;
     CString unitX;
     CString unitY;
-    std::unique_ptr<SnapshotStream> spareStream;  // reused by the next SaveForUndo
-    Snapshots undoStack;                          // newest at the back, no limit
-    Snapshots redoStack;
-    std::list<IPointSource*> sources;  // not owned
+    std::unique_ptr<SnapshotHistory> history;  // null before the first snapshot; no limit
+    std::list<IPointSource*> sources;          // not owned
 
   private:
     static std::uint64_t FirstChangeCount();
-    bool WriteSnapshot(SnapshotStream& stream);
-    void ReadSnapshot(SnapshotStream& stream);
-    std::istream& Restore(Snapshots& from);
+    std::array<ArrayBytes, 3> SnapshotArrays();
+    SnapshotHistory& History();
+    bool SavePresent();
 
     std::atomic<std::uint64_t> changeCount{FirstChangeCount()};
 };
