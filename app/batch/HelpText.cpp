@@ -145,12 +145,15 @@ const char* CleanHelp() {
 }
 
 const char* const kPlotHelp =
-    R"(Draws the columns over x as the workbench shows them, without a display. Columns share one plot;
-each unit has an axis of its own. Lines break where samples are missing and at empty cells.
+    R"(Draws the columns over x as the workbench shows them, without a display. Each unit has a plot; the
+plots share the x axis. Lines break where samples are missing and at empty cells. A status column that a
+cleaning left shows: deleted samples are crosses, rejected ones rings, spikes triangles, at the edge of the
+plot where they lie outside; the line as it was before they were deleted lies, pale, below the cleaned one.
 --from and --to take what the x column holds: ISO 8601 times on a time axis, numbers otherwise.
 
 Examples:
   tavin plot level.csv -o level.png
+  tavin plot clean.csv --over level.csv -o clean.pdf --title "Gauge 7, March"
   tavin plot level.csv -o - --format svg | gzip > level.svgz
   tavin plot level.csv -y level -o level.svg --size 1600x600 --from 2024-03-14 --to 2024-03-21T12:00)";
 

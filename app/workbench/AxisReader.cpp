@@ -104,15 +104,18 @@ class TimeAxisReader : public AxisReader {
             if (longer.Seconds() <= step.Seconds()) break;
             step = longer;
         }
-        const auto times = TimesAt(step, At(range.from), At(range.to));
-        // Without a midnight in sight one tick says the date; the first label may be cut by the edge.
-        const bool midnight = std::any_of(times.begin(), times.end(), IsMidnight);
-        const std::size_t dated = midnight ? times.size() : times.size() > 2 ? 1 : 0;
         std::vector<AxisTick> ticks;
-        for (std::size_t i = 0; i < times.size(); ++i)
-            ticks.push_back({Seconds(times[i]), CString(TimeTickText(times[i], step, i == dated))});
+        std::string before;
+        for (const Microseconds at : TimesAt(step, At(range.from), At(range.to))) {
+            const std::string context = TimeTickContext(at, step);
+            ticks.push_back({Seconds(at), CString(TimeTickText(at, step)),
+                             CString(context == before ? std::string() : context)});
+            before = context;
+        }
         return ticks;
     }
+
+    int LabelLines() const override { return 2; }
 
     CString ReadOut(double value, double perPixel) const override {
         return CString(TimeReadOut(At(value), perPixel));

@@ -14,6 +14,7 @@ namespace app {
 struct AxisTick {
     double at;
     CString text;
+    CString context = {};  // in a line below: what this label and those after it leave out
 };
 
 // The side of a plot that ticks are wanted for.
@@ -30,6 +31,8 @@ class AxisReader {
     // Ascending, at round values, so far apart that their labels do not touch. The same for the same range
     // and room, whatever was asked before.
     virtual std::vector<AxisTick> Ticks(const Range& range, const AxisRoom& room) const = 0;
+    // That labels may take; the second one is their context.
+    virtual int LabelLines() const { return 1; }
     // A value, and a distance, to the precision that a pixel shows; with the unit.
     virtual CString ReadOut(double value, double perPixel) const = 0;
     virtual CString Distance(double length, double perPixel) const = 0;

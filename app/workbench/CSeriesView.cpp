@@ -48,6 +48,9 @@ void CSeriesView::UseFile() {
         facts_.emplace_back(file_, i);
         UseColor(*file_.series[i].source, SeriesColor(i));
     }
+    originals_.clear();
+    for (std::size_t i = 0; file_.original && i < file_.original->series.size(); ++i)
+        originals_.emplace_back(*file_.original, i);
 }
 
 // The same file, read once more; what is shown stays as far as it is still there.
@@ -143,7 +146,9 @@ void CSeriesView::ArrangeTiles() {
 }
 
 void CSeriesView::UpdatePanels() {
-    for (const std::size_t i : ShownSeries()) facts_[i].Refresh(breakAtGaps_ ? gapFactor_ : 0);
+    const double gapFactor = breakAtGaps_ ? gapFactor_ : 0;
+    for (const std::size_t i : ShownSeries()) facts_[i].Refresh(gapFactor);
+    for (SeriesFacts& original : originals_) original.Refresh(gapFactor);
     ArrangeTiles();
     const auto perTile =
         tiled ? static_cast<std::size_t>(std::max(1, tiledLayout.NumSourcesPerTile)) : shownSources.size();
@@ -154,8 +159,12 @@ void CSeriesView::UpdatePanels() {
         series = {series.begin() + static_cast<std::ptrdiff_t>(first),
                   series.begin() + static_cast<std::ptrdiff_t>(std::min(series.size(), first + perPage))};
     }
-    panels_ = MakePanels(file_, facts_, series, perTile,
-                         normalised_ && !tiled ? Together::Normalised : Together::ByUnit);
+    const Together together = tiled         ? Together::ByUnit
+                              : stacked_    ? Together::Stacked
+                              : normalised_ ? Together::Normalised
+                                            : Together::ByUnit;
+    panels_ = MakePanels(file_, facts_, series, perTile, together);
+    if (!tiled) grid_ = StackFor(panels_.size());
     gesturePanel_ = std::min(gesturePanel_, panels_.empty() ? 0 : panels_.size() - 1);
     SyncRanges();
     arranged_ = false;
@@ -198,6 +207,14 @@ void CSeriesView::ShowRange(double fromUser, double toUser) {
     stack_.Current() = next;
     FitValues();
     stack_.KeepCurrent();
+}
+
+void CSeriesView::SetPlotFor(PlotFor what) {
+    tiled = what == PlotFor::Series;
+    stacked_ = what == PlotFor::Unit;
+    page = 0;
+    rulerVisible = false;
+    RangesChanged();
 }
 
 void CSeriesView::SetGapFactor(double factor) {

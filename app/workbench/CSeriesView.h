@@ -3,7 +3,8 @@
 // the window: the view keeps the ranges that it shows in the values of the file (ZoomStack) and maps each
 // series for itself. Works without a window too.
 //
-// The sources: CSeriesView (series, ranges, export), ...Drawing, ...Mouse (modes, wheel, panning), ...Zoom,
+// The sources: CSeriesView (series, ranges, export), ...Drawing, ...Series (how one is drawn), ...Mouse
+// (modes, wheel, panning), ...Zoom,
 // ...Commands, ...ReadOut. How axes read is AxisReader's, where things lie PlotPanels'.
 #pragma once
 
@@ -36,6 +37,12 @@ class CSeriesView : public CXYGraphView {
     CPointEx VisibleX() const;
     // Shows this part of it, with the values in it.
     void ShowRange(double fromUser, double toUser);
+
+    // Whether all series share one plot with an axis for each unit, each unit has a plot, or each series.
+    enum class PlotFor { All, Unit, Series };
+    void SetPlotFor(PlotFor what);
+    // Above the plots; the window's frame says what it shows, so that only pictures need it.
+    void SetHeading(const CString& text) { heading_ = text; }
 
     // A line breaks where neighbours lie more than this many usual steps apart, and at empty cells; 0: never.
     void SetGapFactor(double factor);
@@ -87,8 +94,8 @@ class CSeriesView : public CXYGraphView {
     void OnStepSeries(UINT id);
     void OnAllSeries();
     void OnUpdateManySeries(CCmdUI* state);
-    void OnToggleTiles();
-    void OnUpdateToggleTiles(CCmdUI* state);
+    void OnPlotFor(UINT id);
+    void OnUpdatePlotFor(CCmdUI* state);
     void OnNormalised();
     void OnUpdateNormalised(CCmdUI* state);
     void OnFileOrder();
@@ -139,9 +146,14 @@ class CSeriesView : public CXYGraphView {
     void RangesChanged();
 
     void Draw(CDC& dc);
+    void DrawHeading(CDC& dc);
     void DrawPanel(CDC& dc, const PlotPanel& panel);
     void DrawSeries(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, std::size_t i);
-    void DrawSampleDots(CDC& dc, IPointSource& source, int first, int end, COLORREF color);
+    void DrawSampleDots(CDC& dc, const SeriesFacts& facts, COLORREF color);
+    bool HasOriginal(std::size_t i) const;
+    void DrawOriginal(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, std::size_t i);
+    void DrawMarks(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, std::size_t i);
+    std::vector<LegendLine> LegendOf(const PlotPanel& panel) const;
     void DrawLegendOf(CDC& dc, PlotPanel& panel);
     void DrawHover(CDC& dc);
     void DrawRuler(CDC& dc);
@@ -164,6 +176,9 @@ class CSeriesView : public CXYGraphView {
 
     SeriesFile& file_;
     std::vector<SeriesFacts> facts_;
+    std::vector<SeriesFacts> originals_;  // of the series of the file's original
+    CXYData originalData_;
+    PointPyramids originalPyramids_;
     std::unique_ptr<AxisReader> xReader_;
     ZoomStack stack_;
     std::vector<PlotPanel> panels_;
@@ -178,6 +193,9 @@ class CSeriesView : public CXYGraphView {
     double gapFactor_ = 2.5;
     bool normalised_ = false;
     bool breakAtGaps_ = true;
+    bool stacked_ = false;  // a plot for each unit
+    bool marks_ = true;
+    bool original_ = true;
     bool crosshair_ = false;
     bool readOut_ = true;
     bool spaceHeld_ = false;
@@ -188,6 +206,7 @@ class CSeriesView : public CXYGraphView {
     LegendCorner legendCorner_ = LegendCorner::TopRight;
     bool legendFolded_ = true;
     std::vector<CRect> legends_;  // where they lie
+    CString heading_;
     CString positionText_;
     CString zoomText_;
     static bool linked_;  // the x axes of all windows

@@ -13,7 +13,7 @@ const CommandRow<CSeriesView> CSeriesView::kCommands[] = {
     {kSeriesFirst, kSeriesLast, &CSeriesView::OnSeries, &CSeriesView::OnUpdateSeries},
     {kNextSeries, kPreviousSeries, &CSeriesView::OnStepSeries, &CSeriesView::OnUpdateManySeries},
     {kAllSeries, kAllSeries, &CSeriesView::OnAllSeries, &CSeriesView::OnUpdateManySeries},
-    {kTiles, kTiles, &CSeriesView::OnToggleTiles, &CSeriesView::OnUpdateToggleTiles},
+    {kStacked, kTiles, &CSeriesView::OnPlotFor, &CSeriesView::OnUpdatePlotFor},
     {kNormalised, kNormalised, &CSeriesView::OnNormalised, &CSeriesView::OnUpdateNormalised},
     {kFileOrder, kFileOrder, &CSeriesView::OnFileOrder, &CSeriesView::OnUpdateFileOrder},
     {kNextPage, kPreviousPage, &CSeriesView::OnPage, &CSeriesView::OnUpdatePage},
@@ -81,14 +81,17 @@ void CSeriesView::OnAllSeries() {
 
 void CSeriesView::OnUpdateManySeries(CCmdUI* state) { state->Enable(file_.series.size() > 1); }
 
-void CSeriesView::OnToggleTiles() {
-    tiled = !tiled;
-    page = 0;
-    rulerVisible = false;
-    RangesChanged();
+// Once more: all in one plot again.
+void CSeriesView::OnPlotFor(UINT id) {
+    if (id == kTiles)
+        SetPlotFor(tiled ? PlotFor::All : PlotFor::Series);
+    else
+        SetPlotFor(stacked_ ? PlotFor::All : PlotFor::Unit);
 }
 
-void CSeriesView::OnUpdateToggleTiles(CCmdUI* state) { state->SetCheck(tiled); }
+void CSeriesView::OnUpdatePlotFor(CCmdUI* state) {
+    state->SetCheck(state->m_nID == kTiles ? tiled : stacked_);
+}
 
 void CSeriesView::OnNormalised() {
     normalised_ = !normalised_;
@@ -97,7 +100,7 @@ void CSeriesView::OnNormalised() {
 }
 
 void CSeriesView::OnUpdateNormalised(CCmdUI* state) {
-    state->Enable(!tiled && shownSources.size() > 1);
+    state->Enable(!tiled && !stacked_ && shownSources.size() > 1);
     state->SetCheck(normalised_);
 }
 
@@ -144,7 +147,7 @@ void CSeriesView::OnToggleGrid() {
 void CSeriesView::OnUpdateToggleGrid(CCmdUI* state) { state->SetCheck(axes.DrawXLines || axes.DrawYLines); }
 
 bool& CSeriesView::FlagOf(UINT id) {
-    bool* const flags[] = {&crosshair_, &readOut_, &linked_, &breakAtGaps_};
+    bool* const flags[] = {&crosshair_, &readOut_, &linked_, &breakAtGaps_, &marks_, &original_};
     return *flags[id - kFirstFlag];
 }
 

@@ -1,25 +1,18 @@
 // The picture of the program's view.
 #include <algorithm>
 
+#include "app/table/StatusText.h"
 #include "app/workbench/CSeriesView.h"
 
 namespace app {
-
-namespace {
-
-// Samples this many pixels apart show as dots on their line.
-constexpr int kDotsFromPixels = 12;
-constexpr int kSampleDot = 3;
-
-enum DrawStyle { kDots = 0, kLineAndDots = 1, kLine = 2 };
-
-}  // namespace
 
 void CSeriesView::Arrange(const CDC& dc) {
     const CRect area = DrawingArea();
     const int dots = dc.GetDeviceCaps(LOGPIXELSX);
     if (arranged_ && area == arrangedArea_ && dots == arrangedDots_) return;
-    LayOut(panels_, grid_, area, ShownX(), *xReader_,
+    CRect plots = area;
+    if (!heading_.IsEmpty()) plots.top += dc.GetTextExtent("0").cy * 3 / 2;
+    LayOut(panels_, grid_, plots, ShownX(), *xReader_,
            [&dc](const CString& text) { return dc.GetTextExtent(text); });
     arranged_ = true;
     arrangedArea_ = area;
@@ -51,6 +44,7 @@ int CSeriesView::DrawBitmap(CDC* dc) {
     if (!dataHandler) AllocDataHandler(PrimarySource());
     if (redrawing != Moved) {
         pyramids.Clear();
+        originalPyramids_.Clear();
         UpdatePanels();
         OnPrepareDC(dc);
     }
@@ -76,11 +70,21 @@ int CSeriesView::DrawBitmap(CDC* dc) {
 void CSeriesView::Draw(CDC& dc) {
     const int saved = dc.SaveDC();
     if (!DrawsElsewhere()) legends_.clear();
+    DrawHeading(dc);
     for (PlotPanel& panel : panels_) {
         DrawPanel(dc, panel);
         DrawLegendOf(dc, panel);
     }
     dc.RestoreDC(saved);
+}
+
+void CSeriesView::DrawHeading(CDC& dc) {
+    if (heading_.IsEmpty()) return;
+    const PixelSpace pixels(dc);
+    const CRect area = DrawingArea();
+    dc.SetTextColor(Theme().axis);
+    dc.SetTextAlign(TA_CENTER | TA_TOP);
+    dc.TextOut((area.left + area.right) / 2, area.top + dc.GetTextExtent("0").cy / 4, heading_);
 }
 
 void CSeriesView::DrawPanel(CDC& dc, const PlotPanel& panel) {
@@ -91,70 +95,41 @@ void CSeriesView::DrawPanel(CDC& dc, const PlotPanel& panel) {
         return axis.series.size() == 1 ? ColorOf(axis.series.front()) : Theme().axis;
     });
     ClipTo(dc, panel.plot);
+    for (const PlotAxis& axis : panel.axes)
+        for (const std::size_t i : axis.series) DrawOriginal(dc, panel, axis, i);
     // The first series ends on top.
     for (auto axis = panel.axes.rbegin(); axis != panel.axes.rend(); ++axis)
         for (auto i = axis->series.rbegin(); i != axis->series.rend(); ++i) DrawSeries(dc, panel, *axis, *i);
+    for (const PlotAxis& axis : panel.axes)
+        for (const std::size_t i : axis.series) DrawMarks(dc, panel, axis, i);
     dc.SelectClipRgn(nullptr);
 }
 
-COLORREF CSeriesView::ColorOf(std::size_t i) const {
-    return Theme().OfSeries(
-        KDrawPropertyManager::Instance().GetProperty(file_.series[i].source->GetKey()).getColor());
-}
-
-void CSeriesView::DrawSeries(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, std::size_t i) {
-    IPointSource& source = *file_.series[i].source;
-    source.Lock();
-    MapToPlot(dc, panel, axis, ShownX(), facts_[i]);
-    const KDrawProperty& property = KDrawPropertyManager::Instance().GetProperty(source.GetKey());
-    const COLORREF color = ColorOf(i);
-    dataHandler->SelectPointSource(&source);
-    const int style = property.getDrawStyle();
-    const std::vector<int>& breaks = facts_[i].Breaks();
-    dataHandler->UseLook(lineLook, {breaks.data(), static_cast<int>(breaks.size())});
-    if (style != kDots) dataHandler->DrawLine(&dc, color, property.getLineStyle(), CRect());
-    if (style != kLine) {
-        dataHandler->DrawDots(&dc, color, property.getDotSize(), colors.modified);
-    } else if (const auto [first, end] = facts_[i].Within(ShownX());
-               std::int64_t{end - first} * kDotsFromPixels < panel.plot.Width()) {
-        DrawSampleDots(dc, source, first, end, color);
-    }
-    source.UnLock();
-}
-
-// What the line joins: so few samples that each can be told.
-void CSeriesView::DrawSampleDots(CDC& dc, IPointSource& source, int first, int end, COLORREF color) {
-    CBrush brush;
-    brush.CreateSolidBrush(color);
-    CPen pen;
-    pen.CreatePen(PS_SOLID, 0, color);
-    const Selected fill(dc, brush);
-    const Selected outline(dc, pen);
-    const CPoint* const points = source.GetData();
-    const unsigned short* const status = source.GetStatus();
-    const int radius = RoundHalfAway(kSampleDot * dc.GetDeviceCaps(LOGPIXELSX) / 96.0);
-    for (int i = first; i < end; ++i) {
-        if (status && (status[i] & PS_DELETED)) continue;
-        CPoint at = points[i];
-        dc.LPtoDP(&at);
-        const PixelSpace pixels(dc);
-        dc.SelectObject(&brush);
-        dc.SelectObject(&pen);
-        dc.Ellipse(at.x - radius, at.y - radius, at.x + radius + 1, at.y + radius + 1);
-    }
-}
-
-void CSeriesView::DrawLegendOf(CDC& dc, PlotPanel& panel) {
+// The series, then what else is drawn that not every plot has.
+std::vector<LegendLine> CSeriesView::LegendOf(const PlotPanel& panel) const {
     std::vector<LegendLine> lines;
+    unsigned flags = 0;
+    const std::size_t* withOriginal = nullptr;
     for (const PlotAxis& axis : panel.axes)
-        for (const std::size_t i : axis.series) {
+        for (const std::size_t& i : axis.series) {
             CString text = file_.series[i].source->GetName();
             const CString unit = file_.series[i].source->GetUnitY();
             if (panel.axes.size() > 1 && !unit.IsEmpty()) text += " [" + unit + "]";
             lines.push_back({text, ColorOf(i)});
+            flags |= facts_[i].Flags();
+            if (!withOriginal && HasOriginal(i)) withOriginal = &i;
         }
-    // One series in a tile is named above its axis.
-    if (!showLegend || (tiled && lines.size() < 2)) return;
+    // One series in a plot of its own is named above its axis.
+    if (lines.size() == 1 && panels_.size() > 1) lines.clear();
+    if (withOriginal) lines.push_back({"original", Theme().Pale(ColorOf(*withOriginal))});
+    for (const FlagMark& mark : kFlagMarks)
+        if (marks_ && (flags & mark.flag)) lines.push_back({CString(StatusText(mark.flag)), 0, &mark});
+    return lines;
+}
+
+void CSeriesView::DrawLegendOf(CDC& dc, PlotPanel& panel) {
+    std::vector<LegendLine> lines = LegendOf(panel);
+    if (!showLegend || lines.empty()) return;
     const CRect place = PaintLegend(dc, panel.plot, std::move(lines), legendCorner_, legendFolded_, Theme());
     if (!DrawsElsewhere()) legends_.push_back(place);
 }

@@ -71,6 +71,20 @@ class ScratchFile {
     std::string path_;
 };
 
+CSeriesView::PlotFor PlotForWord(const std::string& word) {
+    if (word == "all") return CSeriesView::PlotFor::All;
+    return word == "series" ? CSeriesView::PlotFor::Series : CSeriesView::PlotFor::Unit;
+}
+
+// Reads what the file was cleaned from, as far as it can be told in the same way.
+std::optional<Failure> LayOver(SeriesFile& file, const PlotOptions& options, PointOrder order) {
+    ReadOptions read = options.read;
+    read.path = options.over;
+    read.y.clear();
+    auto original = ReadSeriesFile(read, {}, order);
+    return original ? AddOriginal(file, std::move(*original)) : original.Error();
+}
+
 // What draws pictures writes files; standard output gets the bytes of one.
 std::optional<Failure> WriteToStandardOutput(CSeriesView& view, const std::string& format, CSize size) {
     const ScratchFile picture("picture." + (format.empty() ? "png" : format));
@@ -91,8 +105,9 @@ Result<int> Plot(const PlotOptions& options) {
         return UsageError("-o " + UnknownPictureFormat(options.output));
     if (!toStandardOutput && !options.format.empty())
         return UsageError("--format is that of standard output, -o -; the ending of a name says its format");
-    if (IsInput(options.read.path, options.output))
-        return UsageError("-o " + options.output + " is the input; choose another name");
+    for (const std::string& input : {options.read.path, options.over})
+        if (!input.empty() && IsInput(input, options.output))
+            return UsageError("-o " + options.output + " is the input; choose another name");
     const auto size = ReadSize(options.size);
     if (!size) return size.Error();
     double gap = 2.5;
@@ -104,13 +119,17 @@ Result<int> Plot(const PlotOptions& options) {
     auto file = ReadSeriesFile(options.read, progress.Shower("reading"), order);
     progress.Clear();
     if (!file) return file.Error();
+    if (!options.over.empty())
+        if (const auto failure = LayOver(*file, options, order)) return *failure;
 
     if (!options.title.empty()) file->title = options.title;
     CSeriesView view(*file, "");
+    view.SetHeading(CString(options.title));
     std::vector<std::size_t> shown(file->series.size());
     std::iota(shown.begin(), shown.end(), 0);
     view.SetGapFactor(gap);
     view.ShowOnly(shown);
+    view.SetPlotFor(PlotForWord(options.panels));
     view.OnInitialUpdate();
     const CPointEx whole = view.RangeX();
     const auto from = ReadEdge("--from", options.from, file->x, whole.x);

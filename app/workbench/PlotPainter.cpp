@@ -7,16 +7,6 @@ namespace app {
 
 namespace {
 
-double Brightness(COLORREF color) {
-    return (0.3 * GetRValue(color) + 0.59 * GetGValue(color) + 0.11 * GetBValue(color)) / 255.0;
-}
-
-COLORREF Mixed(COLORREF from, COLORREF to, double share) {
-    const auto mix = [share](int a, int b) { return RoundHalfAway(a + (b - a) * share); };
-    return RGB(mix(GetRValue(from), GetRValue(to)), mix(GetGValue(from), GetGValue(to)),
-               mix(GetBValue(from), GetBValue(to)));
-}
-
 void Line(CDC& dc, int x1, int y1, int x2, int y2) {
     dc.MoveTo(x1, y1);
     dc.LineTo(x2, y2);
@@ -43,24 +33,6 @@ struct AxisMap {
 };
 
 }  // namespace
-
-PlotTheme PlotTheme::For(COLORREF background, COLORREF axis, COLORREF grid) {
-    const CColorProperties plain;
-    PlotTheme theme;
-    theme.background = background;
-    theme.dark = Brightness(background) < 0.45;
-    const COLORREF ink = theme.dark ? RGB(220, 220, 220) : RGB(60, 60, 60);
-    // A chosen colour counts where it can be seen.
-    const bool usable = axis != plain.axis && std::fabs(Brightness(axis) - Brightness(background)) > 0.25;
-    theme.axis = usable ? axis : ink;
-    theme.grid = grid != plain.grid ? grid : Mixed(background, ink, 0.16);
-    return theme;
-}
-
-COLORREF PlotTheme::OfSeries(unsigned long color) const {
-    const auto own = static_cast<COLORREF>(color);
-    return dark ? Mixed(own, RGB(255, 255, 255), 0.35) : own;
-}
 
 void ClipTo(CDC& dc, const CRect& area) {
     CRgn region;
@@ -90,6 +62,35 @@ void PaintGrid(CDC& dc, const PlotPanel& panel, const Range& x, const PlotTheme&
 
 namespace {
 
+// What labels leave out, where it begins to hold. The first one says what held before: it gives way to the
+// next.
+void PaintContexts(CDC& dc, const PlotPanel& panel, const Range& x, int top, int gap) {
+    struct Context {
+        LabelSpan span;
+        const CString* text;
+    };
+    std::vector<Context> contexts;
+    for (const AxisTick& tick : panel.xTicks) {
+        if (tick.context.IsEmpty()) continue;
+        const int width = dc.GetTextExtent(tick.context).cx;
+        const int at = RoundHalfAway(ScaleX(panel, x).Pixel(tick.at));
+        const int least = panel.tile.left + Half(width) + 1;
+        contexts.push_back(
+            {{std::clamp(at, least, std::max(least, panel.tile.right - Half(width) - 1)), width},
+             &tick.context});
+    }
+    const auto touch = [&](const Context& a, const Context& b) {
+        return b.span.centre - Half(b.span.width) - Half(a.span.width) - a.span.centre < gap;
+    };
+    if (contexts.size() > 1 && touch(contexts[0], contexts[1])) contexts.erase(contexts.begin());
+    const Context* before = nullptr;
+    for (const Context& context : contexts) {
+        if (before && touch(*before, context)) continue;
+        dc.TextOut(context.span.centre, top, *context.text);
+        before = &context;
+    }
+}
+
 void PaintXAxis(CDC& dc, const PlotPanel& panel, const Range& x, const AxisReader& reader, int stroke) {
     const CRect& plot = panel.plot;
     Line(dc, plot.left, plot.bottom, plot.right + 1, plot.bottom);
@@ -99,6 +100,7 @@ void PaintXAxis(CDC& dc, const PlotPanel& panel, const Range& x, const AxisReade
         Line(dc, at, plot.bottom, at, plot.bottom + stroke + 1);
         spans.push_back({at, static_cast<int>(dc.GetTextExtent(tick.text).cx)});
     }
+    if (!panel.labelled) return;
     KeepWhole(spans, panel.tile.left, panel.tile.right);
     dc.SetTextAlign(TA_CENTER | TA_TOP);
     for (std::size_t i = 0; i < spans.size(); ++i) {
@@ -107,6 +109,8 @@ void PaintXAxis(CDC& dc, const PlotPanel& panel, const Range& x, const AxisReade
         if (left < panel.tile.left || left + spans[i].width > panel.tile.right) continue;
         dc.TextOut(spans[i].centre, plot.bottom + stroke + 1, panel.xTicks[i].text);
     }
+    const int line = dc.GetTextExtent("0").cy;
+    PaintContexts(dc, panel, x, plot.bottom + stroke + 1 + line, line);
     dc.SetTextAlign(TA_RIGHT | TA_BOTTOM);
     dc.TextOut(plot.right, panel.tile.bottom - 1, reader.Title());
 }
@@ -234,9 +238,12 @@ CRect PaintLegend(CDC& dc, const CRect& plot, std::vector<LegendLine> lines, Leg
     int y = top + gap / 2;
     for (const LegendLine& line : lines) {
         const int thick = std::max(1, text.cy / 8);
-        dc.FillSolidRect({left + gap, y + Half(text.cy) - thick, left + gap + swatch,
-                          y + Half(text.cy) - thick + 2 * thick},
-                         line.color);
+        if (line.mark)
+            PaintMarks(dc, *line.mark, {{left + gap + Half(swatch), y + Half(text.cy)}}, theme);
+        else
+            dc.FillSolidRect({left + gap, y + Half(text.cy) - thick, left + gap + swatch,
+                              y + Half(text.cy) - thick + 2 * thick},
+                             line.color);
         dc.SetTextColor(theme.axis);
         dc.TextOut(left + swatch + 2 * gap, y, line.text);
         y += text.cy;

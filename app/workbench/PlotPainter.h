@@ -2,22 +2,10 @@
 // and read-out.
 #pragma once
 
+#include "app/workbench/FlagMarks.h"
 #include "app/workbench/PlotPanels.h"
 
 namespace app {
-
-// 0x00BBGGRR.
-struct PlotTheme {
-    COLORREF background = RGB(255, 255, 255);
-    COLORREF axis = RGB(60, 60, 60);
-    COLORREF grid = RGB(228, 228, 228);
-    bool dark = false;
-
-    // For a background; `grid` is taken unless it is the colour of new views.
-    static PlotTheme For(COLORREF background, COLORREF axis, COLORREF grid);
-    // A series' colour so that it can be seen on the background.
-    COLORREF OfSeries(unsigned long color) const;
-};
 
 struct GridLines {
     bool x = true;
@@ -37,6 +25,7 @@ void ClipTo(CDC& dc, const CRect& area);
 struct LegendLine {
     CString text;
     COLORREF color = 0;
+    const FlagMark* mark = nullptr;  // instead of a stroke in that colour
 };
 enum class LegendCorner { TopRight = 0, TopLeft = 1, BottomLeft = 2, BottomRight = 3 };
 constexpr std::size_t kFoldedLines = 10;

@@ -26,12 +26,15 @@ PlotAxis& AxisFor(PlotPanel& panel, const std::string& key) {
     return axis;
 }
 
-void Add(PlotPanel& panel, const SeriesFile& file, const SeriesFacts& facts, std::size_t i, bool own) {
-    const std::string key =
-        own ? "series " + std::to_string(i) : "unit " + std::string(UnitOf(file, i).GetString());
-    PlotAxis& axis = AxisFor(panel, key);
-    axis.series.push_back(i);
-    if (!facts.Y().IsNone()) axis.whole.Add(facts.Y());
+std::string KeyOf(const SeriesFile& file, std::size_t i, bool own) {
+    return own ? "series " + std::to_string(i) : "unit " + std::string(UnitOf(file, i).GetString());
+}
+
+// The panel of this unit.
+PlotPanel& PanelFor(std::vector<PlotPanel>& panels, const std::string& key) {
+    for (PlotPanel& panel : panels)
+        if (panel.axes.front().key == key) return panel;
+    return panels.emplace_back();
 }
 
 void Finish(PlotPanel& panel, const SeriesFile& file) {
@@ -54,7 +57,7 @@ int WidthOf(const PlotAxis& axis, const AxisRoom& room, const Sizes& sizes) {
 }
 
 // Ticks of the y axes first, for their labels decide on the width that is left for x.
-void PlaceAxes(PlotPanel& panel, AxisRoom room, const Sizes& sizes) {
+void MeasureAxes(PlotPanel& panel, AxisRoom room, const Sizes& sizes) {
     room.upright = true;
     room.pixels = panel.plot.Height();
     int taken = 0;
@@ -70,12 +73,25 @@ void PlaceAxes(PlotPanel& panel, AxisRoom room, const Sizes& sizes) {
         taken += axis.width;
         (axis.atRight ? panel.plot.right : panel.plot.left) += axis.atRight ? -axis.width : axis.width;
     }
+}
+
+void PlaceAxes(PlotPanel& panel) {
     panel.plot.right = std::max(panel.plot.right, panel.plot.left + 1);
     int column = panel.plot.right;
     for (PlotAxis& axis : panel.axes) {
         axis.column = axis.atRight ? column : panel.plot.left;
         if (axis.atRight) column += axis.width;
     }
+}
+
+// The tile of the i-th panel; below it, when it is the last one of its column, lies what x is labelled with.
+CRect TileOf(int i, bool last, CSize grid, const CRect& area, int labels) {
+    const int column = i % grid.cx;
+    const int row = i / grid.cx;
+    const int height = area.Height() - labels;
+    return {area.left + area.Width() * column / grid.cx, area.top + height * row / grid.cy,
+            area.left + area.Width() * (column + 1) / grid.cx,
+            area.top + height * (row + 1) / grid.cy + (last ? labels : 0)};
 }
 
 }  // namespace
@@ -93,10 +109,15 @@ std::vector<PlotPanel> MakePanels(const SeriesFile& file, const std::vector<Seri
                                   const std::vector<std::size_t>& series, std::size_t perTile,
                                   Together together) {
     std::vector<PlotPanel> panels;
+    const bool own = together == Together::Normalised || (together == Together::ByUnit && perTile == 1);
     for (std::size_t k = 0; k < series.size(); ++k) {
-        if (k % std::max<std::size_t>(perTile, 1) == 0) panels.emplace_back();
-        Add(panels.back(), file, facts[series[k]], series[k],
-            perTile == 1 || together == Together::Normalised);
+        const std::size_t i = series[k];
+        const std::string key = KeyOf(file, i, own);
+        const bool stacked = together == Together::Stacked;
+        if (!stacked && k % std::max<std::size_t>(perTile, 1) == 0) panels.emplace_back();
+        PlotAxis& axis = AxisFor(stacked ? PanelFor(panels, key) : panels.back(), key);
+        axis.series.push_back(i);
+        if (!facts[i].Y().IsNone()) axis.whole.Add(facts[i].Y());
     }
     for (PlotPanel& panel : panels) Finish(panel, file);
     return panels;
@@ -108,23 +129,43 @@ CSize GridFor(std::size_t tiles) {
     return {columns, (count + columns - 1) / columns};
 }
 
+CSize StackFor(std::size_t plots) {
+    constexpr std::size_t kHighest = 6;
+    return plots <= kHighest ? CSize(1, std::max(1, static_cast<int>(plots))) : GridFor(plots);
+}
+
 void LayOut(std::vector<PlotPanel>& panels, CSize grid, const CRect& area, const Range& x,
             const AxisReader& xReader, const std::function<CSize(const CString&)>& measure) {
     AxisRoom room{0, false, measure};
     const int line = measure("0").cy;
     const Sizes sizes{line, line / 4 + 1, line / 4 + 1};
+    const int labels = (xReader.LabelLines() + 1) * line + sizes.stroke + sizes.gap;
+    const int below = line / 2 + sizes.gap;  // of a plot, for half of its lowest label
+    const auto columns = static_cast<std::size_t>(grid.cx);
     for (std::size_t i = 0; i < panels.size(); ++i) {
         PlotPanel& panel = panels[i];
-        const int column = static_cast<int>(i) % grid.cx;
-        const int row = static_cast<int>(i) / grid.cx;
-        panel.tile = {area.left + area.Width() * column / grid.cx, area.top + area.Height() * row / grid.cy,
-                      area.left + area.Width() * (column + 1) / grid.cx,
-                      area.top + area.Height() * (row + 1) / grid.cy};
-        // The titles of the y axes stand above, labels and title of the x axis below.
+        panel.labelled = i + columns >= panels.size();
+        panel.tile = TileOf(static_cast<int>(i), panel.labelled, grid, area, labels - below);
+        // The titles of the y axes stand above.
         const int top = panel.tile.top + line + 2 * sizes.gap;
-        const int bottom = panel.tile.bottom - 2 * line - sizes.stroke - 2 * sizes.gap;
+        const int bottom = panel.tile.bottom - (panel.labelled ? labels : below);
         panel.plot = {panel.tile.left + sizes.gap, top, panel.tile.right - line, std::max(bottom, top + 1)};
-        PlaceAxes(panel, room, sizes);
+        MeasureAxes(panel, room, sizes);
+    }
+    for (std::size_t column = 0; column < columns; ++column) {
+        LONG left = area.left;
+        LONG right = area.right;
+        for (std::size_t i = column; i < panels.size(); i += columns) {
+            left = std::max(left, panels[i].plot.left);
+            right = std::min(right, panels[i].plot.right);
+        }
+        for (std::size_t i = column; i < panels.size(); i += columns) {
+            panels[i].plot.left = left;
+            panels[i].plot.right = right;
+        }
+    }
+    for (PlotPanel& panel : panels) {
+        PlaceAxes(panel);
         room.pixels = panel.plot.Width();
         panel.xTicks = xReader.Ticks(x, room);
     }

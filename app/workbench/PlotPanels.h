@@ -27,6 +27,7 @@ struct PlotAxis {
 struct PlotPanel {
     std::vector<PlotAxis> axes;  // the first stands at the left
     std::vector<AxisTick> xTicks;
+    bool labelled = true;  // below; else the panel below says what the ticks stand for
     CRect tile;
     CRect plot;
 };
@@ -34,17 +35,21 @@ struct PlotPanel {
 // A little longer at both ends; a lone value stands in the middle.
 Range Padded(const Range& range);
 
-enum class Together { ByUnit, Normalised };
+enum class Together { ByUnit, Normalised, Stacked };
 
-// All of `series` in one plot, or `perTile` in each. Axes come with their whole range.
+// All of `series` in one plot, or `perTile` in each; stacked, those of each unit. Axes come with their whole
+// range.
 std::vector<PlotPanel> MakePanels(const SeriesFile& file, const std::vector<SeriesFacts>& facts,
                                   const std::vector<std::size_t>& series, std::size_t perTile,
                                   Together together);
 
 // How a page of so many tiles is divided.
 CSize GridFor(std::size_t tiles);
+// How one page of so many plots of units is.
+CSize StackFor(std::size_t plots);
 
-// Gives panels that know their shown ranges their places and ticks in the area.
+// Gives panels that know their shown ranges their places and ticks in the area. Panels below each other have
+// one x axis: their sides are in line, and the last one says what its ticks stand for.
 void LayOut(std::vector<PlotPanel>& panels, CSize grid, const CRect& area, const Range& x,
             const AxisReader& xReader, const std::function<CSize(const CString&)>& measure);
 

@@ -70,6 +70,9 @@ void SeriesFacts::TakeExtents() {
     widen(false);
     if (low.x > high.x) widen(true);
     x_ = y_ = Range::None();
+    unsigned flags = 0;
+    for (int i = 0; status && i < count; ++i) flags |= status[i];
+    flags_ = static_cast<unsigned short>(flags);
     sorted_ =
         std::is_sorted(points, points + count, [](const CPoint& a, const CPoint& b) { return a.x < b.x; });
     if (low.x > high.x) return;

@@ -26,6 +26,8 @@ class SeriesFacts {
     // Of the samples that are not deleted; of all when all are.
     const Range& X() const { return x_; }
     const Range& Y() const { return y_; }
+    // That some sample has.
+    unsigned short Flags() const { return flags_; }
     // The indices that a line does not lead to from the one before, ascending.
     const std::vector<int>& Breaks() const { return breaks_; }
     // The samples from `first` up to `second` may lie in this range of x.
@@ -63,6 +65,7 @@ class SeriesFacts {
     bool sorted_ = true;
     Range x_ = Range::None();
     Range y_ = Range::None();
+    unsigned short flags_ = 0;
     std::vector<int> breaks_;
 };
 

@@ -133,6 +133,26 @@ Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& adv
     return file;
 }
 
+std::optional<Failure> AddOriginal(SeriesFile& file, SeriesFile original) {
+    if (original.x.isTime != file.x.isTime)
+        return Refusal(original.options.path + ": its x axis is of another kind than that of " +
+                       file.options.path);
+    bool any = false;
+    for (FileSeries& series : file.series)
+        for (std::size_t i = 0; i < original.series.size(); ++i) {
+            const bool alone = file.series.size() == 1 && original.series.size() == 1;
+            if (!alone && series.source->GetName() != original.series[i].source->GetName()) continue;
+            series.original = static_cast<int>(i);
+            any = true;
+        }
+    if (!any)
+        return Refusal(original.options.path + ": no column has the name of one of " + file.options.path,
+                       "-y names the columns to draw");
+    original.x.shift += static_cast<double>(original.x.origin - file.x.origin) / kSecond;
+    file.original = std::make_unique<SeriesFile>(std::move(original));
+    return std::nullopt;
+}
+
 // The first eight after Masataka Okabe and Kei Ito, "Color Universal Design", 2002; yellow is left out, which
 // is too pale for lines on white. Each of the others is the colour that differs most from those before it, in
 // the least of its differences as people see it who lack no cone, the red or the green ones.

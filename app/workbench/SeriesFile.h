@@ -35,6 +35,7 @@ struct FileSeries {
     AxisReading y;
     int decimals = 0;              // that the file writes its values with
     std::vector<int> emptyBefore;  // the samples before which rows have no value, ascending
+    int original = -1;             // the series of SeriesFile::original that this one was; -1: none
 };
 
 enum class PointOrder { OfX, OfFile };
@@ -48,11 +49,17 @@ struct SeriesFile {
     PointOrder order = PointOrder::OfX;
     std::string summary;  // one line: rows, columns, what was skipped
     std::vector<ReadNote> notes;
+    // The file that this one was cleaned from, where it is known; its x counts from this one's origin.
+    std::unique_ptr<SeriesFile> original;
 };
 
 // Fails with one message for the user when the file cannot be read or holds no series.
 Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& advance = {},
                                   PointOrder order = PointOrder::OfX);
+
+// Makes `original` what the file was cleaned from. Series belong together that have one name, or that are the
+// only ones; fails when none do.
+std::optional<Failure> AddOriginal(SeriesFile& file, SeriesFile original);
 
 // A colour of its own for the i-th series of a file, 0x00BBGGRR.
 unsigned long SeriesColor(std::size_t i);

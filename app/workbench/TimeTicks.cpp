@@ -99,22 +99,22 @@ std::vector<Microseconds> TimesAt(TimeStep step, Microseconds from, Microseconds
     return times;
 }
 
-bool IsMidnight(Microseconds at) { return at % kDay == 0; }
-
-std::string TimeTickText(Microseconds at, TimeStep step, bool withDate) {
+std::string TimeTickText(Microseconds at, TimeStep step) {
     if (step.months >= 12) return date::format("%Y", TimeOf(at));
     if (step.months > 0) return date::format("%Y-%m", TimeOf(at));
-    const std::string day = date::format("%F", TimeOf(at));
-    if (step.microseconds >= kDay || (IsMidnight(at) && !withDate)) return day;
-    const std::string clock = ClockText(at, step.microseconds);
-    return withDate ? day + " " + clock : clock;
+    return step.microseconds >= kDay ? date::format("%m-%d", TimeOf(at)) : ClockText(at, step.microseconds);
+}
+
+std::string TimeTickContext(Microseconds at, TimeStep step) {
+    if (step.months > 0) return {};
+    return date::format(step.microseconds >= kDay ? "%Y" : "%F", TimeOf(at));
 }
 
 std::string WidestTickText(TimeStep step) {
     if (step.months >= 12) return "00000";
     if (step.months > 0) return "0000-00 ";
-    if (step.microseconds >= kDay || step.microseconds % kMinute == 0) return "0000-00-00 0";
-    return step.microseconds >= kSecond ? "0000-00-00 00:0" : "0000-00-00 00:00:00";
+    if (step.microseconds >= kDay || step.microseconds % kMinute == 0) return "00:00";
+    return step.microseconds >= kSecond ? "00:00:00" : "00:00:00.000";
 }
 
 std::string TimeReadOut(Microseconds at, double secondsPerPixel) {

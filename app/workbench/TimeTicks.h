@@ -24,15 +24,13 @@ TimeStep TimeStepFor(double leastSeconds);
 // The round times from `from` to `to`, both included; never more than a thousand. Weeks begin on Monday.
 std::vector<Microseconds> TimesAt(TimeStep step, Microseconds from, Microseconds to);
 
-// The label of a tick. Midnights carry their date, other times within a day the time alone unless `withDate`
-// asks for both.
-std::string TimeTickText(Microseconds at, TimeStep step, bool withDate);
+// The label of a tick, and what it leaves out: the date of a time of day, the year of a day.
+std::string TimeTickText(Microseconds at, TimeStep step);
+std::string TimeTickContext(Microseconds at, TimeStep step);
 // A text about as wide as labels for this step get.
 std::string WidestTickText(TimeStep step);
 
 // A time to the precision that one pixel of so many seconds shows.
 std::string TimeReadOut(Microseconds at, double secondsPerPixel);
-
-bool IsMidnight(Microseconds at);
 
 }  // namespace app

@@ -45,6 +45,7 @@ constexpr CommandResource kCommands[] = {
     {kLegend, "&Legend\tL", "Show or hide the legend", "legend"},
     {kGrid, "&Grid\tG", "Show or hide the grid lines", "grid"},
     {kTitleBar, "&Hide title bar", "Show or hide the title bar of the window"},
+    {kStacked, "Stack b&y unit\tU", "The series of each unit in a plot of their own, one below the other"},
     {kTiles, "&Tiles\tT", "One series in each tile", "tiles"},
     {kNextPage, "Ne&xt page\tCtrl+PgDown", "The next page of tiles"},
     {kPreviousPage, "Pre&vious page\tCtrl+PgUp", "The page of tiles before"},
@@ -59,6 +60,8 @@ constexpr CommandResource kCommands[] = {
     {kDrawLineAndDots, "Line an&d dots", "Draw the shown series as lines with dots"},
     {kDrawDots, "Do&ts", "Draw the shown series as dots"},
     {kSeriesColor, "&Colour...", "Choose the colour of the first series shown"},
+    {kMarks, "&Marks of flags\tM", "Show which samples are deleted, rejected or marked as spikes"},
+    {kOriginal, "Original &below\tW", "Draw the line as it was, pale, below the cleaned one"},
 
     {ID_VIEW_TOOLBAR, "Sho&w toolbar", "Show or hide the toolbar"},
     {ID_VIEW_STATUS_BAR, "&Status bar", "Show or hide the status bar"},
@@ -115,6 +118,7 @@ constexpr MenuResource kMenuBetween[] = {
     MenuItem(kCrosshair),
     MenuItem(kSampleReadOut),
     MenuItem(kGaps),
+    MenuItem(kStacked),
     MenuItem(kTiles),
     MenuItem(kNextPage),
     MenuItem(kPreviousPage),
@@ -135,6 +139,8 @@ constexpr MenuResource kMenuBetween[] = {
     MenuItem(kDrawLineAndDots),
     MenuItem(kDrawDots),
     MenuItem(kSeriesColor),
+    MenuItem(kMarks),
+    MenuItem(kOriginal),
     MenuSeparator(),
 };
 constexpr MenuResource kMenuAfter[] = {

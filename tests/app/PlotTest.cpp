@@ -27,6 +27,24 @@ int SeriesPixels(const QImage& picture, const QRect& part) {
     return count;
 }
 
+// The pixels of a part that are nearly of a colour.
+int Pixels(const QImage& picture, const QRect& part, const QColor& color) {
+    int count = 0;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x) {
+            const QColor pixel(picture.pixel(x, y));
+            count += std::abs(pixel.red() - color.red()) < 60 &&
+                     std::abs(pixel.green() - color.green()) < 60 &&
+                     std::abs(pixel.blue() - color.blue()) < 60;
+        }
+    return count;
+}
+
+const QColor kDeleted(204, 0, 51);
+const QColor kRejected(136, 0, 170);
+const QColor kSpike(190, 95, 0);
+const QColor kPale(158, 201, 226);
+
 class PlotTest : public testing::Test {
   protected:
     PlotTest() { folder.Write("step.csv", StepAtNoon()); }
@@ -70,6 +88,63 @@ TEST_F(PlotTest, LinesBreakWhereSamplesAreMissing) {
     EXPECT_GT(SeriesPixels(Picture("--size 600x400 --gap 30"), middle), 20);
 }
 
+// Twenty-one samples of 1 or 2 with the edits that a cleaning notes: in the middle a deleted one far outside,
+// left of it a rejected one, right of it a spike.
+TEST_F(PlotTest, ShowsTheFlagsOfAStatusColumnAndWhatWasDeleted) {
+    std::string text = "x,level [m],level_status\n";
+    for (int i = 0; i <= 20; ++i) {
+        const char* const flags = i == 5 ? "rejected+edited" : i == 10 ? "deleted+edited" : "";
+        text += std::to_string(i) + "," +
+                (i == 10 ? "9"
+                 : i % 2 ? "1"
+                         : "2") +
+                "," + (i == 15 ? "spike" : flags) + "\n";
+    }
+    folder.Write("step.csv", text);
+    const QImage picture = Picture("--size 600x400");
+    const struct {
+        const QColor& color;
+        QRect place;
+    } marks[] = {
+        {kRejected, {150, 250, 60, 120}}, {kDeleted, {285, 10, 50, 40}}, {kSpike, {420, 250, 60, 120}}};
+    for (const auto& mark : marks) {
+        EXPECT_GT(Pixels(picture, mark.place, mark.color), 8);
+        EXPECT_EQ(Pixels(picture, {60, 60, 80, 300}, mark.color), 0) << "where there is none";
+        EXPECT_GT(Pixels(picture, {480, 20, 40, 110}, mark.color), 8) << "in the legend";
+    }
+    // The line to the sample that is gone, upwards out of the plot.
+    EXPECT_GT(Pixels(picture, {285, 60, 50, 100}, kPale), 60);
+}
+
+TEST_F(PlotTest, LaysTheCleanedLineOverThatOfTheOriginal) {
+    folder.Write("step.csv", "x,level\n0,0\n100,0\n200,1\n");
+    // Begins elsewhere, and has other columns, too.
+    folder.Write("before.csv", "x,depth,level\n-50,7,1\n0,7,1\n100,7,1\n200,7,1\n");
+    folder.Write("depth.csv", "x,depth,other\n0,7,1\n200,7,1\n");
+    const QImage picture = Picture("--size 600x400 --over before.csv");
+    EXPECT_GT(Pixels(picture, {100, 20, 200, 60}, kPale), 200);
+    EXPECT_GT(SeriesPixels(picture, {100, 300, 200, 60}), 180);
+    ExpectRefused(folder, {"plot step.csv --over depth.csv -o x.png", 1, "no column has the name"}, 4);
+    folder.Write("over.png", "x,level\n0,1\n");
+    ExpectRefused(folder, {"plot step.csv --over over.png -o over.png", 2, "over.png is the input"}, 5);
+    ExpectRefused(folder, {"plot step.csv --over none.csv -o x.png", 1, "cannot open none.csv"}, 5);
+}
+
+TEST_F(PlotTest, EachUnitHasAPlotUnlessAskedOtherwise) {
+    folder.Write("step.csv", "x,a [m],b [hPa],c [m]\n0,0,1000,1\n1,1,1001,0\n");
+    const QColor ink(60, 60, 60);
+    // The axis lines below the plots: one, or one for each.
+    const auto lines = [&](const std::string& options) {
+        const QImage picture = Picture("--size 600x400 " + options);
+        int count = 0;
+        for (int y = 0; y < picture.height(); ++y) count += Pixels(picture, {100, y, 400, 1}, ink) > 350;
+        return count;
+    };
+    EXPECT_EQ(lines(""), 2);
+    EXPECT_EQ(lines("--panels series"), 3);
+    EXPECT_EQ(lines("--panels all"), 1);
+}
+
 TEST_F(PlotTest, WritesDrawingsAndPages) {
     EXPECT_EQ(folder.Run("plot step.csv -o step.svg").exitCode, 0);
     EXPECT_NE(folder.Read("step.svg").find("<svg"), std::string::npos);
@@ -91,6 +166,7 @@ TEST_F(PlotTest, RefusesWithOneMessageAndLeavesNothingBehind) {
         {"plot step.csv -o step.png --gap wide", 2, "--gap wide: expected"},
         {"plot step.csv -o step.png --from noon", 2, "--from noon: expected a time"},
         {"plot step.csv -o step.png --from 2024-03-02 --to 2024-03-01", 2, "nothing between"},
+        {"plot step.csv -o step.png --panels some", 2, "--panels some"},
         {"plot step.csv -o step.png -y depth", 2, "there is no column \"depth\""},
         {"plot none.csv -o step.png", 1, "cannot open none.csv"},
         {"plot step.csv -o nowhere/step.png", 1, "cannot write nowhere/step.png"},

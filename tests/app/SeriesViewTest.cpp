@@ -171,6 +171,30 @@ TEST_F(SeriesViewTest, EachTileAndEachUnitHasItsOwnRange) {
     EXPECT_EQ(view.Panels()[0].axes.size(), 3u);
 }
 
+TEST_F(SeriesViewTest, PlotsBelowEachOtherShareTheXAxis) {
+    SeriesFile file =
+        Read("x,a [m],b [hPa],c [m]\n" + Rows(20, [](int i) {
+                 return Number(i) + "," + Number(i) + "," + Number(100000 + i) + "," + Number(-i);
+             }));
+    OpenSeriesView view(file);
+    view.ShowOnly({0, 1, 2});
+    view.Command(kStacked);
+    view.Draw({800, 600});
+    const auto& panels = view.Panels();
+    ASSERT_EQ(panels.size(), 2u);
+    EXPECT_EQ(panels[0].axes[0].series, (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(panels[0].plot.left, panels[1].plot.left);
+    EXPECT_EQ(panels[0].plot.right, panels[1].plot.right);
+    EXPECT_NEAR(panels[0].plot.Height(), panels[1].plot.Height(), 1);
+    EXPECT_FALSE(panels[0].labelled);
+    EXPECT_TRUE(panels[1].labelled);
+    EXPECT_LT(panels[0].plot.bottom, panels[1].plot.top);
+    view.Command(kTiles);
+    EXPECT_EQ(view.Panels().size(), 3u);
+    view.Command(kTiles);
+    EXPECT_EQ(view.Panels().size(), 1u) << "all in one plot, not stacked as before";
+}
+
 TEST_F(SeriesViewTest, OneCanZoomToSingleSamplesAndIsToldTheEnd) {
     SeriesFile file =
         Read("x,y\n" + Rows(20000, [](int i) { return std::to_string(i) + "," + Number(i % 9); }));

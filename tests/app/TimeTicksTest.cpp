@@ -11,11 +11,17 @@ Microseconds At(const char* text) {
     return time.at;
 }
 
+// With what they leave out where it changes.
 std::string Labels(double leastSeconds, const char* from, const char* to) {
     const TimeStep step = TimeStepFor(leastSeconds);
     std::string labels;
-    for (const Microseconds at : TimesAt(step, At(from), At(to)))
-        labels += (labels.empty() ? "" : " ") + TimeTickText(at, step, false);
+    std::string before;
+    for (const Microseconds at : TimesAt(step, At(from), At(to))) {
+        labels += (labels.empty() ? "" : " ") + TimeTickText(at, step);
+        const std::string context = TimeTickContext(at, step);
+        if (context != before) labels += "/" + context;
+        before = context;
+    }
     return labels;
 }
 
@@ -26,14 +32,16 @@ TEST(TimeTicks, StandAtRoundTimesOfTheCalendarAndSayWhatTheStepNeeds) {
         const char* to;
         const char* labels;
     } cases[] = {
-        {0.003, "2024-03-01T10:00:00.002", "2024-03-01T10:00:00.011", "10:00:00.005 10:00:00.010"},
-        {0.3, "2024-03-01T10:00:00.2", "2024-03-01T10:00:01", "10:00:00.5 10:00:01.0"},
-        {20, "2024-03-01T23:59:10", "2024-03-02T00:00:40", "23:59:30 2024-03-02 00:00:30"},
-        {300.5, "2024-03-01T10:01", "2024-03-01T10:21", "10:10 10:20"},
-        {4 * 3600, "2024-03-01T05:00", "2024-03-02T07:00", "06:00 12:00 18:00 2024-03-02 06:00"},
-        {80000, "2024-02-28T01:00", "2024-03-01T00:00", "2024-02-29 2024-03-01"},
+        {0.003, "2024-03-01T10:00:00.002", "2024-03-01T10:00:00.011", "10:00:00.005/2024-03-01 10:00:00.010"},
+        {0.3, "2024-03-01T10:00:00.2", "2024-03-01T10:00:01", "10:00:00.5/2024-03-01 10:00:01.0"},
+        {20, "2024-03-01T23:59:10", "2024-03-02T00:00:40",
+         "23:59:30/2024-03-01 00:00:00/2024-03-02 00:00:30"},
+        {300.5, "2024-03-01T10:01", "2024-03-01T10:21", "10:10/2024-03-01 10:20"},
+        {4 * 3600, "2024-03-01T05:00", "2024-03-02T07:00",
+         "06:00/2024-03-01 12:00 18:00 00:00/2024-03-02 06:00"},
+        {80000, "2023-12-30T01:00", "2024-01-01T00:00", "12-31/2023 01-01/2024"},
         // Mondays.
-        {3 * 86400, "2024-03-01", "2024-03-18", "2024-03-04 2024-03-11 2024-03-18"},
+        {3 * 86400, "2024-03-01", "2024-03-18", "03-04/2024 03-11 03-18"},
         // Months and years differ in length.
         {20 * 86400, "2024-01-15", "2024-04-01", "2024-02 2024-03 2024-04"},
         {80 * 86400, "2023-11-15", "2024-08-01", "2024-01 2024-04 2024-07"},
