@@ -9,7 +9,7 @@ namespace app {
 
 namespace {
 
-constexpr const char* kLegendCorner = "LegendCorner";
+constexpr const char* kLegendCorner = "LegendPlace";
 
 void UseColor(IPointSource& source, unsigned long color) {
     auto& manager = KDrawPropertyManager::Instance();
@@ -68,7 +68,7 @@ void CSeriesView::TakeFile(SeriesFile again) {
 void CSeriesView::OnInitialUpdate() {
     if (CWinApp* const profile = AfxGetApp())
         legendCorner_ = static_cast<LegendCorner>(
-            std::clamp(static_cast<int>(profile->GetProfileInt(GetKeyName(), kLegendCorner, 0)), 0, 3));
+            std::clamp(static_cast<int>(profile->GetProfileInt(GetKeyName(), kLegendCorner, 4)), 0, 4));
     CXYGraphView::OnInitialUpdate();
     ruler.setType(KRuler::RulerType(0));
     stack_ = {};

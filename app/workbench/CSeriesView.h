@@ -10,6 +10,7 @@
 
 #include <vector>
 
+#include "app/workbench/Legend.h"
 #include "app/workbench/PictureFile.h"
 #include "app/workbench/PlotPainter.h"
 #include "app/workbench/SeriesFile.h"
@@ -154,7 +155,8 @@ class CSeriesView : public CXYGraphView {
     void DrawOriginal(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, std::size_t i);
     void DrawMarks(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, std::size_t i);
     std::vector<LegendLine> LegendOf(const PlotPanel& panel) const;
-    void DrawLegendOf(CDC& dc, PlotPanel& panel);
+    void DrawLegendOf(CDC& dc, std::size_t panel);
+    LegendCorner EmptiestCorner(const Legend& legend, const PlotPanel& panel, LegendCorner before) const;
     void DrawHover(CDC& dc);
     void DrawRuler(CDC& dc);
     COLORREF ColorOf(std::size_t i) const;
@@ -203,9 +205,10 @@ class CSeriesView : public CXYGraphView {
     std::optional<Hovered> hovered_;
     std::optional<CPoint> panFrom_;
     std::size_t panPanel_ = 0;
-    LegendCorner legendCorner_ = LegendCorner::TopRight;
+    LegendCorner legendCorner_ = LegendCorner::Emptiest;
     bool legendFolded_ = true;
-    std::vector<CRect> legends_;  // where they lie
+    std::vector<CRect> legends_;          // where they lie
+    std::vector<LegendCorner> emptiest_;  // of each panel, in the window
     CString heading_;
     CString positionText_;
     CString zoomText_;

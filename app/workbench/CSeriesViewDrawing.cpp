@@ -1,5 +1,6 @@
 // The picture of the program's view.
 #include <algorithm>
+#include <cmath>
 
 #include "app/table/StatusText.h"
 #include "app/workbench/CSeriesView.h"
@@ -71,9 +72,9 @@ void CSeriesView::Draw(CDC& dc) {
     const int saved = dc.SaveDC();
     if (!DrawsElsewhere()) legends_.clear();
     DrawHeading(dc);
-    for (PlotPanel& panel : panels_) {
-        DrawPanel(dc, panel);
-        DrawLegendOf(dc, panel);
+    for (std::size_t i = 0; i < panels_.size(); ++i) {
+        DrawPanel(dc, panels_[i]);
+        DrawLegendOf(dc, i);
     }
     dc.RestoreDC(saved);
 }
@@ -127,10 +128,45 @@ std::vector<LegendLine> CSeriesView::LegendOf(const PlotPanel& panel) const {
     return lines;
 }
 
-void CSeriesView::DrawLegendOf(CDC& dc, PlotPanel& panel) {
+// The corner that it was in stays unless another one is much better: a legend that leaps about is worse than
+// one that hides a little.
+LegendCorner CSeriesView::EmptiestCorner(const Legend& legend, const PlotPanel& panel,
+                                         LegendCorner before) const {
+    constexpr LegendCorner kInOrder[] = {LegendCorner::TopRight, LegendCorner::TopLeft,
+                                         LegendCorner::BottomRight, LegendCorner::BottomLeft};
+    constexpr double kMuchBetter = 0.5;
+    const auto hidden = [&](LegendCorner corner) {
+        const CRect place = legend.PlaceIn(panel.plot, corner);
+        double sum = 0;
+        for (const PlotAxis& axis : panel.axes)
+            for (const std::size_t i : axis.series)
+                sum += facts_[i].PartThrough(ScaleX(panel, ShownX()), ScaleY(panel, axis), place);
+        return sum;
+    };
+    LegendCorner best = before;
+    double least = before == LegendCorner::Emptiest ? HUGE_VAL : hidden(before) * kMuchBetter;
+    for (const LegendCorner corner : kInOrder) {
+        const double sum = hidden(corner);
+        if (sum >= least) continue;
+        least = sum;
+        best = corner;
+    }
+    return best;
+}
+
+void CSeriesView::DrawLegendOf(CDC& dc, std::size_t at) {
+    const PlotPanel& panel = panels_[at];
     std::vector<LegendLine> lines = LegendOf(panel);
     if (!showLegend || lines.empty()) return;
-    const CRect place = PaintLegend(dc, panel.plot, std::move(lines), legendCorner_, legendFolded_, Theme());
+    const Legend legend(dc, std::move(lines), legendFolded_);
+    LegendCorner corner = legendCorner_;
+    if (corner == LegendCorner::Emptiest) {
+        emptiest_.resize(panels_.size(), LegendCorner::Emptiest);
+        corner = EmptiestCorner(legend, panel, DrawsElsewhere() ? LegendCorner::Emptiest : emptiest_[at]);
+        if (!DrawsElsewhere()) emptiest_[at] = corner;
+    }
+    const CRect place = legend.PlaceIn(panel.plot, corner);
+    legend.Paint(dc, place, Theme());
     if (!DrawsElsewhere()) legends_.push_back(place);
 }
 

@@ -40,7 +40,7 @@ class CSeriesView::PointerMode : public GraphMouseMode {
         if (IsClick(*legendFrom_, point))
             view_.legendFolded_ = !view_.legendFolded_;
         else if (panel)
-            view_.legendCorner_ = NearestCorner(panel->plot, point);
+            view_.legendCorner_ = CornerAt(panel->plot, point);
         legendFrom_.reset();
         view_.Redraw();
     }

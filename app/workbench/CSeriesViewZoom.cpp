@@ -61,6 +61,7 @@ void CSeriesView::ShowRanges(ShownRanges next, Keep keep) {
 
 // Everything follows from the series shown.
 void CSeriesView::RangesChanged() {
+    emptiest_.clear();
     UpdatePanels();
     TellLinked();
     Redraw();

@@ -197,60 +197,6 @@ void MapToPlot(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, const Rang
     dc.SetViewportExt(across.viewportExt, up.viewportExt);
 }
 
-LegendCorner NearestCorner(const CRect& plot, CPoint pixel) {
-    const bool left = pixel.x < (plot.left + plot.right) / 2;
-    const bool top = pixel.y < (plot.top + plot.bottom) / 2;
-    if (top) return left ? LegendCorner::TopLeft : LegendCorner::TopRight;
-    return left ? LegendCorner::BottomLeft : LegendCorner::BottomRight;
-}
-
-CRect PaintLegend(CDC& dc, const CRect& plot, std::vector<LegendLine> lines, LegendCorner corner, bool folded,
-                  const PlotTheme& theme) {
-    const PixelSpace pixels(dc);
-    if (folded && lines.size() > kFoldedLines) {
-        CString more;
-        more.Format("+ %d more", static_cast<int>(lines.size() - (kFoldedLines - 1)));
-        lines.resize(kFoldedLines - 1);
-        lines.push_back({more, theme.background});
-    }
-    CSize text;
-    for (const LegendLine& line : lines) {
-        const CSize extent = dc.GetTextExtent(line.text);
-        text = {std::max(text.cx, extent.cx), std::max(text.cy, extent.cy)};
-    }
-    const int gap = text.cy / 3 + 1;
-    const int swatch = 2 * text.cy;
-    const int width = swatch + text.cx + 3 * gap;
-    const int height = static_cast<int>(lines.size()) * text.cy + gap;
-    const bool atLeft = corner == LegendCorner::TopLeft || corner == LegendCorner::BottomLeft;
-    const bool atTop = corner == LegendCorner::TopLeft || corner == LegendCorner::TopRight;
-    const int left = atLeft ? plot.left + gap : plot.right - gap - width;
-    const int top = atTop ? plot.top + gap : plot.bottom - gap - height;
-    const CRect area(left, top, left + width, top + height);
-    CBrush backing;
-    backing.CreateSolidBrush(theme.background);
-    CPen edge;
-    edge.CreatePen(PS_SOLID, 0, theme.grid);
-    const Selected fill(dc, backing);
-    const Selected outline(dc, edge);
-    dc.Rectangle(area);
-    dc.SetTextAlign(TA_LEFT | TA_TOP);
-    int y = top + gap / 2;
-    for (const LegendLine& line : lines) {
-        const int thick = std::max(1, text.cy / 8);
-        if (line.mark)
-            PaintMarks(dc, *line.mark, {{left + gap + Half(swatch), y + Half(text.cy)}}, theme);
-        else
-            dc.FillSolidRect({left + gap, y + Half(text.cy) - thick, left + gap + swatch,
-                              y + Half(text.cy) - thick + 2 * thick},
-                             line.color);
-        dc.SetTextColor(theme.axis);
-        dc.TextOut(left + swatch + 2 * gap, y, line.text);
-        y += text.cy;
-    }
-    return area;
-}
-
 void PaintNote(CDC& dc, const CRect& area, CPoint beside, const std::vector<CString>& lines,
                const PlotTheme& theme) {
     const PixelSpace pixels(dc);

@@ -1,9 +1,9 @@
-// Paints what PlotPanels laid out: frame, grid, ticks, labels and titles; maps a context to a series; legend
-// and read-out.
+// Paints what PlotPanels laid out: frame, grid, ticks, labels and titles; maps a context to a series; the
+// read-out.
 #pragma once
 
-#include "app/workbench/FlagMarks.h"
 #include "app/workbench/PlotPanels.h"
+#include "app/workbench/PlotTheme.h"
 
 namespace app {
 
@@ -21,20 +21,6 @@ void PaintAxes(CDC& dc, const PlotPanel& panel, const Range& x, const AxisReader
 void MapToPlot(CDC& dc, const PlotPanel& panel, const PlotAxis& axis, const Range& x,
                const SeriesFacts& facts);
 void ClipTo(CDC& dc, const CRect& area);
-
-struct LegendLine {
-    CString text;
-    COLORREF color = 0;
-    const FlagMark* mark = nullptr;  // instead of a stroke in that colour
-};
-enum class LegendCorner { TopRight = 0, TopLeft = 1, BottomLeft = 2, BottomRight = 3 };
-constexpr std::size_t kFoldedLines = 10;
-
-// Where the legend lies.
-CRect PaintLegend(CDC& dc, const CRect& plot, std::vector<LegendLine> lines, LegendCorner corner, bool folded,
-                  const PlotTheme& theme);
-// The corner that a pixel is nearest to.
-LegendCorner NearestCorner(const CRect& plot, CPoint pixel);
 
 // Lines of text on a backing beside a point, inside the area.
 void PaintNote(CDC& dc, const CRect& area, CPoint beside, const std::vector<CString>& lines,

@@ -12,6 +12,28 @@ constexpr std::size_t kMostSteps = 200000;
 // So many samples are looked at for the nearest one, not more.
 constexpr int kMostLookedAt = 2000000;
 
+constexpr int kMostSegments = 2000;
+
+struct PixelPoint {
+    double x;
+    double y;
+};
+
+// Whether a segment has a point in the area: what is left of it after cutting it at each side (after You-Dong
+// Liang and Brian Barsky, "A New Concept and Method for Line Clipping", 1984).
+bool LeadsThrough(const PixelPoint& a, const PixelPoint& b, const CRect& area) {
+    double from = 0;
+    double to = 1;
+    const auto cut = [&](double towards, double room) {
+        if (towards == 0) return room >= 0;
+        const double at = room / towards;
+        (towards < 0 ? from : to) = towards < 0 ? std::max(from, at) : std::min(to, at);
+        return from <= to;
+    };
+    return cut(a.x - b.x, a.x - area.left) && cut(b.x - a.x, area.right - a.x) &&
+           cut(a.y - b.y, a.y - area.top) && cut(b.y - a.y, area.bottom - a.y);
+}
+
 // The middle one of the steps between neighbours of ascending x, from an even choice of them; 0: none.
 double MiddleStep(const CPoint* points, int count) {
     std::vector<std::int64_t> steps;
@@ -119,6 +141,28 @@ Range SeriesFacts::YWithin(const Range& x) const {
         stored.Add(points[i].y);
     }
     return stored.IsNone() ? stored : Range{RealY(stored.from), RealY(stored.to)};
+}
+
+// From an even choice of the samples: it need not be exact.
+double SeriesFacts::PartThrough(const PixelScale& x, const PixelScale& y, const CRect& area) const {
+    auto [first, end] = Within({x.Value(area.left), x.Value(area.right)});
+    first = std::max(0, first - 1);
+    end = std::min(end + 1, static_cast<int>(Source().GetCount()));
+    const CPoint* const points = Source().GetData();
+    const unsigned short* const status = Source().GetStatus();
+    const int stride = 1 + (end - first) / kMostSegments;
+    std::optional<PixelPoint> before;
+    int through = 0;
+    int all = 0;
+    for (int i = first; i < end; i += stride) {
+        if (status && (status[i] & PS_DELETED)) continue;
+        const PixelPoint at{x.Pixel(RealX(points[i].x)), y.Pixel(RealY(points[i].y))};
+        const bool broken = !before || std::binary_search(breaks_.begin(), breaks_.end(), i);
+        through += LeadsThrough(broken ? at : *before, at, area);
+        ++all;
+        before = at;
+    }
+    return all > 0 ? static_cast<double>(through) / all : 0;
 }
 
 std::optional<SeriesFacts::Near> SeriesFacts::Nearest(const PixelScale& x, const PixelScale& y, CPoint pixel,

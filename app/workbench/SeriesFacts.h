@@ -44,6 +44,9 @@ class SeriesFacts {
     double CountX() const { return std::fabs(ax_); }
     double CountY() const { return std::fabs(ay_); }
 
+    // How much of the line near an area of the plot leads through it: 0 none of it, 1 all.
+    double PartThrough(const PixelScale& x, const PixelScale& y, const CRect& area) const;
+
     // The sample nearest to a pixel and its distance in pixels; none within `reach`.
     struct Near {
         int index;

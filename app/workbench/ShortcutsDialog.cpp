@@ -20,7 +20,8 @@ constexpr const char* kGestures[][2] = {
     {"Middle button, Space+left button", "Move the view; middle double click: show everything"},
     {"Shift+wheel, horizontal wheel", "Move sideways"},
     {"Ctrl+click, Ctrl+drag", "A ruler"},
-    {"Click on the legend", "Fold it; drag it to another corner"},
+    {"Click on the legend",
+     "Fold it; drag it to a corner, or to the middle to have it where the fewest data lie"},
     {"Arrow and page keys", "Scroll"},
 };
 

@@ -62,9 +62,9 @@ class PlotTest : public testing::Test {
 TEST_F(PlotTest, DrawsTheSeriesWhereItsValuesAre) {
     const QImage picture = Picture("--size 600x400");
     ASSERT_EQ(picture.size(), QSize(600, 400));
-    // Low in the left half, high in the right half, up to the legend's place.
+    // Low in the left half, high in the right half; the legend lies at the top left, where nothing else is.
     EXPECT_GT(SeriesPixels(picture, {60, 200, 200, 180}), 180);
-    EXPECT_EQ(SeriesPixels(picture, {60, 0, 200, 200}), 0);
+    EXPECT_EQ(SeriesPixels(picture, {60, 60, 200, 140}), 0);
     EXPECT_GT(SeriesPixels(picture, {350, 0, 150, 200}), 140);
     EXPECT_EQ(SeriesPixels(picture, {350, 200, 200, 200}), 0);
 }
@@ -74,6 +74,26 @@ TEST_F(PlotTest, DrawsThePartAskedForOverTheWholeWidth) {
     // Constant there: one line in the middle.
     EXPECT_GT(SeriesPixels(picture, {80, 150, 450, 100}), 440);
     EXPECT_EQ(SeriesPixels(picture, {80, 250, 450, 150}), 0);
+}
+
+TEST_F(PlotTest, TheLegendLiesWhereTheFewestDataLie) {
+    // Steps whose low part or high part leaves one corner alone free.
+    const struct {
+        const char* about;
+        std::function<double(int)> value;
+        QRect free;
+    } cases[] = {
+        {"top right", [](int i) { return i < 60 ? i % 2 : 0.1 * (i % 2); }, {430, 20, 160, 40}},
+        {"top left", [](int i) { return i > 40 ? i % 2 : 0.1 * (i % 2); }, {50, 20, 160, 40}},
+        {"bottom right", [](int i) { return i < 60 ? i % 2 : 1 - 0.1 * (i % 2); }, {430, 300, 160, 45}},
+        {"bottom left", [](int i) { return i > 40 ? i % 2 : 1 - 0.1 * (i % 2); }, {50, 300, 160, 45}}};
+    for (const auto& one : cases) {
+        std::string text = "x,y\n";
+        for (int i = 0; i < 100; ++i) text += std::to_string(i) + "," + std::to_string(one.value(i)) + "\n";
+        folder.Write("step.csv", text);
+        // The legend's swatch.
+        EXPECT_GT(SeriesPixels(Picture("--size 600x400"), one.free), 60) << one.about;
+    }
 }
 
 TEST_F(PlotTest, LinesBreakWhereSamplesAreMissing) {
@@ -108,9 +128,10 @@ TEST_F(PlotTest, ShowsTheFlagsOfAStatusColumnAndWhatWasDeleted) {
     } marks[] = {
         {kRejected, {150, 250, 60, 120}}, {kDeleted, {285, 10, 50, 40}}, {kSpike, {420, 250, 60, 120}}};
     for (const auto& mark : marks) {
-        EXPECT_GT(Pixels(picture, mark.place, mark.color), 8);
+        const int here = Pixels(picture, mark.place, mark.color);
+        EXPECT_GT(here, 8);
         EXPECT_EQ(Pixels(picture, {60, 60, 80, 300}, mark.color), 0) << "where there is none";
-        EXPECT_GT(Pixels(picture, {480, 20, 40, 110}, mark.color), 8) << "in the legend";
+        EXPECT_GT(Pixels(picture, picture.rect(), mark.color), here * 3 / 2) << "in the legend";
     }
     // The line to the sample that is gone, upwards out of the plot.
     EXPECT_GT(Pixels(picture, {285, 60, 50, 100}, kPale), 60);

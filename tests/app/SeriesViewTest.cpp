@@ -16,6 +16,7 @@ class OpenSeriesView : public CSeriesView {
   public:
     explicit OpenSeriesView(SeriesFile& file) : CSeriesView(file, "") { OnInitialUpdate(); }
 
+    using CSeriesView::OnMouseHWheel;
     using CSeriesView::tiled;
     using CXYGraphView::zoom;
 
@@ -23,6 +24,14 @@ class OpenSeriesView : public CSeriesView {
         picture_.ReSize(nullptr, area.cx, area.cy);
         CDC dc(picture_);
         DrawOn(dc, area);
+    }
+    bool HasOnlyMoved() const { return stale == Moved; }
+    std::vector<COLORREF> Picture() {
+        CDC dc(picture_);
+        std::vector<COLORREF> pixels;
+        for (int y = 0; y < picture_.GetHeight(); ++y)
+            for (int x = 0; x < picture_.GetWidth(); ++x) pixels.push_back(dc.GetPixel(x, y));
+        return pixels;
     }
     void Command(UINT id) { EXPECT_TRUE(OnCmdMsg(id, nullptr)) << id; }
     // The pixels of a colour in a part of the picture.
@@ -238,6 +247,26 @@ TEST_F(SeriesViewTest, GoingBackNeverShowsAnEmptyPlot) {
         for (const PlotPanel& panel : view.Panels())
             EXPECT_GT(view.Pixels(panel.plot, static_cast<COLORREF>(SeriesColor(1))), 100) << i;
     }
+}
+
+// While the view moves it keeps what it knows of the samples; the picture is that of a view drawn anew.
+TEST_F(SeriesViewTest, APanNeedsNoFullRedrawAndShowsTheSame) {
+    const auto row = [](int i) {
+        return std::to_string(i) + "," + Number(i % 1000 * 0.001 + std::sin(i * 0.01));
+    };
+    SeriesFile file = Read("x,y\n" + Rows(20000, row));
+    OpenSeriesView view(file);
+    view.ShowRange(view.RangeX().x, view.RangeX().y / 3);
+    view.Draw({600, 400});
+    const Range before = view.ShownX();
+    for (int i = 0; i < 3; ++i) view.OnMouseHWheel(0, 120, {300, 200});
+    EXPECT_GT(view.ShownX().from, before.from);
+    EXPECT_TRUE(view.HasOnlyMoved());
+    view.Draw({600, 400});
+    const std::vector<COLORREF> moved = view.Picture();
+    view.Redraw();
+    view.Draw({600, 400});
+    EXPECT_TRUE(view.Picture() == moved);
 }
 
 TEST_F(SeriesViewTest, ValuesInViewFillTheAxis) {
