@@ -123,10 +123,17 @@ void CSeriesView::Show(std::size_t i, bool show) {
 
 void CSeriesView::ShowOnly(const std::vector<std::size_t>& series) {
     if (series.empty()) return;
-    for (auto& one : file_.series) RemoveSource(one.source.get());
-    for (const std::size_t i : series) AddSource(file_.series[i].source.get(), true);
+    shownSources.clear();
+    hiddenSources.clear();
+    for (const std::size_t i : series) shownSources.push_back(file_.series[i].source.get());
     for (std::size_t i = 0; i < file_.series.size(); ++i)
-        if (!IsShown(i)) AddSource(file_.series[i].source.get(), false);
+        if (!IsShown(i)) hiddenSources.push_back(file_.series[i].source.get());
+    SeriesChosen();
+}
+
+void CSeriesView::SeriesChosen() {
+    PrimaryDataChanged(PrimarySource());
+    UpdateAxis();
     page = 0;
     rulerVisible = false;
     SetCaption();

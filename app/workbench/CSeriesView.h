@@ -121,6 +121,8 @@ class CSeriesView : public CXYGraphView {
     // Series and axes.
     std::size_t IndexOf(IPointSource* source) const;
     void ArrangeTiles();
+    // The lists of shown and hidden series are other ones now.
+    void SeriesChosen();
     void UseFile();
     void TakeFile(SeriesFile again);
     void UpdatePanels();
