@@ -29,6 +29,7 @@
 #include "platform/gdi/Selected.h"
 #include "platform/registry/CRegKey.h"
 #include "platform/registry/CWinApp.h"
+#include "platform/registry/FoldCase.h"
 #include "platform/registry/RegistryTransaction.h"
 #include "platform/undo/KUndoManager.h"
 #include "platform/window/CChoiceDialog.h"

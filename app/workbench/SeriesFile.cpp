@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "app/table/OpenTable.h"
+#include "app/workbench/SeriesKeys.h"
 
 namespace app {
 
@@ -90,6 +91,13 @@ void AddSeries(SeriesFile& file, const Table& table, const XAxis& axis) {
     }
 }
 
+void GiveKeys(SeriesFile& file) {
+    std::vector<std::string> names;
+    for (const FileSeries& one : file.series) names.emplace_back(one.source->GetName());
+    const std::vector<std::string> keys = KeysApart(names);
+    for (std::size_t i = 0; i < keys.size(); ++i) file.series[i].source->SetKey(CString(keys[i]));
+}
+
 std::string SummaryOf(const Table& table) {
     std::string text = Counted(table.rows, "row");
     if (table.skippedRows) text += ", " + Counted(table.skippedRows, "row") + " skipped";
@@ -124,6 +132,7 @@ Result<SeriesFile> ReadSeriesFile(const ReadOptions& options, const Advance& adv
     file.title = std::filesystem::path(table->name).filename().string();
     file.x = ReadingOf(*table, axis);
     AddSeries(file, *table, axis);
+    GiveKeys(file);
     if (file.series.empty()) return Refusal(table->name + ": no column holds a value");
     file.summary = SummaryOf(*table);
     if (!file.xRises && order == PointOrder::OfX)

@@ -148,6 +148,14 @@ TEST_F(SeriesViewTest, LabelsNeverTouchAndDoNotDependOnTheSizesBefore) {
         EXPECT_EQ(ticks(side), growing.back()) << side;
 }
 
+TEST_F(SeriesViewTest, SettingsOfSeriesAreKeptApart) {
+    const SeriesFile file =
+        Read("t,Level,LEVEL,x\\y,Level,default\n" + Rows(5, [](int i) { return Number(i) + ",1,2,3,4,5"; }));
+    std::vector<std::string> keys;
+    for (const FileSeries& one : file.series) keys.emplace_back(one.source->GetKey());
+    EXPECT_EQ(keys, (std::vector<std::string>{"Level", "LEVEL (2)", "x/y", "Level (3)", "default (2)"}));
+}
+
 TEST_F(SeriesViewTest, EachTileAndEachUnitHasItsOwnRange) {
     SeriesFile file = Read("x,a [m],b [hPa],c [m]\n" + Rows(20, [](int i) {
                                return Number(i) + "," + Number(i) + "," + Number(1000 + i) + "," + Number(-i);
