@@ -11,6 +11,8 @@
 namespace {
 
 constexpr FeedWork::Milliseconds kTick(100);
+constexpr FeedWork::Milliseconds kNothing(
+    5);  // after which a terminal without anything to read is asked again
 
 }  // namespace
 
@@ -64,14 +66,20 @@ void FeedWork::SayLost(FeedState state, const std::string& why) {
     sink_.TakeState(state, why);
 }
 
-std::string ReadStream(int file, FeedWork& work) {
+static bool HasHungUp(int file) {
+    pollfd state{file, POLLIN, 0};
+    return ::poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+
+std::string ReadStream(int file, FeedWork& work, StreamKind kind) {
     while (work.For(file, POLLIN) != FeedWork::Wait::Stop) {
         const auto room = work.Lines().Room();
         const ssize_t count = ::read(file, room.data(), room.size());
         if (count > 0) {
             work.Lines().Fill(static_cast<std::size_t>(count));
         } else if (count == 0) {
-            return {};
+            if (kind == StreamKind::Bytes || HasHungUp(file)) return {};
+            work.For(-1, 0, kNothing);
         } else if (errno != EAGAIN && errno != EINTR) {
             return SystemFault("cannot be read", errno);
         }

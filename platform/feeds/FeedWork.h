@@ -59,7 +59,9 @@ FeedEnd ReadSerialPort(const FeedAddress& address, FeedWork& work);
 FeedEnd ReadBroker(const FeedAddress& address, FeedWork& work);
 FeedEnd ReadStandardInput(const FeedAddress& address, FeedWork& work);
 
-// Reads from an open file that poll() can wait for, up to its end; empty: it ended without an error.
-std::string ReadStream(int file, FeedWork& work);
+// Reads from an open file that poll() can wait for, up to its end; empty: it ended without an error. Of a
+// terminal nothing to read is no end while nobody has hung up.
+enum class StreamKind { Bytes, Terminal };
+std::string ReadStream(int file, FeedWork& work, StreamKind kind = StreamKind::Bytes);
 // "cannot be opened: Permission denied"
 std::string SystemFault(const char* what, int error);

@@ -62,6 +62,6 @@ FeedEnd ReadSerialPort(const FeedAddress& address, FeedWork& work) {
     // Bytes that are there at once belong to a line that began before anybody listened.
     if (work.For(static_cast<int>(port.handle()), POLLIN, kAtOnce) == FeedWork::Wait::Ready)
         work.Lines().SkipLine();
-    std::string reason = ReadStream(static_cast<int>(port.handle()), work);
+    std::string reason = ReadStream(static_cast<int>(port.handle()), work, StreamKind::Terminal);
     return {false, reason.empty() ? "the device is gone" : reason};
 }
