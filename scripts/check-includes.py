@@ -16,6 +16,7 @@ ARROWS = {
     "platform/gdi": {"platform/core"},
     "platform/window": {"platform/core", "platform/registry", "platform/gdi"},
     "platform/dialog": {"platform/core", "platform/registry", "platform/gdi", "platform/window"},
+    "platform/feeds": {"platform/core"},
     "platform/opengl": {"platform/core", "platform/gdi", "platform/window"},
     "sources": {"platform/core"},
     "settings": {"platform/core", "platform/registry"},
@@ -26,12 +27,15 @@ ARROWS = {
     "tavin": {"views", "pages", "selections", "editing", "settings", "sources"} | PLATFORM,
     "app/table": {"tavin"},
     "app/workbench": {"app/table", "tavin"},
-    "app/batch": {"app/table", "app/workbench", "tavin"},
+    "app/live": {"app/table", "platform/feeds", "tavin"},
+    "app/batch": {"app/table", "app/live", "app/workbench", "platform/feeds", "tavin"},
     "app": {"app/batch"},
 }
 # Libraries that only some folders may show: the rest of the house goes through these.
 LIBRARIES = {
-    r"Q[A-Z]\w*|Qt\w*/.*": {"platform/gdi", "platform/window", "platform/dialog", "platform/opengl"},
+    r"Q[A-Z]\w*|Qt\w*/.*": {"platform/gdi", "platform/window", "platform/dialog", "platform/feeds",
+                               "platform/opengl"},
+    r"mosquitto\.h": {"platform/feeds"},
     r"sqlite3\.h": {"platform/database"},
     r"utf8proc\.h": {"platform/registry"},
 }

@@ -1,9 +1,9 @@
 # Debian packages. Sourced by ./run and ./check: install_packages installs what is missing.
 
-BUILD_PACKAGES="cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev libgl-dev libegl-dev libsqlite3-dev libutf8proc-dev libssl-dev
+BUILD_PACKAGES="cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev qt6-serialport-dev libmosquitto-dev libgl-dev libegl-dev libsqlite3-dev libutf8proc-dev libssl-dev
  libcli11-dev nlohmann-json3-dev libcsv-dev libfast-float-dev libhowardhinnant-date-dev libicu-dev zlib1g-dev tzdata fonts-dejavu-core python3"
 CHECK_PACKAGES="libgtest-dev libgmock-dev libbenchmark-dev clang-format-14 clang-tidy-14 git poppler-utils
- man-db zsh fish desktop-file-utils"
+ mosquitto socat man-db zsh fish desktop-file-utils"
 # What shows windows without a screen, for tests and for the picture of the program.
 SCREEN_PACKAGES="xvfb xauth openbox xdotool imagemagick poppler-utils"
 

@@ -220,6 +220,29 @@ const OptionRow<PlotOptions> kPlotRows[] = {
      &PlotOptions::fileOrder},
 };
 
+Taken TakeLength(LiveOptions& options, const std::string& value) {
+    const auto seconds = ReadDuration(value);
+    if (!seconds || *seconds <= 0)
+        return UsageError("--for " + value + ": expected a length of time such as 90s, 10min or 1d");
+    options.seconds = *seconds;
+    return std::nullopt;
+}
+
+const OptionRow<LiveOptions> kLiveRows[] = {
+    {{"SOURCE", "", "where lines come from, as told below", Completes::Files, "", kRequired},
+     &LiveOptions::sources},
+    {{"-o,--output", "OUT",
+      "record what comes into this CSV file; - is standard output; of several sources each has its own: "
+      "OUT-1.csv, OUT-2.csv",
+      Completes::Files},
+     &LiveOptions::output},
+    {{"--append", nullptr, "continue a recording that is there already"}, &LiveOptions::append},
+    {{"--force", nullptr, "replace a file that is there already"}, &LiveOptions::force},
+    {{"--for", "TIME", "end after so long, as 90s, 10min or 1d"}, TakeLength},
+    {{"--stats", nullptr, "tell each second how many rows came, the last values, their age and lost lines"},
+     &LiveOptions::stats},
+};
+
 const OptionRow<Arguments> kPrintRows[] = {
     {{"WHAT", "", "manual (a page for man), or the completions of bash, zsh or fish", Completes::Nothing,
       "manual bash zsh fish", kRequired},
@@ -252,8 +275,12 @@ std::vector<Command> MakeCommands(Arguments& arguments) {
     Command plot{"plot", "Draw a file as a picture", kPlotHelp, {}};
     plot.Add(kPlotFileRows, arguments.plot.read);
     plot.Add(kPlotRows, arguments.plot);
-    const std::pair<Command*, ReadOptions*> readers[] = {
-        {&info, &arguments.info.read}, {&clean, &arguments.clean.read}, {&plot, &arguments.plot.read}};
+    Command live{"live", "Receive, and record, what an instrument sends", LiveHelp(), {}};
+    live.Add(kLiveRows, arguments.live);
+    const std::pair<Command*, ReadOptions*> readers[] = {{&info, &arguments.info.read},
+                                                         {&clean, &arguments.clean.read},
+                                                         {&plot, &arguments.plot.read},
+                                                         {&live, &arguments.live.read}};
     for (const auto& [command, read] : readers) {
         command->Add(kColumnRows, *read);
         command->Add(kReadRows, *read);
@@ -261,7 +288,7 @@ std::vector<Command> MakeCommands(Arguments& arguments) {
     AddSteps(clean, arguments.clean);
     Command print{"print", "Print the manual page, or the completions of a shell", kPrintHelp, {}};
     print.Add(kPrintRows, arguments);
-    return {program, info, clean, plot, print};
+    return {program, info, clean, plot, live, print};
 }
 
 }  // namespace app

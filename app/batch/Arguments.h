@@ -8,6 +8,7 @@
 #include "app/batch/Command.h"
 #include "app/batch/Fleet.h"
 #include "app/batch/InfoCommand.h"
+#include "app/batch/LiveCommand.h"
 #include "app/workbench/Plot.h"
 
 namespace app {
@@ -18,6 +19,7 @@ struct Arguments {
     CleanOptions clean;
     FleetOptions fleet;  // what clean takes for many files
     PlotOptions plot;
+    LiveOptions live;
     std::string printed;  // which text of itself the program prints
 };
 

@@ -6,6 +6,7 @@
 #include "app/batch/Arguments.h"
 #include "app/batch/CleanCommand.h"
 #include "app/batch/Guard.h"
+#include "app/batch/LiveCommand.h"
 #include "app/batch/Manual.h"
 #include "app/batch/Parser.h"
 #include "app/table/OutputFile.h"
@@ -52,6 +53,7 @@ Result<int> Run(int argc, char** argv) {
     if (name == "info") return Info(arguments.info);
     if (name == "clean") return CleanCommand(arguments, parsed->given);
     if (name == "plot") return Plot(arguments.plot);
+    if (name == "live") return LiveCommand(arguments.live);
     if (name == "print") return PrintText(arguments.printed, commands);
     if (const auto failure = CheckFiles(arguments.files, commands)) return *failure;
     return RunWorkbench(argc, argv, arguments.files);

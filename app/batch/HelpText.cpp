@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/feeds/FeedAddress.h"
 #include "tavin/tavin.h"
 
 namespace app {
@@ -156,6 +157,34 @@ Examples:
   tavin plot clean.csv --over level.csv -o clean.pdf --title "Gauge 7, March"
   tavin plot level.csv -o - --format svg | gzip > level.svgz
   tavin plot level.csv -y level -o level.svg --size 1600x600 --from 2024-03-14 --to 2024-03-21T12:00)";
+
+namespace {
+
+constexpr const char* kBehindForms =
+    R"(
+Lines are read by the rules for files: delimiter, decimal sign, headings and times are recognised in the first of them
+and can be named with the same options. A row without a time gets that of its arrival; a line may hold one number.
+Lines that cannot be read are counted, and the last of them is told. A connection that is lost is tried again, with
+pauses that grow to 5 s.
+
+The recording holds the lines as they came, with the time of arrival before those that hold none. It is whole up to
+half a second before any end of the program, and safe on the disk each second. Ctrl-C and SIGTERM end it in order.
+
+At qos 1 a broker drops messages for a reader that is slow, unless its max_queued_messages is 0.
+
+Exit codes: 0 done, 1 it could not be recorded, 2 wrong usage, 4 nothing came.
+
+Examples:
+  tavin live serial:/dev/ttyUSB0?baud=115200 -o run.csv --for 10min --stats
+  tavin live tcp://logger:9000 mqtt://broker/plant/+/level -o plant.csv
+  instrument | tavin live - -o - | tavin clean - --median 11,0.2 --delete-spikes -o clean.csv)";
+
+}  // namespace
+
+const char* LiveHelp() {
+    static const std::string text = "Sources:\n" + std::string(FeedAddressForms()) + "\n" + kBehindForms;
+    return text.c_str();
+}
 
 const char* const kPrintHelp =
     R"(An installation has these texts in their places. Without one, for the shell that is open:

@@ -9,7 +9,7 @@
 namespace app {
 
 struct Choice {
-    Column x;
+    Column x;  // of field -1 where the rows hold none
     std::vector<Column> columns;
 };
 

@@ -36,11 +36,12 @@ RowReader::RowReader(const Layout& layout, const Choice& choice, const ReadOptio
                                                         : static_cast<unsigned char>(layout.decimalSign)),
       delimiter_(layout.delimiter),
       slots_(layout.columns.size(), kNobody),
+      hasX_(choice.x.field >= 0),
       isTime_(choice.x.kind == ColumnKind::Time),
       pending_(choice.columns.size()),
       status_(choice.columns.size()),
       xCells_(choice.x.parts.size()) {
-    slots_[static_cast<std::size_t>(choice.x.field)] = kX;
+    if (hasX_) slots_[static_cast<std::size_t>(choice.x.field)] = kX;
     for (std::size_t i = 0; i < choice.x.parts.size(); ++i)
         slots_[static_cast<std::size_t>(choice.x.parts[i].field)] = kFirstPart - static_cast<int>(i);
     for (std::size_t i = 0; i < choice.columns.size(); ++i) {
@@ -84,9 +85,10 @@ bool RowReader::EndRow(const Record& record) {
     const auto fields = static_cast<std::size_t>(record.fields);
     if (fields > slots_.size())
         return Skip(record.line, Counted(record.fields, "field") + Columns(slots_.size()));
-    if (found_ < pending_.size() + std::max<std::size_t>(1, xCells_.size()))
+    if (found_ < pending_.size() + std::max<std::size_t>(hasX_, xCells_.size()))
         return Skip(record.line, "only " + Counted(record.fields, "field") + Columns(slots_.size()));
     if (!xCells_.empty()) TakeParts();
+    if (!hasX_) xState_ = Read;
     if (xState_ == Missing) return Skip(record.line, "no value in " + Named(choice_.x));
     if (xState_ == Unreadable)
         return Skip(record.line, Quoted(xText_) + " in " + Named(choice_.x) +
@@ -168,7 +170,7 @@ void RowReader::Append(bool isShort) {
         rows_->xTimes.push_back(xTime_.at);
         (xTime_.hasZone ? rows_->times.zoned : rows_->times.local) = true;
         rows_->times.cut += xTime_.cut;
-    } else {
+    } else if (hasX_) {
         AppendCell(x_, rows_->xNumbers, rows_->xDecimals);
     }
     for (std::size_t i = 0; i < pending_.size(); ++i) {

@@ -69,6 +69,7 @@ class RowReader {
     int plainSign_;
     char delimiter_;
     std::vector<int> slots_;  // per field: kNobody, kX or the index of a value column
+    bool hasX_;
     bool isTime_ = false;
 
     // the row being read
