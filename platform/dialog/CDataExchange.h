@@ -26,13 +26,21 @@ class CDataExchange {
     bool m_failed = false;
 };
 
-// Numbers are written with a point, whatever the user's language.
+// Lets the object stand for the control, from the first exchange on.
+void DDX_Control(CDataExchange* exchange, UINT id, CWnd& control);
+// Numbers are written with a point, whatever the user's language, and in as few digits as read back as the
+// same number. A text that says the value as it was shown leaves the value alone, to the last digit.
 void DDX_Text(CDataExchange* exchange, UINT id, CString& value);
 void DDX_Text(CDataExchange* exchange, UINT id, int& value);
+void DDX_Text(CDataExchange* exchange, UINT id, float& value);
 void DDX_Text(CDataExchange* exchange, UINT id, double& value);
 void DDX_Check(CDataExchange* exchange, UINT id, int& value);
+// The place of the button pressed in the group of radio buttons that begins with `first`, -1: none.
+void DDX_Radio(CDataExchange* exchange, UINT first, int& value);
 // The place of the entry chosen, -1: none.
 void DDX_CBIndex(CDataExchange* exchange, UINT id, int& value);
+// The number kept with the entry chosen. A value that no entry has selects none, and then stays as it is.
+void DDX_CBItemData(CDataExchange* exchange, UINT id, int& value);
 // After the value's DDX_Text.
 void DDV_MinMaxInt(CDataExchange* exchange, int value, int least, int most);
 void DDV_MinMaxDouble(CDataExchange* exchange, double value, double least, double most);

@@ -10,8 +10,6 @@
 
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
-CDialog::CDialog(UINT templateId, CWnd* parent) : m_template(templateId), m_parent(parent) {}
-
 NativeWindow* CDialog::NewNative() {
     QWidget* const over = m_parent && m_parent->GetSafeHwnd() ? m_parent->GetSafeHwnd()->window()
                                                               : QApplication::activeWindow();
@@ -20,22 +18,35 @@ NativeWindow* CDialog::NewNative() {
 
 int CDialog::DoModal() {
     if (const std::optional<int> answer = AnswerInsteadOfUser(*this)) return *answer;
-    const DialogResource* const resource = FindDialogResource(m_template);
-    if (!resource || GetSafeHwnd() || !qobject_cast<QApplication*>(QCoreApplication::instance()))
-        return IDCANCEL;
+    if (GetSafeHwnd() || !qobject_cast<QApplication*>(QCoreApplication::instance())) return IDCANCEL;
     const HandlingScope scope;
     m_result = IDCANCEL;
-    if (!Create(nullptr, resource->caption, WS_CAPTION | WS_SYSMENU, CRect(), nullptr, 0)) return IDCANCEL;
-    BuildControls(*GetSafeHwnd(), *resource);
-    const BOOL firstControl = OnInitDialog();
-    if (auto* const window = qobject_cast<QDialog*>(GetSafeHwnd())) {
-        // What OnInitDialog filled in counts for the size.
-        FitControls(*window, *resource);
-        if (firstControl) FocusFirst(*window, *resource);
-        window->exec();
-    }
+    m_ended = false;
+    if (!Create(nullptr, Caption(), WS_CAPTION | WS_SYSMENU, CRect(), nullptr, 0)) return m_result;
+    auto* const window = qobject_cast<QDialog*>(GetSafeHwnd());
+    if (m_firstControl) GiveFocus();
+    if (!m_ended) window->exec();
     DestroyWindow();
     return m_result;
+}
+
+const DialogResource* CDialog::Template() const {
+    return m_templateName.IsEmpty() ? FindDialogResource(m_template) : FindDialogResource(m_templateName);
+}
+
+CString CDialog::Caption() const {
+    const DialogResource* const resource = Template();
+    return resource ? resource->caption : "";
+}
+
+int CDialog::OnCreate(CREATESTRUCT* create) {
+    const DialogResource* const resource = Template();
+    if (!resource || CWnd::OnCreate(create) == -1) return -1;
+    BuildControls(*GetSafeHwnd(), *resource);
+    m_firstControl = OnInitDialog();
+    // What OnInitDialog filled in counts for the size.
+    if (GetSafeHwnd()) FitControls(*GetSafeHwnd(), *resource);
+    return 0;
 }
 
 BOOL CDialog::UpdateData(BOOL saveAndValidate) {
@@ -45,7 +56,10 @@ BOOL CDialog::UpdateData(BOOL saveAndValidate) {
 }
 
 void CDialog::EndDialog(int result) {
+    // It has ended with the window around it.
+    if (m_ended && !GetSafeHwnd()) return;
     m_result = result;
+    m_ended = true;
     if (auto* const window = qobject_cast<QDialog*>(GetSafeHwnd())) window->done(QDialog::Accepted);
 }
 
@@ -54,6 +68,8 @@ bool CDialog::OnControlMsg(UINT id, UINT code) {
     id == IDOK ? OnOK() : OnCancel();
     return true;
 }
+
+const CBrush* CDialog::OnCtlColor(CDC*, CWnd*, UINT) { return nullptr; }
 
 BOOL CDialog::OnInitDialog() {
     UpdateData(FALSE);
@@ -67,6 +83,13 @@ void CDialog::OnOK() {
 void CDialog::OnCancel() { EndDialog(IDCANCEL); }
 
 void CDialog::DoDataExchange(CDataExchange*) {}
+
+void CDialog::GiveFocus() { FocusFirst(*GetSafeHwnd()); }
+
+void CDialog::SetTabOrder(const CWnd& before, const CWnd& after) {
+    if (before.GetSafeHwnd() && after.GetSafeHwnd())
+        QWidget::setTabOrder(before.GetSafeHwnd(), after.GetSafeHwnd());
+}
 
 void CDialog::OnDestroy() {
     // The window around it has ended: nobody waits for the answer.

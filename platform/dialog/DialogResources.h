@@ -8,11 +8,23 @@
 //   };
 //   constexpr DialogResource kSize = {"Size", 97, 51, kControls};
 //   const DialogTable size(4000, kSize);
+//
+// A module may keep resources apart from those of its host: while its handle is the current one, its own
+// templates are found before all others.
 #pragma once
 
 #include <span>
 
+#include "platform/core/Geometry.h"
 #include "platform/core/Types.h"
+
+class CDC;
+
+// Says whose resources are meant; null: nobody's in particular.
+using HINSTANCE = const void*;
+// The module whose resources are found first. The setter may be told null.
+HINSTANCE AfxGetResourceHandle();
+void AfxSetResourceHandle(HINSTANCE module);
 
 enum class ControlKind {
     Text,  // its mnemonic leads to the control after it
@@ -25,6 +37,16 @@ enum class ControlKind {
     DropList,  // the height is the list's when it is open
     List,
     Columns,  // a list with columns: CListCtrl
+    Swatch,   // a bordered text that shows a colour (CDialog::OnCtlColor)
+    Picture,  // shows what CStatic::SetBitmap names
+};
+
+// What a control is beside its kind.
+enum ControlFlag : UINT {
+    kReadOnly = 1,           // an edit that shows only
+    kSorted = 2,             // a list of either kind that orders its entries by their texts
+    kMultipleSelection = 4,  // a list
+    kOwnerDrawn = 8,         // a list whose entries CListBox::DrawItem draws
 };
 
 struct ControlResource {
@@ -32,12 +54,15 @@ struct ControlResource {
     UINT id;
     const char* text;  // with '&' before the letter to press
     int x, y, cx, cy;
+    UINT flags = 0;
 };
 
 struct DialogResource {
     const char* caption;
     int cx, cy;
     std::span<const ControlResource> controls;
+    HINSTANCE module = nullptr;  // whose it is
+    const char* name = nullptr;  // for who looks it up by name
 };
 
 // Keeps a template registered. It stays the caller's and must outlive this object.
@@ -49,5 +74,23 @@ class DialogTable {
     DialogTable& operator=(const DialogTable&) = delete;
 };
 
+// Draws a picture of the given size in pixels from (0, 0) on; the ground is filled with the window's colour.
+// SystemColors.h has the colours of the user's theme.
+using DrawPicture = void (*)(CDC& dc, CSize size);
+
+// Keeps a picture registered.
+class PictureTable {
+  public:
+    PictureTable(UINT id, DrawPicture draw);
+    ~PictureTable();
+    PictureTable(const PictureTable&) = delete;
+    PictureTable& operator=(const PictureTable&) = delete;
+
+  private:
+    const DrawPicture m_draw;
+};
+
 // Null when there is none.
 const DialogResource* FindDialogResource(UINT id);
+const DialogResource* FindDialogResource(const char* name);
+DrawPicture FindPictureResource(UINT id);

@@ -27,6 +27,7 @@ void Report(QWidget& control, UINT code) {
     for (QWidget* around = control.parentWidget(); around; around = around->parentWidget()) {
         NativeWindow* const native = NativeWindow::Of(around);
         if (!native) continue;
+        native->ControlUsed(control, code);
         const bool isClick = code == BN_CLICKED && qobject_cast<QAbstractButton*>(&control);
         return native->Tell([=](CWnd* w) {
             if (!w->OnControlMsg(id, code) && isClick) RunCommand(*w, id);

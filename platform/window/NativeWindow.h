@@ -40,6 +40,8 @@ class NativeWindow {
     // The widget goes for good, at once or soon.
     virtual void Retire() {}
     virtual void ApplyStyle(DWORD style) = 0;
+    // The user did something with a control in the window, which its owner is about to be told.
+    virtual void ControlUsed(QWidget& control, UINT code) { (void)control, (void)code; }
     virtual void SetText(const QString& text);
     // Where the user may have changed it.
     virtual void GetText(CString& text) { (void)text; }

@@ -1,18 +1,12 @@
 // Dialogs made from templates: the real ones, driven through their widgets.
-#include <QApplication>
 #include <QCheckBox>
-#include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
-#include <QtTest>
 
 #include "platform/dialog/CDataExchange.h"
-#include "platform/dialog/CDialog.h"
 #include "platform/dialog/CListCtrl.h"
 #include "platform/dialog/DialogResources.h"
-#include "platform/window/Controls.h"
-#include "tests/window/WindowTest.h"
+#include "tests/dialog/DialogFixture.h"
 
 namespace {
 
@@ -66,43 +60,13 @@ class LayoutDialog : public CDialog {
     }
 };
 
-class DialogTest : public WindowTest {
+class DialogTest : public DialogFixture {
   protected:
-    DialogTest() {
-        boxes = SetMessageBoxHandler([this](const char* text, UINT) {
-            said = text;
-            return IDOK;
-        });
-    }
-    ~DialogTest() override { SetMessageBoxHandler(boxes); }
-
-    // What the user does while the dialog is open; one left open is closed.
-    int Run(const std::function<void(QDialog&)>& act) {
-        QTimer::singleShot(0, [&act] {
-            auto* const shown = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_TRUE(shown);
-            const QPointer<QDialog> still = shown;
-            act(*shown);
-            if (still && still->isVisible()) {
-                ADD_FAILURE() << "the dialog stays open";
-                still->done(0);
-            }
-        });
-        return dialog.DoModal();
-    }
-    template <class Widget>
-    static Widget& Control(QDialog& shown, UINT id) {
-        return *qobject_cast<Widget*>(FindControl(shown, id));
-    }
-    static void Click(QDialog& shown, UINT id) {
-        QTest::mouseClick(&Control<QPushButton>(shown, id), Qt::LeftButton);
-    }
+    int Run(const std::function<void(QDialog&)>& act) { return DialogFixture::Run(dialog, act); }
 
     const DialogTable table{kDialogId, kDialog};
     Workplace place;
     LayoutDialog dialog{place.main};
-    CString said;
-    MessageBoxHandler boxes;
 };
 
 TEST_F(DialogTest, ValuesGoToTheControlsAndBack) {
@@ -139,6 +103,8 @@ TEST_F(DialogTest, ARefusedValueIsExplainedAndItsControlHasTheKeyboard) {
                  {kRows, "2.5", "Please enter an integer."},
                  {kFactor, "1.01", "Please enter a number between 0 and 1."},
                  {kFactor, "", "Please enter a number."},
+                 {kRows, "1,500", "Please enter an integer."},
+                 {kFactor, "0,5", "Please enter a number."},
                  {kFactor, "nan", "Please enter a number."}};
     const int result = Run([&](QDialog& shown) {
         for (const auto& one : cases) {
