@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/table/EmptyTable.h"
 #include "app/table/Headings.h"
 #include "app/table/LayoutTrial.h"
 #include "app/table/TimeColumns.h"
@@ -182,6 +183,8 @@ Result<Layout> GuessLayout(std::string_view text, const std::string& name, const
             "--header-line counts the lines of the file from 1; 0 says that no line names the columns");
     };
     if (trial.score <= 0 && headerLine > 0) return noHeadings("no table begins below this line");
+    if (trial.score <= 0)
+        if (const auto failure = EmptyTable(text, name, start, options)) return *failure;
     if (trial.score <= 0) return NoTable(text.substr(start.begin), name, trial);
     if (const auto failure = DoubtOfSign(name, layout, trial, rival)) return *failure;
     layout.delimiter = trial.delimiter;
