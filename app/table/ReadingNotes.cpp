@@ -12,18 +12,19 @@ namespace {
 std::optional<Failure> ApplyZone(Table& table, const std::string& zone) {
     if (!table.HasTimes())
         return Refusal(table.name + ": --zone " + zone + ": column \"" + table.x.name + "\" holds no times");
+    table.zone = zone;
     if (table.times.zoned && table.times.local)
         return Refusal(table.name + ": --zone " + zone + ": some times in column \"" + table.x.name +
                        "\" name their zone and some do not");
     if (table.times.zoned || IsEpoch(table.x.timeForm)) {
         table.notes.push_back(
-            {ReadNote::Reading, "the times name their zone themselves: " + zone + " changes nothing", ""});
+            {ReadNote::Reading,
+             "the times name their zone themselves: " + zone + " is that of times in options", ""});
         return std::nullopt;
     }
     const auto counts = ToUtc(table.xTimes, zone);
     if (!counts) return counts.Error();
     table.times = {true, false, table.times.cut};
-    table.zone = zone;
     std::string text = "times of " + zone + " are taken to UTC";
     if (counts->repeated)
         text += "; " + Counted(counts->repeated, "time") +

@@ -104,10 +104,16 @@ Result<ZoneCounts> ToUtc(std::vector<Microseconds>& times, const std::string& zo
     return walk.counts;
 }
 
-bool ToUtc(Microseconds& time, const std::string& zone) {
-    std::vector<Microseconds> one{time};
-    if (!ToUtc(one, zone)) return false;
-    time = one.front();
+bool ToUtc(Microseconds& time, const std::string& zone, bool last) {
+    Microseconds offset = 0;
+    if (FixedOffset(zone, offset)) {
+        time += offset;
+        return true;
+    }
+    const date::time_zone* const found = Find(zone);
+    if (!found) return false;
+    // Who walks backwards meets the last of two first.
+    time = Walk(*found).Next(time, last);
     return true;
 }
 
