@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/table/ComposedTimes.h"
+#include "app/table/QartodFlag.h"
 #include "app/table/TimeColumns.h"
 
 namespace app {
@@ -72,6 +73,13 @@ Failure OpenDayOrder(const Column& column) {
     return Refusal("\"" + column.example + "\" in " + Named(column) + " is " + day +
                        " with the day first, or " + month + " with the month first, and every row fits both",
                    "say which with --time-format dmy or --time-format mdy");
+}
+
+// Numbers that are flags of another column.
+bool IsFlagColumn(const Layout& layout, const Column& column) {
+    return std::any_of(layout.columns.begin(), layout.columns.end(), [&](const Column& other) {
+        return other.kind == ColumnKind::Number && QartodColumnName(other) == column.name;
+    });
 }
 
 // The columns named as "A+B".
@@ -157,7 +165,8 @@ Result<Choice> ChooseColumns(const Layout& layout, const ReadOptions& options) {
     }
     if (y.empty())
         for (const auto& column : layout.columns)
-            if (column.kind == ColumnKind::Number && !IsPartOf(column, choice.x))
+            if (column.kind == ColumnKind::Number && !IsPartOf(column, choice.x) &&
+                !IsFlagColumn(layout, column))
                 choice.columns.push_back(column);
     if (choice.columns.empty())
         return Refusal("beside " + Named(choice.x) + " there is no column of numbers");
