@@ -136,7 +136,9 @@ Taken TakeAlarm(CleanOptions& options, const std::string& value) {
 }
 
 const OptionRow<CleanOptions> kCleanRows[] = {
-    {{"-o,--output", "OUT", "where the result goes; - is standard output", Completes::Files, "", kAside},
+    {{"-o,--output", "OUT",
+      "where the result goes, compressed where the name ends in .gz; - is standard output", Completes::Files,
+      "", kAside},
      &CleanOptions::output},
     {{"--drop", "FLAGS", "leave out rows whose points are deleted, rejected or spike, with commas between"},
      TakeDrop},

@@ -4,6 +4,7 @@
 #include "app/batch/Findings.h"
 #include "app/batch/Info.h"
 #include "app/table/CellNumber.h"
+#include "app/table/Gzip.h"
 
 namespace app {
 
@@ -48,7 +49,8 @@ std::string Word(const std::string& text) {
 
 std::string OutputName(const std::string& input, const std::string& ending) {
     const auto slash = input.find_last_of('/');
-    const std::string name = slash == std::string::npos ? input : input.substr(slash + 1);
+    std::string name = slash == std::string::npos ? input : input.substr(slash + 1);
+    if (IsGzipName(name)) name.resize(name.size() - 3);
     const auto dot = name.find_last_of('.');
     const std::string stem = dot == std::string::npos || dot == 0 ? name : name.substr(0, dot);
     return stem + ending;

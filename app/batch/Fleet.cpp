@@ -35,9 +35,7 @@ int Rank(const std::string& state) {
 }
 
 std::string OutputOf(const CleanTask& task) {
-    std::string name = fs::path(task.options.read.path).filename().string();
-    // What comes out is text, whatever it was packed in.
-    if (name.size() > 3 && name.ends_with(".gz")) name.resize(name.size() - 3);
+    const std::string name = fs::path(task.options.read.path).filename().string();
     return (task.folder.empty() || task.folder.back() == '/' ? task.folder : task.folder + "/") + name;
 }
 

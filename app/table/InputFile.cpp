@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "app/table/FileKind.h"
+#include "app/table/Gzip.h"
 #include "app/table/TextEncoding.h"
 
 namespace app {

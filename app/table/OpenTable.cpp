@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "app/table/FileKind.h"
+#include "app/table/Gzip.h"
 #include "app/table/InputFile.h"
 #include "app/table/ReadingNotes.h"
 #include "app/table/Zone.h"
@@ -94,8 +95,7 @@ Result<InputText> LoadText(const ReadOptions& options, std::size_t most) {
         auto unpacked = Unpacked(text.bytes, text.name);
         if (!unpacked) return unpacked.Error();
         text.bytes = std::move(*unpacked);
-        text.notes.push_back(
-            {ReadNote::Reading, "the file is compressed with gzip; it is written unpacked", ""});
+        text.notes.push_back({ReadNote::Reading, "the file is compressed with gzip", ""});
     }
     if (const auto failure = CheckKind(text.bytes, text.name)) return *failure;
     if (const auto failure = FindEncoding(text, options.encoding)) return *failure;
@@ -121,8 +121,9 @@ Result<Table> OpenTable(const ReadOptions& options, const Advance& advance) {
     if (!table) return table;
     table->encoding = text->encoding;
     table->input = text->input;
-    table->notes = std::move(text->notes);
-    table->notes.insert(table->notes.end(), plan->layout.notes.begin(), plan->layout.notes.end());
+    auto notes = std::move(text->notes);
+    notes.insert(notes.end(), plan->layout.notes.begin(), plan->layout.notes.end());
+    table->notes.insert(table->notes.begin(), notes.begin(), notes.end());
     if (!table->x.parts.empty())
         table->notes.push_back(
             {ReadNote::Reading, "the time is composed of " + table->x.name, "--time-column A+B"});

@@ -112,6 +112,19 @@ TEST(ManyFiles, RefusesBeforeAnythingStarts) {
     EXPECT_EQ(folder.Count(), 4u);
 }
 
+TEST(ManyFiles, KeepsCompressedFilesCompressed) {
+    const Folder folder;
+    folder.Write("a.csv", kGood);
+    ASSERT_EQ(folder.Run("--version && gzip -k a.csv").exitCode, 0);
+    ASSERT_EQ(folder.Run("clean a.csv a.csv.gz --out-dir out --translate 1").exitCode, 0);
+    const auto cleaned = folder.Read("out/a.csv");
+    EXPECT_EQ(folder.Run("--version >/dev/null; zcat out/a.csv.gz").out, cleaned);
+    // More of it, added to the compressed output.
+    folder.Write("b.csv", std::string(kGood) + "5,5\n");
+    EXPECT_EQ(folder.Run("clean b.csv -q -o out/a.csv.gz --update --translate 1; zcat out/a.csv.gz").out,
+              cleaned + "5,6,moved+edited\n");
+}
+
 TEST(ManyFiles, CleansStations) {
     const Folder folder;
     std::filesystem::create_directory(folder.Path("data"));

@@ -82,6 +82,23 @@ TEST(OutputFile, ShowsNothingBeforeItIsWhole) {
     EXPECT_EQ(folder.Count(), 1u);
 }
 
+TEST(OutputFile, CompressesWhatItsNameSays) {
+    const Folder folder;
+    std::string text;
+    for (int i = 0; i < 100000; ++i) text += std::to_string(i) + '\n';
+    for (const std::string name : {"out.gz", "OUT.GZ"}) {
+        ASSERT_TRUE(WriteFile(folder.Path(name), text));
+        const std::string packed = folder.Read(name);
+        EXPECT_TRUE(IsGzip(packed) && packed.size() < text.size() / 2);
+        const auto unpacked = Unpacked(packed, name);
+        EXPECT_TRUE(unpacked && *unpacked == text);
+    }
+    OutputFile full;
+    EXPECT_FALSE(full.Open(folder.Path("none/out.gz")));
+    ASSERT_TRUE(WriteFile(folder.Path(".gz"), text));
+    EXPECT_EQ(folder.Read(".gz"), text);
+}
+
 TEST(Text, LeavesTerminalsAlone) {
     EXPECT_EQ(SafeText("a\tb\n"), "a\tb\n");
     EXPECT_EQ(SafeText("gr\xC3\xB6\xC3\x9F"
