@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "app/table/CellNumber.h"
+#include "app/table/Zone.h"
 
 namespace app {
 
@@ -56,6 +57,11 @@ selections::TimeUnits TimeUnitsOf(const Table& table, const XAxis& axis) {
     units.microsecondsPerNumber = form == TimeForm::EpochMilliseconds   ? 1e3
                                   : form == TimeForm::EpochMicroseconds ? 1
                                                                         : 1e6;
+    if (!table.zone.empty())
+        units.fromLocal = [&zone = table.zone](std::int64_t time, bool last) {
+            ToUtc(time, zone, last);
+            return time;
+        };
     return units;
 }
 
@@ -327,7 +333,7 @@ void StepRunner::RestoreOutside(const std::vector<unsigned short>& status) {
 
 void StepRunner::KeepJudged() {
     keepsJudged_ = true;
-    series_.judged = PlaceSet(source_.GetCount());
+    if (series_.judged.PlaceCount() == 0) series_.judged = PlaceSet(source_.GetCount());
 }
 
 void StepRunner::Judge(const PlaceSet& judged) {

@@ -6,6 +6,9 @@
 #include <limits>
 #include <numeric>
 
+#include "app/table/CodedPointSource.h"
+#include "app/table/QartodFlag.h"
+
 namespace app {
 
 namespace {
@@ -135,9 +138,12 @@ Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, cons
     if (rows >= std::numeric_limits<std::int32_t>::max()) return series;
     const auto points = static_cast<int>(rows - column.missing - column.unreadable);
     const Column& x = table.x;
-    series.source = std::make_unique<KPointSource>(
-        CString(column.column.name), axis.scale.Scale() / axis.unitsPerReal, series.scale.Scale(),
-        CString(table.HasTimes() ? std::string("s") : x.unit), CString(column.column.unit), points, 1024);
+    const auto make = [&]<class Source>() -> std::unique_ptr<KPointSource> {
+        return std::make_unique<Source>(
+            CString(column.column.name), axis.scale.Scale() / axis.unitsPerReal, series.scale.Scale(),
+            CString(table.HasTimes() ? std::string("s") : x.unit), CString(column.column.unit), points, 1024);
+    };
+    series.source = wishes.reasons ? make.operator()<CodedPointSource>() : make.operator()<KPointSource>();
     series.source->SetOffset(0, OffsetFor(series.scale));
     if (!wishes.onlyShown) series.before.reserve(static_cast<std::size_t>(points));
     const StoredColumn stored(series.scale, column.values);
@@ -160,7 +166,11 @@ Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, cons
     unsigned short* const status = series.source->GetStatus();
     for (std::size_t r = 0; r < column.status.size(); ++r) {
         const std::int32_t point = series.PointOfRow(static_cast<std::int64_t>(r));
-        if (point != Series::kNoPoint) status[point] = column.status[r];
+        if (point == Series::kNoPoint) continue;
+        status[point] = static_cast<unsigned short>(column.status[r] & ~kWasJudged);
+        if (!(column.status[r] & kWasJudged)) continue;
+        if (series.judged.PlaceCount() == 0) series.judged = selections::PlaceSet(points);
+        series.judged.Add(point);
     }
     series.source->NoteChange();
     return series;

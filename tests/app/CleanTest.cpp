@@ -154,7 +154,6 @@ TEST(Clean, RefusesWithoutLeavingFiles) {
         {"clean in.csv -y y -o out.csv --select 'y=1: or rnage(0,1)'", 2,
          "at character 9: there is no rule \"rnage\"; did you mean range?"},
         {"clean in.csv -y y -o out.csv --select 'flat(3h)'", 2, "needs an x axis of times"},
-        {"clean in.csv -y y -o out.csv --select 'reason(5)'", 2, "no rejection codes"},
         {"clean in.csv -y y -o out.csv --select y=500: --delete --fail-if-empty", 1,
          "selects nothing in any column"},
         {"clean in.csv -y y -o out.csv --fill-gaps 0", 2, "a LENGTH above 0"},
