@@ -4,6 +4,7 @@
 #include "app/batch/Findings.h"
 #include "app/batch/Info.h"
 #include "app/table/CellNumber.h"
+#include "app/table/Duration.h"
 #include "app/table/Gzip.h"
 
 namespace app {
@@ -20,7 +21,7 @@ double LengthOf(const XAxis& axis, const Findings::Flat& flat) {
     const auto at = [&](std::int64_t row) {
         return std::int64_t{axis.stored[static_cast<std::size_t>(row)]};
     };
-    return static_cast<double>(std::abs(at(flat.lastRow) - at(flat.firstRow))) / axis.scale.Scale();
+    return double(std::abs(at(flat.lastRow) - at(flat.firstRow))) / axis.scale.Scale();
 }
 
 std::string LengthText(const Table& table, double length) {

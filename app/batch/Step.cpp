@@ -4,6 +4,7 @@
 
 #include "app/batch/StepRunner.h"
 #include "app/table/CellNumber.h"
+#include "app/table/Duration.h"
 #include "app/table/TimeText.h"
 
 namespace app {
