@@ -196,6 +196,7 @@ Result<Layout> GuessLayout(std::string_view text, const std::string& name, const
     PlaceTop(layout, text, start, trial, headings);
     layout.columns = NamedColumns(trial, headings, encoding);
     FindTimes(layout, text, trial, options.timeFormat);
+    for (auto& column : layout.columns) column.example = encoding.Shown(column.example);
     NoteGroupings(layout, trial);
     return layout;
 }
@@ -206,8 +207,8 @@ Result<int> FindColumn(const Layout& layout, const std::string& wanted) {
              {column.name, column.name + " [" + column.unit + "]", column.name + " (" + column.unit + ")"})
             if (spelling == wanted) return column.field;
     double number = 0;
-    if (ReadNumber(wanted, '.', number) && number >= 1 &&
-        number <= static_cast<double>(layout.columns.size()) && number == static_cast<int>(number))
+    if (ReadNumber(wanted, '.', number) && number >= 1 && number <= double(layout.columns.size()) &&
+        number == static_cast<int>(number))
         return static_cast<int>(number) - 1;
     std::vector<std::string> known;
     std::string names;

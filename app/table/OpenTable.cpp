@@ -26,8 +26,7 @@ Bytes WholeLines(Bytes bytes, std::size_t most) {
 std::optional<Failure> CheckKind(std::string_view bytes, const std::string& name) {
     const FileKind kind = KindOfFile(bytes);
     if (!kind.name) return std::nullopt;
-    return Refusal(name + ": this is " + kind.name + ", no text table" +
-                   (kind.advice ? std::string("; ") + kind.advice : ""));
+    return Refusal(name + ": this is " + kind.name + ", no text table", kind.advice ? kind.advice : "");
 }
 
 // A text of 16 or 32 bits a character as UTF-8, its byte-order mark included.
@@ -72,15 +71,14 @@ std::optional<Failure> CheckText(std::string_view text, const std::string& name)
 std::optional<Failure> CheckOptions(const ReadOptions& options) {
     if (auto failure = CheckTimeFormat(options.timeFormat)) return failure;
     if (!options.encoding.empty() && !IsKnownEncoding(options.encoding))
-        return UsageError("--encoding " + options.encoding +
-                          ": there is no such encoding; known are UTF-8, UTF-16LE, "
-                          "ISO-8859-1, windows-1252 and all other names that ICU has");
-    Microseconds time = 0;
-    if (!options.zone.empty() && !ToUtc(time, options.zone))
-        return UsageError("--zone " + options.zone +
-                          ": there is no such time zone; expected a name such as Europe/Berlin or an offset "
-                          "such as +01:00");
-    return std::nullopt;
+        return UsageError(
+            "there is no encoding \"" + options.encoding + "\"",
+            "--encoding knows UTF-8, UTF-16LE, ISO-8859-1, windows-1252 and all other names that "
+            "ICU has");
+    std::vector<Microseconds> none;
+    if (options.zone.empty()) return std::nullopt;
+    const auto zone = ToUtc(none, options.zone);
+    return zone ? std::nullopt : std::optional(zone.Error());
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ double MiddleStep(const std::vector<std::int32_t>& stored) {
     if (steps.empty()) return 0;
     const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
     std::nth_element(steps.begin(), middle, steps.end());
-    return static_cast<double>(*middle);
+    return double(*middle);
 }
 
 // The power of ten that makes the middle step at least one unit.
@@ -184,16 +184,23 @@ std::optional<Failure> CheckDecimals(const Table& table, std::size_t index, cons
     if (held >= std::max(column.decimals, askedDecimals)) return std::nullopt;
     if (askedDecimals >= 0 && askedDecimals <= most) return std::nullopt;
     const auto extent = column.values.FindExtent();
+    const double farthest = std::fabs(extent.least) > std::fabs(extent.most) ? extent.least : extent.most;
+    std::int64_t row = 0;
+    while (column.values[static_cast<std::size_t>(row)] != farthest) ++row;
+    const CellPlace place = FindCell(table, row, column.column.field);
     const std::string room =
         held >= 0 ? "there is room for " + Counted(held, "decimal")
                   : "they can only be stored in steps of " + ShortNumber(1 / series.scale.Scale());
     return Refusal(
-        table.name + ": column \"" + column.column.name + "\" has values from " + ShortNumber(extent.least) +
-            " to " + ShortNumber(extent.most) + ", for which " + room + ", not for " +
-            (askedDecimals > column.decimals ? "the " + std::to_string(askedDecimals) + " asked for"
-             : column.decimals > 0           ? "the " + std::to_string(column.decimals) + " of the file"
-                                             : std::string("whole numbers")),
-        "--decimals " + std::to_string(most) + " edits it so all the same");
+               "\"" + place.text + "\": column \"" + column.column.name + "\" has values from " +
+                   ShortNumber(extent.least) + " to " + ShortNumber(extent.most) + ", for which " + room +
+                   ", not for " +
+                   (askedDecimals > column.decimals ? "the " + std::to_string(askedDecimals) + " asked for"
+                    : column.decimals > 0 ? "the " + std::to_string(column.decimals) + " of the file"
+                                          : std::string("whole numbers")),
+               "--decimals " + std::to_string(most) + " edits it so all the same")
+        .In(place.line)
+        .About(table.name);
 }
 
 }  // namespace app

@@ -87,4 +87,11 @@ struct Table : Rows {
     bool HasTimes() const { return x.kind == ColumnKind::Time; }
 };
 
+// A cell as it stands in the file, for messages: this looks at the text from its start.
+struct CellPlace {
+    std::int64_t line = 0;
+    std::string text;
+};
+CellPlace FindCell(const Table& table, std::int64_t row, int field);
+
 }  // namespace app
