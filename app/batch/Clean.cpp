@@ -77,7 +77,7 @@ std::optional<Failure> RunSteps(CleanRun& run, std::vector<Series>& series, Prog
     auto& steps = run.steps;
     steps = run.options.limits;
     steps.insert(steps.end(), run.options.steps.begin(), run.options.steps.end());
-    const auto all = static_cast<double>(series.size() * steps.size());
+    const auto all = double(series.size() * steps.size());
     double done = 0;
     for (std::size_t column = 0; column < series.size(); ++column) {
         StepRunner runner(run.table, run.axis, column, series[column]);
@@ -136,7 +136,7 @@ Result<int> WriteAll(CleanRun& run, Progress& progress) {
     // The rows were written from the input's bytes, which must still be those that were read.
     if (run.table.bytes.Changed() == Bytes::Change::Rewritten) return ChangedInput(run.table.name);
     if (!output.Commit()) return output.Error();
-    if (!output.Lost().empty()) std::fprintf(stderr, "tavin: %s\n", SafeText(output.Lost()).c_str());
+    run.lost = output.Lost();
     if (!run.options.report.empty() && !dry && !report.Commit()) return report.Error();
     return kDone;
 }
@@ -170,6 +170,8 @@ Result<nlohmann::ordered_json> CleanFile(const CleanOptions& options) {
 Result<int> Clean(const CleanOptions& options) {
     const auto summary = CleanFile(options);
     if (!summary) return summary.Error();
+    const std::string lost = summary->value("lost", "");
+    if (!lost.empty()) std::fprintf(stderr, "tavin: %s\n", SafeText(lost).c_str());
     for (const auto& alarm : summary->at("alarms"))
         std::fprintf(stderr, "tavin: alarm: %s: %s\n", SafeText(ShownName(options.read.path)).c_str(),
                      SafeText(alarm.get<std::string>()).c_str());

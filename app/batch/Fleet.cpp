@@ -204,7 +204,10 @@ class Fleet {
         for (const char* count : {"added", "differing"})
             if (const auto rows = outcome.value(count, std::int64_t{0}))
                 line += ", " + Grouped(rows) + " " + count;
-        for (const auto& alarm : outcome["alarms"]) line += "; " + alarm.get<std::string>();
+        for (const char* texts : {"alarms", "warnings"})
+            for (const auto& text : outcome.value(texts, Json::array()))
+                line += "; " + text.get<std::string>();
+        if (outcome.contains("lost")) line += "; " + outcome["lost"].get<std::string>();
         return line + "\n";
     }
 

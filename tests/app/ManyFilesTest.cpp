@@ -24,17 +24,21 @@ TEST(ManyFiles, GoesOnPastBadOnesAndTellsThemApart) {
     folder.Write("b.csv", "Dear Sir\n");
     folder.Write("c.csv", "x,y\n1,\n2,2\n3,3\n4,4\n");
     folder.Write("d.csv", "\n");
+    folder.Write("e.csv", "x,y\n1,1\n2,-999\n3,2\n2.5,1\noops,3\n");
     const std::string command =
-        "clean a.csv b.csv c.csv d.csv none.csv --out-dir out --limits :10 --translate 1 ";
+        "clean a.csv b.csv c.csv d.csv e.csv none.csv --out-dir out --limits :10 --translate 1 ";
     const auto run = folder.Run(command + "--alarm missing=:10% --alarm rows=1:");
     EXPECT_EQ(run.exitCode, 1);
     for (const char* line :
          {"done       a.csv: 4 rows, 1 flagged, 3 changed\nfailed     b.csv:1: ",
           "\nalarm      c.csv: 4 rows, 1 missing, 3 changed; missing of \"y\": 25.00 %, above "
           "10.00 %\nempty      d.csv:1: ",
+          "\ndone       e.csv: 4 rows, 4 changed; 1 row not readable (line 6: \"oops\" in column \"x\" is "
+          "not a number); "
+          "1 row of 4 stands behind later ones and is sorted in; -999 stands once",
           "\nfailed     none.csv: cannot open none.csv: No such file or directory\n"})
         EXPECT_NE(run.out.find(line), std::string::npos) << line << run.out;
-    EXPECT_EQ(run.err, "5 files: 2 failed, 1 empty, 1 alarm, 1 done\n");
+    EXPECT_EQ(run.err, "6 files: 2 failed, 1 empty, 1 alarm, 2 done\n");
     EXPECT_EQ(folder.Read("out/a.csv"),
               "x,y,y_status\n1,2,moved+edited\n2,3,moved+edited\n3,30,deleted+edited\n4,5,moved+edited\n");
     EXPECT_TRUE(std::filesystem::exists(folder.Path("out/c.csv")));
