@@ -25,12 +25,11 @@ Limits StoredLimits(const AxisUnits& units, const Argument& low, const Argument&
 // A bound in seconds from stored 0. `isLast`: nothing that may be meant lies behind it.
 double SecondsOf(const TimeUnits& units, const Argument& bound, bool isLast) {
     if (!bound.time)
-        return (static_cast<double>(units.numberOrigin - units.timeOfZero) +
-                bound.number * units.microsecondsPerNumber) /
+        return (double(units.numberOrigin - units.timeOfZero) + bound.number * units.microsecondsPerNumber) /
                1e6;
     const auto [at, isLocal] = *bound.time;
     const std::int64_t time = isLocal && units.fromLocal ? units.fromLocal(at, isLast) : at;
-    return static_cast<double>(time - units.timeOfZero) / 1e6;
+    return double(time - units.timeOfZero) / 1e6;
 }
 
 unsigned short FlagsOf(const std::vector<Argument>& arguments) {

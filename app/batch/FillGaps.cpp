@@ -47,7 +47,7 @@ std::vector<std::size_t> StepRunner::CellsToFill(double longest, std::int64_t& l
         const long behind = valid.CountBefore(empty_[e].pointsBefore);
         const bool between = behind > 0 && behind < valid.Count() && !table_.IsShort(emptyRows_[e]);
         const auto length = between ? std::int64_t{valid.X(behind)} - valid.X(behind - 1) : 0;
-        if (length > 0 && static_cast<double>(length) / axis_.scale.Scale() <= longest)
+        if (length > 0 && double(length) / axis_.scale.Scale() <= longest)
             cells.push_back(e);
         else
             ++left;

@@ -100,8 +100,8 @@ Result<StepResult> StepRunner::Run(const Step& step) {
 selections::Samples StepRunner::MakeSamples() const {
     selections::Samples samples = selections::SamplesOf(source_);
     samples.empty = empty_;
-    samples.x = {axis_.scale.Scale(), static_cast<double>(axis_.scale.Origin())};
-    samples.y = {series_.scale.Scale(), static_cast<double>(series_.scale.Origin())};
+    samples.x = {axis_.scale.Scale(), double(axis_.scale.Origin())};
+    samples.y = {series_.scale.Scale(), double(series_.scale.Origin())};
     samples.xIsTime = table_.HasTimes();
     if (samples.xIsTime) samples.time = TimeUnitsOf(table_, axis_);
     return samples;
@@ -295,7 +295,7 @@ Result<StepResult> StepRunner::Level(const Step& step) {
 
 Result<StepResult> StepRunner::Scale(const Step& step) {
     const AxisScale& y = series_.scale;
-    const double origin = y.StoredLength(step.origin) - static_cast<double>(y.Origin());
+    const double origin = y.StoredLength(step.origin) - double(y.Origin());
     return Change([&] { return data_.ScaleSelected(step.method, step.factor, origin, true); },
                   "nothing to scale");
 }

@@ -220,7 +220,7 @@ const char* RowReader::TakePlainNumber(const char* at, Cell& cell) {
     }
     if (!EndsCell(*end)) return nullptr;
     if (!namesMissing_) return end;
-    const double value = static_cast<double>(cell.decimal.mantissa) / ExactPowerOfTen(cell.decimal.decimals);
+    const double value = double(cell.decimal.mantissa) / ExactPowerOfTen(cell.decimal.decimals);
     if (missing_.IsMissing(value)) cell = {Cell::Value, {}, kMissing, 0};
     return end;
 }

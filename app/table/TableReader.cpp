@@ -42,7 +42,7 @@ std::optional<Failure> ReadRows(Table& table, const Choice& choice, const ReadOp
         table.Append(*rows);
         table.bytes.Release(stretches.End());
         if (!advance || stretches.End() >= table.bytes.size()) continue;
-        const double part = static_cast<double>(stretches.End()) / static_cast<double>(table.bytes.size());
+        const double part = double(stretches.End()) / double(table.bytes.size());
         if (advance({part, table.rows, &table}) == Go::Stop)
             return Failure{kStopped, table.name + ": reading was stopped"};
     }

@@ -249,7 +249,7 @@ bool WriteTable(OutputFile& output, const Table& table, const std::vector<Series
         if (!writer.Write(walk.Role(), text.substr(walk.Begin(), walk.End() - walk.Begin()))) return false;
         if (record % kRecordsBetweenAdvances != 0) continue;
         table.bytes.Release(walk.Begin());
-        const double part = static_cast<double>(walk.End()) / static_cast<double>(text.size());
+        const double part = double(walk.End()) / double(text.size());
         if (advance && advance({part, counts.rows}) == Go::Stop) return false;
     }
     return true;
