@@ -117,8 +117,9 @@ bits: where a column's range leaves no room for its decimals nothing is rounded 
 with the most decimals that fit and the range; --decimals with that number takes it all the same.
 
 Many files: --out-dir cleans each file into a folder under its own name (a.csv.gz stays compressed), several at a time,
-on past those that fail, and tells of each in a line, with what it warns of. The folder remembers, in .tavin-clean, digests of inputs and options: what would come out the same is left out, and
-an interrupted run goes on where it ended. --stations TABLE names a CSV table with headings:
+on past those that fail, and tells of each in a line, with what it warns of. The folder remembers, in .tavin-clean,
+digests of inputs and options: what would come out the same is left out, and an interrupted run goes on where it ended.
+--stations TABLE names a CSV table with headings:
     file           a pattern (*, ?) for the files of the station, beside the table
     station        its name
     columns        its y columns, with semicolons between

@@ -87,6 +87,11 @@ TEST(Clean, LeavesWhatWasNotEditedByteForByte) {
          "x,a,a_status,b,b_status,c,c_status\n1,1,deleted+edited,2,moved+edited,1,good\n"
          "2,3,moved+edited,3,moved+edited,1,bad\n3,,missing,4,spike+moved+edited,1\n4,4\n"
          "5,6,rejected+moved+edited,6,moved+edited,1,good\n"},
+        {"a delimiter at the end of each row", "t,v\n1,2,\n2,3,\n", "--translate 1",
+         "t,v,,v_status\n1,3,,moved+edited\n2,4,,moved+edited\n"},
+        {"drift counts from zero, however the values are stored", "x,y\n0,100000.00001\n1,100000.00002\n",
+         "--decimals 3 --scale drift,100",
+         "x,y,y_status\n0,100000.00001,moved+edited\n1,200000.0000,moved+edited\n"},
         {"a column of the right name that holds other things", "x,c,c_status\n1,1,good\n2,2,bad\n",
          "--translate 1", "x,c,c_status,c_status\n1,2,good,moved+edited\n2,3,bad,moved+edited\n"},
     };

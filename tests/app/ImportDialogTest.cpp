@@ -11,9 +11,12 @@
 #include "app/table/OpenTable.h"
 #include "app/workbench/ImportDialog.h"
 #include "tests/app/Files.h"
+#include "tests/window/WindowTest.h"
 
 namespace app {
 namespace {
+
+class ImportDialogTest : public WindowTest {};
 
 QComboBox* ComboCalled(const QWidget* dialog, const char* name) {
     for (auto* const combo : dialog->findChildren<QComboBox*>())
@@ -29,7 +32,7 @@ void Type(QComboBox* combo, const char* text) {
 }
 
 // Times in no known form below lines that look like a table: both can be said, and what is wrong is told.
-TEST(ImportDialog, TakesLinesToSkipAndAFormOfTimes) {
+TEST_F(ImportDialogTest, TakesLinesToSkipAndAFormOfTimes) {
     const Folder folder;
     folder.Write("in.csv", "1;2\n3;4\n5;6\nt;v\n14 of 3 in 24;1\n15 of 3 in 24;2\n");
     QTimer::singleShot(0, [] {

@@ -87,6 +87,8 @@ const FileCase kFiles[] = {
     {"date and clock in two columns",
      "Date,Time,Level\n14.03.2024,08:00,1.5\n14.03.2024,08:10,2\n14.03.2024,08:20,3\n",
      "2024-03-14T08:00:00 2024-03-14T08:20:00", "Level", 1.5, "composed of Date + Time"},
+    {"the clock before the date", "clock,day,v\n08:00,14.03.2024,1\n08:10,14.03.2024,2\n08:20,14.03.2024,3\n",
+     "2024-03-14T08:00:00 2024-03-14T08:20:00", "v", 1},
     {"compact date and hhmm", "date;time;v\n20240314;0;1\n20240314;30;2\n20240314;1530;3\n",
      "2024-03-14T00:00:00 2024-03-14T15:30:00", "v", 1},
     {"year, month, day, hour, minute under comments, units below",
@@ -149,6 +151,7 @@ const FileCase kFiles[] = {
      "v", 1.234, "--decimal point"},
     {"a mark for no value", "t,v\n2024-03-14,1\n2024-03-15,-999.9\n2024-03-16,2\n",
      "2024-03-14T00:00:00 2024-03-16T00:00:00", "v", 1, "--missing -999.9"},
+    {"a value that others lie near", "t,v\n1,97\n2,98\n3,99\n", "1 3", "v", 97},
     {"UTF-16 with its mark", As("UTF-16LE", "\xEF\xBB\xBFt,H\xC3\xB6he\n1,2\n2,3\n3,4\n"), "1 3",
      "H\xC3\xB6he", 2, "UTF-16LE"},
     {"UTF-16 without", As("UTF-16BE", "t,H\xC3\xB6he\n1,2\n2,3\n3,4\n"), "1 3", "H\xC3\xB6he", 2, "UTF-16BE"},
@@ -180,7 +183,7 @@ const FileCase kFiles[] = {
      "",
      {.timeFormat = "%j/%Y %Hh", .x = "d+c"}},
     {"asked for: twelve hours",
-     "t,v\n03/14/24 12:05 PM,1\n03/14/24 01:05 PM,2\n03/15/24 12:05 AM,3\n",
+     "t,v\n03/14/24 12:05 PM,1\n03/14/24 01:05 PM,2\n03/15/24 12:05 AM,3\n03/15/24 13:05 PM,4\n",
      "2024-03-14T12:05:00 2024-03-15T00:05:00",
      "v",
      1,
@@ -269,6 +272,8 @@ TEST(Layouts, OpenRightWithoutAnOption) {
             EXPECT_EQ(table->columns[0].values[0], one.y);
         }
         EXPECT_NE(NotesText(*table).find(one.note), std::string::npos) << NotesText(*table);
+        EXPECT_EQ(NotesText(*table).find("looks like a mark") != std::string::npos,
+                  std::string(one.note).find("--missing") != std::string::npos);
         EXPECT_EQ(table->unreadableCells,
                   one.about == std::string("year, month, day, hour, minute under comments, units below"));
     }

@@ -51,6 +51,8 @@ TEST(ManyFiles, GoesOnPastBadOnesAndTellsThemApart) {
     EXPECT_EQ(line["columns"][0]["missing"], 1);
     EXPECT_EQ(folder.Run("clean c.csv d.csv --out-dir out --delete --alarm missing=:10%").exitCode, 4);
     EXPECT_EQ(folder.Run("clean c.csv -o out/c.csv --delete --alarm missing=:10%").exitCode, 3);
+    EXPECT_EQ(
+        folder.Run("clean c.csv -o out/c.csv --delete --alarm missing=25%:25% --alarm rows=4:4").exitCode, 0);
 }
 
 TEST(ManyFiles, LeavesOutWhatWouldComeOutTheSame) {
@@ -132,7 +134,7 @@ TEST(ManyFiles, KeepsCompressedFilesCompressed) {
 TEST(ManyFiles, CleansStations) {
     const Folder folder;
     std::filesystem::create_directory(folder.Path("data"));
-    folder.Write("data/north1.csv", "x;level;temp\n1;1,5;7\n2;99;8\n");
+    folder.Write("data/north1.csv", "x;level;temp\n1;1,5;7\n2;97;8\n");
     folder.Write("data/north2.csv", "x;level;temp\n1;1,5;70\n2;9;8\n");
     folder.Write("data/south.csv", "x,y\n1,1\n2,-9\n3,3\n");
     folder.Write("data/stations.csv",
@@ -149,7 +151,7 @@ TEST(ManyFiles, CleansStations) {
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(folder.Read("out/north1.csv"),
               "x;level;temp;level_status;temp_status\n1;2,5;8;moved+edited;moved+edited\n"
-              "2;99;9;deleted+edited;moved+edited\n");
+              "2;97;9;deleted+edited;moved+edited\n");
     EXPECT_EQ(folder.Read("other/south.csv"),
               "x,y,y_status\n1,2,moved+edited\n2,-9,missing\n3,5,moved+edited\n");
 }
@@ -201,6 +203,8 @@ TEST(ManyFiles, InfoGivesEachALine) {
               "c.csv: 4 rows, 1 value column, 1 to 4\n");
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.err.find("tavin: b.csv:1: not a table"), std::string::npos);
+    folder.Write("d.csv", "x,y\n");
+    EXPECT_EQ(folder.Run("info a.csv d.csv").exitCode, 4);
     const auto json = folder.Run("info c.csv a.csv --json --jobs 1").out;
     EXPECT_EQ(nlohmann::json::parse(json.substr(0, json.find('\n')))["file"], "c.csv");
     EXPECT_EQ(CountLines(json, "\"table\""), 2u);

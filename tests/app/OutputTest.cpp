@@ -82,6 +82,17 @@ TEST(OutputFile, ShowsNothingBeforeItIsWhole) {
     EXPECT_EQ(folder.Count(), 1u);
 }
 
+// Whatever goes wrong at the end, nothing is left beside the target.
+TEST(OutputFile, LeavesNothingWhenItCannotTakeItsPlace) {
+    const Folder folder;
+    OutputFile output;
+    ASSERT_TRUE(output.Open(folder.Path("out")) && output.Write("text"));
+    std::filesystem::create_directory(folder.Path("out"));
+    EXPECT_FALSE(output.Commit());
+    EXPECT_NE(output.Error().message.find("cannot write"), std::string::npos);
+    EXPECT_EQ(folder.Count(), 1u);
+}
+
 TEST(OutputFile, CompressesWhatItsNameSays) {
     const Folder folder;
     std::string text;

@@ -186,6 +186,16 @@ TEST(TableReader, RefusesWhatIsNoTableWithOneMessage) {
     }
 }
 
+// A quote that is opened by mistake does not swallow rows up to the next one far below.
+TEST(TableReader, EndsARecordWhoseQuoteIsNotClosedSoon) {
+    std::string text = "a,b,c\n";
+    for (int i = 1; i < 500; ++i) text += std::to_string(i) + (i == 100 ? ",2,\"x\n" : ",2,y\n");
+    const auto table = Read(text + "500,2,y\"\n");
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->skippedRows, 1);
+    EXPECT_EQ(table->rows, 499);
+}
+
 TEST(OpenTable, KeepsWholeLinesOfAnyLineBreakAndStopsWhenAsked) {
     const Folder folder;
     std::string text = "a,b\r";

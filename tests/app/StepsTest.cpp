@@ -30,6 +30,9 @@ TEST(Steps, MarkAndEditInTheSelectionOnly) {
         {"--select x=2:3 --delete --select invert --delete", "0 1 2 3 4 5 6 7 8 9"},
         {"--select x=2:3 --delete --delete", "2 3"},
         {"--delete", ""},
+        // An edit of all points selects none.
+        {"--translate 1 --delete", ""},
+        {"--median 7,3 --select x=4: --median 7,100 --select all --delete-spikes", "2"},
     };
     const Folder folder;
     folder.Write("in.csv", kTwoSpikes);
@@ -100,6 +103,7 @@ TEST(Steps, SayWhyTheyDidNothing) {
         {"--median 7,3 --select x=7: --delete-spikes", "no spikes are marked in the selection"},
         {"--median 5,3", "--select \"hampel(2,3)\" tests against one"},
         {"--fill-gaps 1", "1 cell stays empty: no value on one side, or a longer gap"},
+        {"--translate 0.4", "the amount was rounded to 0: the column is stored with 0 decimals (--decimals"},
     };
     const Folder folder;
     folder.Write("in.csv", std::string(kTwoSpikes) + "11,\n14,1\n");
