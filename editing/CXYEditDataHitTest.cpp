@@ -35,8 +35,8 @@ class Nearest {
 
     void Offer(int index, CPoint point) {
         dc_.LPtoDP(&point);
-        const double dx = static_cast<double>(point.x) - place_.x;
-        const double dy = static_cast<double>(point.y) - place_.y;
+        const double dx = double(point.x) - place_.x;
+        const double dy = double(point.y) - place_.y;
         const double away = std::sqrt(dx * dx + dy * dy);
         if (index_ >= 0 && away >= distance_) return;
         index_ = index;

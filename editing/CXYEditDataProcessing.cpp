@@ -34,8 +34,8 @@ void RecordForParts(IPointSource& whole, Record record) try {
 }
 
 void RecordTranslation(IPointSource* owner, long dx, long dy) {
-    RecordEdit<KTranslateCmd>(owner, static_cast<float>(static_cast<double>(dx) / owner->GetXScale()),
-                              static_cast<float>(static_cast<double>(dy) / owner->GetYScale()));
+    RecordEdit<KTranslateCmd>(owner, static_cast<float>(double(dx) / owner->GetXScale()),
+                              static_cast<float>(double(dy) / owner->GetYScale()));
 }
 
 void RecordScaling(IPointSource* owner, int method, double factor, double realOrigin) {

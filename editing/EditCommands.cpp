@@ -148,7 +148,7 @@ const char* KSpikeDeleteCmd::GetName() {
 
 const char* KSpikeDeleteCmd::GetResultText() {
     const long count = source ? source->GetCount() : 0;
-    return Result(40004, affected, count > 0 ? affected * 100.0 / static_cast<double>(count) : 0.0);
+    return Result(40004, affected, count > 0 ? affected * 100.0 / double(count) : 0.0);
 }
 
 KInterpolateCmd::KInterpolateCmd(IPointSource* series, const long* listed, int count)

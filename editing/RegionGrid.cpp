@@ -56,12 +56,12 @@ void RegionGrid<Wide>::TouchRow(std::uint32_t edge, std::int64_t row) {
     const RegionEdge& e = edges_[edge];
     const std::int64_t from = std::max(e.lowY, BottomOf(row));
     const std::int64_t to = std::min(e.highY, BottomOf(row + 1) - 1);
-    double x0 = static_cast<double>(e.lowX);
-    double x1 = static_cast<double>(e.highX);
+    double x0 = double(e.lowX);
+    double x1 = double(e.highX);
     if (e.highY > e.lowY) {
-        const double slope = (x1 - x0) / static_cast<double>(e.highY - e.lowY);
-        x1 = x0 + slope * static_cast<double>(to - e.lowY);
-        x0 = x0 + slope * static_cast<double>(from - e.lowY);
+        const double slope = (x1 - x0) / double(e.highY - e.lowY);
+        x1 = x0 + slope * double(to - e.lowY);
+        x0 = x0 + slope * double(from - e.lowY);
     }
     const auto left = static_cast<std::int64_t>(std::floor(std::min(x0, x1))) - 1;
     const auto right = static_cast<std::int64_t>(std::ceil(std::max(x0, x1))) + 1;

@@ -16,7 +16,7 @@ template <class Rule>
 TAVIN_INLINE inline void ApplyRuleToEach(CPoint* points, long n, Rule rule) {
     for (long i = 0; i < n; ++i) {
         double value = points[i].y;
-        rule(static_cast<double>(points[i].x), value);
+        rule(double(points[i].x), value);
         points[i].y = RoundHalfAway(value);
     }
 }

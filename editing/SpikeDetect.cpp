@@ -30,8 +30,8 @@ bool IsFarther(CPoint point, CPoint smoothed, int window) {
     const std::int64_t dx = std::int64_t{point.x} - smoothed.x;
     const std::int64_t dy = std::int64_t{point.y} - smoothed.y;
     if (dx == 0) return (dy < 0 ? -dy : dy) > window;
-    const auto x = static_cast<double>(dx);
-    const auto y = static_cast<double>(dy);
+    const auto x = double(dx);
+    const auto y = double(dy);
     return std::sqrt(x * x + y * y) > window;
 }
 

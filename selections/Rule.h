@@ -32,7 +32,7 @@ struct Argument {
     std::string text;           // as it is written
     double number = 0;          // in the unit; of a flag or a code its bits
     double secondsPerUnit = 0;  // 0: it has no unit of time
-    std::optional<std::int64_t> time;
+    std::optional<WrittenTime> time;
     bool isOpen = false;  // a limit that is not there
 };
 

@@ -123,11 +123,17 @@ bool Selection::IsAll() const {
     return root_[0].operation == Operation::Rule && root_[0].rule == RuleNamed("all");
 }
 
+bool Selection::AsksForReasons() const {
+    bool asks = false;
+    ForEachRule(root_[0], [&](const Term& term) { asks |= term.rule == RuleNamed("reason"); });
+    return asks;
+}
+
 std::string Selection::Misfit(const Samples& samples) const {
     std::string misfit;
+    if (AsksForReasons() && !samples.rejection)
+        misfit = "reason(...) finds nothing: the series has no rejection codes";
     ForEachRule(root_[0], [&](const Term& term) {
-        if (term.rule == RuleNamed("reason") && !samples.rejection)
-            misfit = "reason(...) finds nothing: the series has no rejection codes";
         if (samples.xIsTime) return;
         for (const auto& argument : term.arguments) {
             if (argument.time)

@@ -61,8 +61,8 @@ struct SelectionFault {
     std::string message;
 };
 
-// Reads a time as microseconds since 1970.
-using TimeFromText = std::optional<std::int64_t> (*)(std::string_view);
+// Reads a time.
+using TimeFromText = std::optional<WrittenTime> (*)(std::string_view);
 
 class Selection {
   public:
@@ -79,6 +79,8 @@ class Selection {
                                          TimeFromText readTime = nullptr);
     // A text that reads back as this selection.
     std::string Text() const;
+    // Whether it needs the rejection codes of the points.
+    bool AsksForReasons() const;
     // "all", which means that nothing is selected in particular.
     bool IsAll() const;
     // What does not suit the samples, for people: a time or a unit of time where x is no time, rejection

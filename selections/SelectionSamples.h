@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -16,12 +17,21 @@ struct AxisUnits {
     double origin = 0;
 };
 
+// A time as it is written, in microseconds since 1970.
+struct WrittenTime {
+    std::int64_t at = 0;
+    bool isLocal = false;  // it names no zone
+};
+
 // An x axis of times, whose real unit is the second. Times count in microseconds since 1970.
 struct TimeUnits {
     std::int64_t timeOfZero = 0;  // at stored 0
     // A plain number as a time: numberOrigin + number * microsecondsPerNumber.
     std::int64_t numberOrigin = 0;
     double microsecondsPerNumber = 1e6;
+    // A local time on this axis; of an hour that the clock showed twice, the last one if asked. Without it
+    // local times count as the axis does.
+    std::function<std::int64_t(std::int64_t time, bool last)> fromLocal = {};
 };
 
 // A place in a series that has an x and no value.

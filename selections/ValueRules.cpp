@@ -22,13 +22,14 @@ Limits StoredLimits(const AxisUnits& units, const Argument& low, const Argument&
     return limits;
 }
 
-// A time in stored counts, not rounded.
-double StoredTime(const Samples& samples, const Argument& bound) {
-    const TimeUnits& units = samples.time;
-    const double fromZero = bound.time ? static_cast<double>(*bound.time - units.timeOfZero)
-                                       : static_cast<double>(units.numberOrigin - units.timeOfZero) +
-                                             bound.number * units.microsecondsPerNumber;
-    return fromZero / 1e6;
+// A bound in seconds from stored 0. `isLast`: nothing that may be meant lies behind it.
+double SecondsOf(const TimeUnits& units, const Argument& bound, bool isLast) {
+    if (!bound.time)
+        return (double(units.numberOrigin - units.timeOfZero) + bound.number * units.microsecondsPerNumber) /
+               1e6;
+    const auto [at, isLocal] = *bound.time;
+    const std::int64_t time = isLocal && units.fromLocal ? units.fromLocal(at, isLast) : at;
+    return double(time - units.timeOfZero) / 1e6;
 }
 
 unsigned short FlagsOf(const std::vector<Argument>& arguments) {
@@ -59,8 +60,9 @@ void FindX(const Question& question, PlaceSet& found) {
     const Argument& to = question.arguments[1];
     Limits limits;
     if (samples.xIsTime) {
-        if (!from.isOpen) limits.least = CountsReaching(StoredTime(samples, from), samples.x.scale);
-        if (!to.isOpen) limits.most = CountsWithin(StoredTime(samples, to), samples.x.scale);
+        if (!from.isOpen)
+            limits.least = CountsReaching(SecondsOf(samples.time, from, false), samples.x.scale);
+        if (!to.isOpen) limits.most = CountsWithin(SecondsOf(samples.time, to, true), samples.x.scale);
     } else {
         limits = StoredLimits(samples.x, from, to);
     }

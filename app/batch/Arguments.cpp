@@ -61,7 +61,8 @@ const OptionRow<ReadOptions> kReadRows[] = {
      TakeTimeFormat},
     {{"--time-column", "COLUMN", "the column of the times, or several that compose them: DATE+CLOCK"},
      &ReadOptions::x},
-    {{"--zone", "ZONE", "zone of times that name none, as Europe/Berlin or +01:00; else taken as UTC"},
+    {{"--zone", "ZONE",
+      "zone of times that name none, in the file and in options, as Europe/Berlin or +01:00; else UTC"},
      &ReadOptions::zone},
     {{"--header-line", "N", "the line that names the columns, counted from 1; 0: none; guessed otherwise"},
      TakeHeaderLine},
@@ -136,7 +137,9 @@ Taken TakeAlarm(CleanOptions& options, const std::string& value) {
 }
 
 const OptionRow<CleanOptions> kCleanRows[] = {
-    {{"-o,--output", "OUT", "where the result goes; - is standard output", Completes::Files, "", kAside},
+    {{"-o,--output", "OUT",
+      "where the result goes, compressed where the name ends in .gz; - is standard output", Completes::Files,
+      "", kAside},
      &CleanOptions::output},
     {{"--drop", "FLAGS", "leave out rows whose points are deleted, rejected or spike, with commas between"},
      TakeDrop},
@@ -158,8 +161,8 @@ const OptionRow<CleanOptions> kCleanRows[] = {
       Completes::Files, "", kAside},
      &CleanOptions::report},
     {{"--alarm", "QUANTITY=MIN:MAX",
-      "end with 3 where rows, or the share of missing, flagged or changed values, leave these bounds; "
-      "repeatable",
+      "end with 3 where the number of rows, or of published rows that come out differing, or the share of "
+      "missing, flagged or changed values leaves these bounds; repeatable",
       Completes::Nothing, "", kAside | kRepeatable},
      TakeAlarm},
     {{"--update", nullptr,

@@ -6,6 +6,7 @@
 
 #include "app/batch/CleanReport.h"
 #include "app/batch/Info.h"
+#include "app/table/Gzip.h"
 #include "app/table/InputFile.h"
 #include "app/table/OpenTable.h"
 #include "app/table/OutputFile.h"
@@ -33,15 +34,22 @@ std::optional<Failure> CheckTargets(const CleanOptions& options) {
     return std::nullopt;
 }
 
-bool NeedsZeroOrigin(const std::vector<Step>& steps) {
-    return std::any_of(steps.begin(), steps.end(), [](const Step& step) { return step.fromZeroOrigin; });
+// What the steps need of the series.
+SeriesWishes WishesOf(const CleanOptions& options) {
+    SeriesWishes wishes;
+    wishes.decimals = options.decimals;
+    for (const auto& step : options.steps) {
+        wishes.zeroOrigin |= step.fromZeroOrigin;
+        wishes.reasons |= step.selection.AsksForReasons();
+    }
+    return wishes;
 }
 
 Result<std::vector<Series>> MakeAllSeries(const CleanOptions& options, const Table& table,
                                           const XAxis& axis) {
     std::vector<Series> all;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        all.push_back(MakeSeries(table, axis, i, {options.decimals, NeedsZeroOrigin(options.steps)}));
+        all.push_back(MakeSeries(table, axis, i, WishesOf(options)));
         const std::string& name = table.columns[i].column.name;
         if (!all.back().source)
             return Refusal("column \"" + name + "\" has more points than memory can hold");
@@ -69,11 +77,13 @@ std::optional<Failure> RunSteps(CleanRun& run, std::vector<Series>& series, Prog
     auto& steps = run.steps;
     steps = run.options.limits;
     steps.insert(steps.end(), run.options.steps.begin(), run.options.steps.end());
-    const auto all = static_cast<double>(series.size() * steps.size());
+    const auto all = double(series.size() * steps.size());
     double done = 0;
     for (std::size_t column = 0; column < series.size(); ++column) {
         StepRunner runner(run.table, run.axis, column, series[column]);
-        if (run.options.write.scheme == StatusScheme::Qartod) runner.KeepJudged();
+        const bool writesQartod = run.options.write.scheme == StatusScheme::Qartod ||
+                                  run.table.columns[column].statusFields.qartod >= 0;
+        if (writesQartod) runner.KeepJudged();
         auto& results = run.results.emplace_back();
         for (const auto& step : steps) {
             progress.Show(step.text, done++ / all);
@@ -93,8 +103,13 @@ Result<std::string> UpdatedText(CleanRun& run, Progress& progress) {
     const bool written =
         WriteTable(text, run.table, run.series, run.options.write, run.counts, progress.Shower("writing"));
     if (!written || !text.Flush()) return text.Error();
-    const auto published = ReadInput(run.options.output);
+    auto published = ReadInput(run.options.output);
     if (!published) return published.Error();
+    if (IsGzip(*published)) {
+        auto unpacked = Unpacked(*published, run.options.output);
+        if (!unpacked) return unpacked.Error();
+        *published = std::move(*unpacked);
+    }
     auto merged = MergePublished(*published, fresh, run.table, run.options.revise, run.update);
     if (!merged) return merged.Error().About("cannot update " + run.options.output);
     return merged;
@@ -121,7 +136,7 @@ Result<int> WriteAll(CleanRun& run, Progress& progress) {
     // The rows were written from the input's bytes, which must still be those that were read.
     if (run.table.bytes.Changed() == Bytes::Change::Rewritten) return ChangedInput(run.table.name);
     if (!output.Commit()) return output.Error();
-    if (!output.Lost().empty()) std::fprintf(stderr, "tavin: %s\n", SafeText(output.Lost()).c_str());
+    run.lost = output.Lost();
     if (!run.options.report.empty() && !dry && !report.Commit()) return report.Error();
     return kDone;
 }
@@ -155,6 +170,8 @@ Result<nlohmann::ordered_json> CleanFile(const CleanOptions& options) {
 Result<int> Clean(const CleanOptions& options) {
     const auto summary = CleanFile(options);
     if (!summary) return summary.Error();
+    const std::string lost = summary->value("lost", "");
+    if (!lost.empty()) std::fprintf(stderr, "tavin: %s\n", SafeText(lost).c_str());
     for (const auto& alarm : summary->at("alarms"))
         std::fprintf(stderr, "tavin: alarm: %s: %s\n", SafeText(ShownName(options.read.path)).c_str(),
                      SafeText(alarm.get<std::string>()).c_str());

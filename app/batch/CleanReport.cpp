@@ -92,6 +92,23 @@ std::string ReadingText(const CleanRun& run) {
     return text;
 }
 
+// What makes doubtful whether the file was read as it was meant.
+Json WarningsOf(const Table& table) {
+    Json warnings = Json::array();
+    const std::int64_t faults = table.skippedRows + table.unreadableCells;
+    if (faults > 0) {
+        const Fault& first = table.faults.front();
+        const bool rows = table.skippedRows > 0;
+        warnings.push_back(
+            (rows ? Counted(table.skippedRows, "row") : Counted(table.unreadableCells, "cell")) +
+            " not readable (line " + std::to_string(first.line) + ": " + first.reason +
+            (faults > 1 ? "; ...)" : ")"));
+    }
+    for (const auto& note : table.notes)
+        if (note.kind == ReadNote::Doubt) warnings.push_back(NoteText(note));
+    return warnings;
+}
+
 std::string UpdateText(const CleanRun& run) {
     constexpr std::size_t kShown = 20;
     const Update& update = run.update;
@@ -252,6 +269,8 @@ Json SummaryJson(const CleanRun& run) {
         summary["differing"] = run.update.differences.size();
     }
     summary["columns"] = columns;
+    summary["warnings"] = WarningsOf(run.table);
+    if (!run.lost.empty()) summary["lost"] = run.lost;
     return summary;
 }
 

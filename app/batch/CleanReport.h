@@ -22,6 +22,7 @@ struct CleanRun {
     WriteCounts counts;
     Update update;
     std::vector<Step> steps;  // that were done, in their order
+    std::string lost = {};    // what of the file before could not be kept, as a sentence
 };
 
 std::string CleanText(const CleanRun& run);

@@ -47,7 +47,7 @@ std::vector<std::size_t> StepRunner::CellsToFill(double longest, std::int64_t& l
         const long behind = valid.CountBefore(empty_[e].pointsBefore);
         const bool between = behind > 0 && behind < valid.Count() && !table_.IsShort(emptyRows_[e]);
         const auto length = between ? std::int64_t{valid.X(behind)} - valid.X(behind - 1) : 0;
-        if (length > 0 && static_cast<double>(length) / axis_.scale.Scale() <= longest)
+        if (length > 0 && double(length) / axis_.scale.Scale() <= longest)
             cells.push_back(e);
         else
             ++left;
@@ -61,6 +61,8 @@ void StepRunner::InsertPoints(const std::vector<std::size_t>& cells, std::vector
     const auto newCount = oldCount + static_cast<long>(cells.size());
     const std::vector<CPoint> points(source_.GetData(), source_.GetData() + oldCount);
     const std::vector<unsigned short> status(source_.GetStatus(), source_.GetStatus() + oldCount);
+    std::vector<int> codes;
+    if (const int* const kept = source_.GetRejection()) codes.assign(kept, kept + oldCount);
     std::vector<selections::EmptyPlace> stillEmpty;
     std::vector<std::int64_t> stillEmptyRows;
     std::vector<long> placeNow(points.size() + empty_.size());  // of each old point and empty cell
@@ -101,9 +103,12 @@ void StepRunner::InsertPoints(const std::vector<std::size_t>& cells, std::vector
     move(series_.filled);
     for (const long point : added) series_.filled.Add(point);
     std::vector<std::int32_t> before(static_cast<std::size_t>(newCount));
+    int* const newCodes = source_.GetRejection();
+    if (newCodes) std::fill_n(newCodes, newCount, 0);
     for (std::size_t i = 0; i < points.size(); ++i) {
         before[static_cast<std::size_t>(placeNow[i])] = series_.before[i];
         source_.GetStatus()[placeNow[i]] = status[i];
+        if (newCodes) newCodes[placeNow[i]] = codes[i];
     }
     series_.before = std::move(before);
     for (auto& point : series_.rowPoint)

@@ -4,6 +4,8 @@
 #include "app/batch/Findings.h"
 #include "app/batch/Info.h"
 #include "app/table/CellNumber.h"
+#include "app/table/Duration.h"
+#include "app/table/Gzip.h"
 
 namespace app {
 
@@ -19,7 +21,7 @@ double LengthOf(const XAxis& axis, const Findings::Flat& flat) {
     const auto at = [&](std::int64_t row) {
         return std::int64_t{axis.stored[static_cast<std::size_t>(row)]};
     };
-    return static_cast<double>(std::abs(at(flat.lastRow) - at(flat.firstRow))) / axis.scale.Scale();
+    return double(std::abs(at(flat.lastRow) - at(flat.firstRow))) / axis.scale.Scale();
 }
 
 std::string LengthText(const Table& table, double length) {
@@ -48,7 +50,8 @@ std::string Word(const std::string& text) {
 
 std::string OutputName(const std::string& input, const std::string& ending) {
     const auto slash = input.find_last_of('/');
-    const std::string name = slash == std::string::npos ? input : input.substr(slash + 1);
+    std::string name = slash == std::string::npos ? input : input.substr(slash + 1);
+    if (IsGzipName(name)) name.resize(name.size() - 3);
     const auto dot = name.find_last_of('.');
     const std::string stem = dot == std::string::npos || dot == 0 ? name : name.substr(0, dot);
     return stem + ending;

@@ -35,9 +35,7 @@ int Rank(const std::string& state) {
 }
 
 std::string OutputOf(const CleanTask& task) {
-    std::string name = fs::path(task.options.read.path).filename().string();
-    // What comes out is text, whatever it was packed in.
-    if (name.size() > 3 && name.ends_with(".gz")) name.resize(name.size() - 3);
+    const std::string name = fs::path(task.options.read.path).filename().string();
     return (task.folder.empty() || task.folder.back() == '/' ? task.folder : task.folder + "/") + name;
 }
 
@@ -206,7 +204,10 @@ class Fleet {
         for (const char* count : {"added", "differing"})
             if (const auto rows = outcome.value(count, std::int64_t{0}))
                 line += ", " + Grouped(rows) + " " + count;
-        for (const auto& alarm : outcome["alarms"]) line += "; " + alarm.get<std::string>();
+        for (const char* texts : {"alarms", "warnings"})
+            for (const auto& text : outcome.value(texts, Json::array()))
+                line += "; " + text.get<std::string>();
+        if (outcome.contains("lost")) line += "; " + outcome["lost"].get<std::string>();
         return line + "\n";
     }
 

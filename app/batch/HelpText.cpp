@@ -76,8 +76,9 @@ constexpr const char* kBehindRules =
     R"help(    Limits belong to the good side, thresholds are strict. Missing, deleted and rejected points take no part in
     range, rate, flat, spike, step, gap and hampel and break no window. These are the definitions of QARTOD's gross
     range, rate of change, flat line, spike and gap tests and of the Hampel filter. Deleted points cannot be edited.
-    On a time axis FROM and TO are ISO 8601 times, or numbers: seconds from the first sample, or epoch numbers
-    where the file has them.
+    On a time axis FROM and TO are ISO 8601 times, of --zone where they name none (else UTC), or numbers: seconds
+    from the first sample, or epoch numbers where the file has them. reason(CODE) knows what steps before it in the
+    same run have rejected (spike) or moved (moved).
 
   Marking spikes, of the selected points where there is a selection:
     --median LENGTH,DISTANCE    every point farther than DISTANCE from the median of LENGTH samples around it. The
@@ -108,12 +109,18 @@ Output: every row and column as it came, byte for byte but for edited values, an
 each y column (deleted, rejected, spike, moved, smoothed, interpolated, edited, joined by +; or missing, unreadable).
 With --flags qartod it is named NAME_qartod and holds 1 pass, 2 not evaluated, 3 suspect (spike), 4 fail (deleted,
 rejected), 8 estimated (interpolated, smoothed), 9 missing; a value passes when a marking step or a rule about values
-has tested it. Edited values have as many decimals as the column. Rows that cannot be read pass through unchanged.
---drop leaves a row out when all of its y values have one of the flags, --blank empties single cells.
+has tested it. Flags that an earlier cleaning left in such columns are taken up and written anew. Rows that cannot be
+read pass through unchanged. --drop leaves a row out when all of its y values have one of the flags, --blank empties
+single cells. An output whose name ends in .gz is compressed.
 
-Many files: --out-dir cleans each file into a folder, several at a time, on past those that fail, and tells of each in a
-line. The folder remembers, in .tavin-clean, digests of inputs and options: what would come out the same is left out, and
-an interrupted run goes on where it ended. --stations TABLE names a CSV table with headings:
+Edited values have as many decimals as their column has in the file, or as --decimals asks for. Values are stored in 32
+bits: where a column's range leaves no room for its decimals nothing is rounded without a word, but the file is refused,
+with the most decimals that fit and the range; --decimals with that number takes it all the same.
+
+Many files: --out-dir cleans each file into a folder under its own name (a.csv.gz stays compressed), several at a time,
+on past those that fail, and tells of each in a line, with what it warns of. The folder remembers, in .tavin-clean,
+digests of inputs and options: what would come out the same is left out, and an interrupted run goes on where it ended.
+--stations TABLE names a CSV table with headings:
     file           a pattern (*, ?) for the files of the station, beside the table
     station        its name
     columns        its y columns, with semicolons between

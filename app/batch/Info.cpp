@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "app/batch/Findings.h"
+#include "app/table/Duration.h"
 
 namespace app {
 
@@ -15,9 +16,7 @@ namespace {
 
 constexpr std::size_t kWidestGaps = 5;
 
-double RealLength(const XAxis& axis, std::int64_t stored) {
-    return static_cast<double>(stored) / axis.scale.Scale();
-}
+double RealLength(const XAxis& axis, std::int64_t stored) { return double(stored) / axis.scale.Scale(); }
 
 std::string LengthText(const Table& table, double length) {
     if (table.HasTimes()) return DurationText(length);
@@ -30,7 +29,7 @@ std::vector<Spacing::Gap> WidestGaps(const std::vector<std::int32_t>& sorted, do
     const auto width = [](const Spacing::Gap& gap) { return std::int64_t{gap.to} - gap.from; };
     for (std::size_t i = 1; i < sorted.size(); ++i) {
         const Spacing::Gap gap{sorted[i - 1], sorted[i]};
-        if (static_cast<double>(width(gap)) <= limit) continue;
+        if (double(width(gap)) <= limit) continue;
         ++count;
         gaps.push_back(gap);
         if (gaps.size() <= kWidestGaps) continue;

@@ -4,6 +4,7 @@
 
 #include "app/batch/StepRunner.h"
 #include "app/table/CellNumber.h"
+#include "app/table/Duration.h"
 #include "app/table/TimeText.h"
 
 namespace app {
@@ -33,10 +34,10 @@ bool ReadWaveLength(const std::string& text, WaveLength& waveLength) {
     return true;
 }
 
-std::optional<std::int64_t> TimeFromCell(std::string_view text) {
+std::optional<selections::WrittenTime> TimeFromCell(std::string_view text) {
     ReadTime time;
     if (!ReadIsoTime(text, time)) return std::nullopt;
-    return time.at;
+    return selections::WrittenTime{time.at, !time.hasZone};
 }
 
 bool ReadNothing(const std::string&, Step&, std::string&) { return true; }

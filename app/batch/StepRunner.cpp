@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "app/table/CellNumber.h"
+#include "app/table/Zone.h"
 
 namespace app {
 
@@ -56,6 +57,11 @@ selections::TimeUnits TimeUnitsOf(const Table& table, const XAxis& axis) {
     units.microsecondsPerNumber = form == TimeForm::EpochMilliseconds   ? 1e3
                                   : form == TimeForm::EpochMicroseconds ? 1
                                                                         : 1e6;
+    if (!table.zone.empty())
+        units.fromLocal = [&zone = table.zone](std::int64_t time, bool last) {
+            ToUtc(time, zone, last);
+            return time;
+        };
     return units;
 }
 
@@ -94,8 +100,8 @@ Result<StepResult> StepRunner::Run(const Step& step) {
 selections::Samples StepRunner::MakeSamples() const {
     selections::Samples samples = selections::SamplesOf(source_);
     samples.empty = empty_;
-    samples.x = {axis_.scale.Scale(), static_cast<double>(axis_.scale.Origin())};
-    samples.y = {series_.scale.Scale(), static_cast<double>(series_.scale.Origin())};
+    samples.x = {axis_.scale.Scale(), double(axis_.scale.Origin())};
+    samples.y = {series_.scale.Scale(), double(series_.scale.Origin())};
     samples.xIsTime = table_.HasTimes();
     if (samples.xIsTime) samples.time = TimeUnitsOf(table_, axis_);
     return samples;
@@ -289,7 +295,7 @@ Result<StepResult> StepRunner::Level(const Step& step) {
 
 Result<StepResult> StepRunner::Scale(const Step& step) {
     const AxisScale& y = series_.scale;
-    const double origin = y.StoredLength(step.origin) - static_cast<double>(y.Origin());
+    const double origin = y.StoredLength(step.origin) - double(y.Origin());
     return Change([&] { return data_.ScaleSelected(step.method, step.factor, origin, true); },
                   "nothing to scale");
 }
@@ -327,7 +333,7 @@ void StepRunner::RestoreOutside(const std::vector<unsigned short>& status) {
 
 void StepRunner::KeepJudged() {
     keepsJudged_ = true;
-    series_.judged = PlaceSet(source_.GetCount());
+    if (series_.judged.PlaceCount() == 0) series_.judged = PlaceSet(source_.GetCount());
 }
 
 void StepRunner::Judge(const PlaceSet& judged) {

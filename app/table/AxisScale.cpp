@@ -28,7 +28,7 @@ double PowerOfTen(int exponent) {
 double AwayFromZero(double value) {
     // The way of most values, through integers, needs no call.
     if (std::fabs(value) < kExactCounts / 4)
-        return static_cast<double>(static_cast<std::int64_t>(value > 0 ? value + 0.5 : value - 0.5));
+        return double(static_cast<std::int64_t>(value > 0 ? value + 0.5 : value - 0.5));
     return value > 0 ? std::floor(value + 0.5) : std::ceil(value - 0.5);
 }
 
@@ -60,12 +60,10 @@ double AxisScale::Counts(double real) const {
     return AwayFromZero(decimals_ >= 0 ? real * power_ : real / power_);
 }
 
-std::int32_t AxisScale::Stored(double real) const {
-    return RoundHalfAway(Counts(real) - static_cast<double>(origin_));
-}
+std::int32_t AxisScale::Stored(double real) const { return RoundHalfAway(Counts(real) - double(origin_)); }
 
 double AxisScale::Real(std::int32_t stored) const {
-    const auto counts = static_cast<double>(origin_ + stored);
+    const auto counts = double(origin_ + stored);
     return decimals_ >= 0 ? counts / power_ : counts * power_;
 }
 
@@ -104,7 +102,7 @@ std::optional<std::int64_t> ExactFactor(const AxisScale& scale, const Values& va
     constexpr double kExact = kExactCounts / 8;  // so far the conversion through doubles rounds to the same
     for (const double edge : {extent.least, extent.most}) {
         const double counts = Scaled(edge, scale.Decimals());
-        const double stored = counts - static_cast<double>(scale.Origin());
+        const double stored = counts - double(scale.Origin());
         if (std::fabs(counts) > kExact || std::fabs(stored) > kFullRange) return std::nullopt;
     }
     return static_cast<std::int64_t>(factor);
@@ -119,9 +117,8 @@ AxisScale ScaleForTimes(const std::vector<Microseconds>& times) {
         if ((time - *least) % kSecond == 0) continue;
         while (decimals < 6 && (time - *least) % MicrosecondsPerCount(decimals) != 0) ++decimals;
     }
-    const auto span = static_cast<double>(*most - *least);
-    while (decimals > kTimeDecimalsLeast &&
-           span / static_cast<double>(MicrosecondsPerCount(decimals)) > kFullRange)
+    const auto span = double(*most - *least);
+    while (decimals > kTimeDecimalsLeast && span / double(MicrosecondsPerCount(decimals)) > kFullRange)
         --decimals;
     return {decimals, 0, *least};
 }
@@ -147,7 +144,7 @@ Exactness Examine(const AxisScale& scale, const std::vector<Microseconds>& times
         const Microseconds error = std::abs(scale.RealTime(scale.StoredTime(time)) - time);
         if (error == 0) continue;
         ++exactness.inexact;
-        exactness.largestError = std::max(exactness.largestError, static_cast<double>(error) / kSecond);
+        exactness.largestError = std::max(exactness.largestError, double(error) / kSecond);
     }
     return exactness;
 }

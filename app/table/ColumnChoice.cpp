@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "app/table/ComposedTimes.h"
+#include "app/table/QartodFlag.h"
 #include "app/table/TimeColumns.h"
+#include "app/table/ZoneNames.h"
 
 namespace app {
 
@@ -26,11 +28,18 @@ Column AsTimeForm(Column column, const std::string& timeFormat) {
     return column;
 }
 
+std::string Quoted(const Column& column) { return "\"" + column.example + "\""; }
+
+Failure HoldsNot(const Column& column, const std::string& what, const std::string& advice) {
+    const std::string cell = column.example.empty() ? ": its cells are empty" : ": " + Quoted(column);
+    return Refusal(Named(column) + " holds " + what + cell, advice).In(column.exampleLine);
+}
+
 // With several columns to choose from, the user says which are meant to be edited.
 Failure AskWhichColumns(const Choice& choice) {
     std::string names;
     for (const auto& column : choice.columns) names += (names.empty() ? "\"" : ", \"") + column.name + "\"";
-    return UsageError("which columns are to be cleaned? Name them with -y: " + names);
+    return UsageError("which columns are to be cleaned? There are " + names, "name them with -y");
 }
 
 // Text that may be a time in a form that is not known: three groups of digits, a year of our times, or digits
@@ -52,14 +61,29 @@ bool LooksLikeTime(const Column& column) {
     return year || (groups >= 3 && separated) || (groups >= 1 && SoundsLikeTime(column.name));
 }
 
+// The last letters of a time, which may name its zone.
+std::string_view LastLetters(std::string_view time) {
+    const auto begin = time.find_last_of("0123456789 :.");
+    return begin == std::string_view::npos ? time : time.substr(begin + 1);
+}
+
 Failure UnknownTimes(const Column& column) {
     if (column.role == TimeRole::Clock)
+        return Refusal(Named(column) + " holds times of the day (" + Quoted(column) + ") without a date",
+                       "join it with the column of the date: --time-column DATE+TIME, or name another column "
+                       "with -x")
+            .In(column.exampleLine);
+    const std::string zone(LastLetters(column.example));
+    if (const char* const readings = ZoneReadings(zone))
         return Refusal(
-            Named(column) + " holds times of the day (\"" + column.example + "\") without a date",
-            "join it with the column of the date: --time-column DATE+TIME, or name another column with -x");
+                   Quoted(column) + " in " + Named(column) + ": " + zone + " is " + readings,
+                   "say which with --zone, as in America/Chicago, and give --time-format a form that ends "
+                   "in %Z, as in \"%Y-%m-%d %H:%M:%S %Z\"")
+            .In(column.exampleLine);
     return Refusal(
-        Named(column) + " looks like times, but \"" + column.example + "\" is in no form that is known",
-        "say the form with --time-format, as in \"%d.%m.%Y %H:%M\", or name another column with -x");
+               Named(column) + " looks like times, but " + Quoted(column) + " is in no form that is known",
+               "say the form with --time-format, as in \"%d.%m.%Y %H:%M\", or name another column with -x")
+        .In(column.exampleLine);
 }
 
 Failure OpenDayOrder(const Column& column) {
@@ -69,9 +93,17 @@ Failure OpenDayOrder(const Column& column) {
     const auto text = column.example.substr(0, column.example.find_first_of(" T"));
     if (ReadTimeOf(TimeForm::DayFirst, text, time)) day = IsoText(time.at, false).substr(0, 10);
     if (ReadTimeOf(TimeForm::MonthFirst, text, time)) month = IsoText(time.at, false).substr(0, 10);
-    return Refusal("\"" + column.example + "\" in " + Named(column) + " is " + day +
-                       " with the day first, or " + month + " with the month first, and every row fits both",
-                   "say which with --time-format dmy or --time-format mdy");
+    return Refusal(Quoted(column) + " in " + Named(column) + " is " + day + " with the day first, or " +
+                       month + " with the month first, and every row fits both",
+                   "say which with --time-format dmy or --time-format mdy")
+        .In(column.exampleLine);
+}
+
+// Numbers that are flags of another column.
+bool IsFlagColumn(const Layout& layout, const Column& column) {
+    return std::any_of(layout.columns.begin(), layout.columns.end(), [&](const Column& other) {
+        return other.kind == ColumnKind::Number && QartodColumnName(other) == column.name;
+    });
 }
 
 // The columns named as "A+B".
@@ -142,22 +174,22 @@ Result<Choice> ChooseColumns(const Layout& layout, const ReadOptions& options) {
     if (!x) return x.Error();
     Choice choice{AsTimeForm(*x, options.timeFormat), {}};
     if (LooksLikeTime(choice.x)) return UnknownTimes(choice.x);
-    if (!HasValues(choice.x))
-        return Refusal(Named(choice.x) + " holds neither times nor numbers", "name another with -x");
+    if (!HasValues(choice.x)) return HoldsNot(choice.x, "neither times nor numbers", "name another with -x");
     if (choice.x.dayOrderOpen && options.timeFormat.empty()) return OpenDayOrder(choice.x);
     for (const auto& name : y) {
         const auto found = FindColumn(layout, name);
         if (!found) return found.Error();
         const Column& column = At(layout, *found);
         if (IsPartOf(column, choice.x)) return UsageError(Named(column) + " cannot be both x and y");
-        if (column.kind != ColumnKind::Number) return Refusal(Named(column) + " holds no numbers");
+        if (column.kind != ColumnKind::Number) return HoldsNot(column, "no numbers", {});
         const auto same = [&](const Column& other) { return other.field == column.field; };
         if (std::none_of(choice.columns.begin(), choice.columns.end(), same))
             choice.columns.push_back(column);
     }
     if (y.empty())
         for (const auto& column : layout.columns)
-            if (column.kind == ColumnKind::Number && !IsPartOf(column, choice.x))
+            if (column.kind == ColumnKind::Number && !IsPartOf(column, choice.x) &&
+                !IsFlagColumn(layout, column))
                 choice.columns.push_back(column);
     if (choice.columns.empty())
         return Refusal("beside " + Named(choice.x) + " there is no column of numbers");

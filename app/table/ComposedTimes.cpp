@@ -201,6 +201,7 @@ Column Compose(const Layout& layout, const std::vector<TimePart>& parts) {
         const Column& column = layout.columns[static_cast<std::size_t>(part.field)];
         composed.name += (composed.name.empty() ? "" : " + ") + column.name;
         composed.example += (composed.example.empty() ? "" : " ") + column.example;
+        composed.exampleLine = std::max(composed.exampleLine, column.exampleLine);
         if (part.role != TimeRole::Date) continue;
         composed.timeForm = column.timeForm;
         composed.dayOrderOpen = column.dayOrderOpen;

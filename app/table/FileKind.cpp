@@ -1,7 +1,5 @@
 #include "app/table/FileKind.h"
 
-#include <zlib.h>
-
 #include <algorithm>
 
 namespace app {
@@ -81,40 +79,6 @@ FileKind KindOfFile(std::string_view bytes) {
         return {"XML", kExport};
     if (IsJson(text)) return {"JSON", "make a CSV table of it first, for instance with jq"};
     return {};
-}
-
-bool IsGzip(std::string_view bytes) { return bytes.substr(0, 3) == "\x1F\x8B\x08"sv; }
-
-Result<std::string> Unpacked(std::string_view bytes, const std::string& name) {
-    constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
-    z_stream stream{};
-    if (inflateInit2(&stream, 15 + 16) != Z_OK) return Refusal(name + ": not enough memory to unpack it");
-    std::string unpacked;
-    std::size_t used = 0;
-    std::size_t made = 0;
-    int state = Z_OK;
-    for (;;) {
-        if (unpacked.size() - made < 65536)
-            unpacked.resize(std::max<std::size_t>(made * 2, 4 * bytes.size() + 65536));
-        const std::size_t given = std::min(bytes.size() - used, kMostAtOnce);
-        const std::size_t room = std::min(unpacked.size() - made, kMostAtOnce);
-        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data() + used));
-        stream.avail_in = static_cast<uInt>(given);
-        stream.next_out = reinterpret_cast<Bytef*>(unpacked.data() + made);
-        stream.avail_out = static_cast<uInt>(room);
-        state = inflate(&stream, Z_NO_FLUSH);
-        used += given - stream.avail_in;
-        made += room - stream.avail_out;
-        // Files may be several packed ones in a row; what follows the last of them is padding.
-        if (state == Z_STREAM_END && (!IsGzip(bytes.substr(used)) || inflateReset(&stream) != Z_OK)) break;
-        if (state != Z_OK && state != Z_STREAM_END && state != Z_BUF_ERROR) break;
-        if (used == bytes.size() && stream.avail_out > 0) break;
-    }
-    inflateEnd(&stream);
-    if (state != Z_STREAM_END)
-        return Refusal(name + ": the compressed data are damaged or break off", "get the file once more");
-    unpacked.resize(made);
-    return unpacked;
 }
 
 }  // namespace app

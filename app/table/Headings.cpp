@@ -133,13 +133,6 @@ bool Mostly(const Cells& cells, const Test& test, double share) {
     return filled > 0 && held >= share * filled;
 }
 
-bool LooksLikeUnits(const Cells& cells) { return Mostly(cells, IsUnit, 0.6); }
-bool LooksLikeDescription(const Cells& cells) {
-    return Mostly(cells, IsFormat, 1) ||
-           Mostly(
-               cells, [](const auto& cell) { return IsOneOf(kProcessings, Lower(cell)); }, 1);
-}
-
 // The cells of a comment line without its sign.
 Cells CommentCells(std::string_view line, char delimiter) {
     line = line.substr(0, LengthWithoutBreak(line));
@@ -237,6 +230,13 @@ Headings AtLine(std::string_view text, const Trial& trial, std::int64_t line) {
 }
 
 }  // namespace
+
+bool LooksLikeUnits(const Cells& cells) { return Mostly(cells, IsUnit, 0.6); }
+bool LooksLikeDescription(const Cells& cells) {
+    return Mostly(cells, IsFormat, 1) ||
+           Mostly(
+               cells, [](const auto& cell) { return IsOneOf(kProcessings, Lower(cell)); }, 1);
+}
 
 Headings FindHeadings(std::string_view text, const Trial& trial, const ReadOptions& options) {
     if (options.headerLine)

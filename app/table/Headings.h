@@ -18,6 +18,10 @@ struct Headings {
     std::vector<std::string> unitCells;
 };
 
+// Whether the cells are units; a format (10s) or what was measured (Smp, Avg).
+bool LooksLikeUnits(const std::vector<std::string>& cells);
+bool LooksLikeDescription(const std::vector<std::string>& cells);
+
 // The names stand in the last line above the data that has its width, a comment line too where no other has
 // it; a line of units, of what was measured (Smp, Avg) or of a format (10s) may follow. With a line asked
 // for, the names stand there.

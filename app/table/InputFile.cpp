@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "app/table/FileKind.h"
+#include "app/table/Gzip.h"
 #include "app/table/TextEncoding.h"
 
 namespace app {
@@ -76,12 +77,12 @@ Result<Bytes> ReadPath(const std::string& path) {
 }  // namespace
 
 Failure NotText(const std::string& name, std::int64_t line) {
-    return Refusal(name + ":" + std::to_string(line) +
-                   ": not a text file: a byte of value 0; give a table in text form (CSV)");
+    return Refusal(name + ":" + std::to_string(line) + ": not a text file: a byte of value 0",
+                   "give a table in text form (CSV)");
 }
 
 Failure ChangedInput(const std::string& name) {
-    return Refusal(name + " was written to while it was read: its parts do not belong together; try again");
+    return Refusal(name + " was written to while it was read: its parts do not belong together", "try again");
 }
 
 std::string ShownName(const std::string& path) { return path == "-" ? "standard input" : path; }

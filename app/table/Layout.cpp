@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/table/EmptyTable.h"
 #include "app/table/Headings.h"
 #include "app/table/LayoutTrial.h"
 #include "app/table/TimeColumns.h"
@@ -182,6 +183,8 @@ Result<Layout> GuessLayout(std::string_view text, const std::string& name, const
             "--header-line counts the lines of the file from 1; 0 says that no line names the columns");
     };
     if (trial.score <= 0 && headerLine > 0) return noHeadings("no table begins below this line");
+    if (trial.score <= 0)
+        if (const auto failure = EmptyTable(text, name, start, options)) return *failure;
     if (trial.score <= 0) return NoTable(text.substr(start.begin), name, trial);
     if (const auto failure = DoubtOfSign(name, layout, trial, rival)) return *failure;
     layout.delimiter = trial.delimiter;
@@ -193,6 +196,7 @@ Result<Layout> GuessLayout(std::string_view text, const std::string& name, const
     PlaceTop(layout, text, start, trial, headings);
     layout.columns = NamedColumns(trial, headings, encoding);
     FindTimes(layout, text, trial, options.timeFormat);
+    for (auto& column : layout.columns) column.example = encoding.Shown(column.example);
     NoteGroupings(layout, trial);
     return layout;
 }
@@ -203,8 +207,8 @@ Result<int> FindColumn(const Layout& layout, const std::string& wanted) {
              {column.name, column.name + " [" + column.unit + "]", column.name + " (" + column.unit + ")"})
             if (spelling == wanted) return column.field;
     double number = 0;
-    if (ReadNumber(wanted, '.', number) && number >= 1 &&
-        number <= static_cast<double>(layout.columns.size()) && number == static_cast<int>(number))
+    if (ReadNumber(wanted, '.', number) && number >= 1 && number <= double(layout.columns.size()) &&
+        number == static_cast<int>(number))
         return static_cast<int>(number) - 1;
     std::vector<std::string> known;
     std::string names;

@@ -29,6 +29,7 @@ struct Column {
     std::optional<TimeRole> role = {};  // of a column of clocks
     bool dayOrderOpen = false;          // day or month may come first, and every row fits both
     std::string example = {};           // the first filled cell, for messages
+    std::int64_t exampleLine = 0;       // and its line
     char grouping = 0;                  // between the thousands of its numbers; 0: there are none
 };
 

@@ -13,19 +13,6 @@ constexpr std::size_t kSampleRows = 1000;
 constexpr char kDelimiters[] = {'\t', ';', '|', ',', kBlanks};
 constexpr char kGroupings[] = {',', '.', ' ', '\''};
 
-Sample TakeSample(std::string_view text, Start start, char delimiter, std::size_t rows) {
-    Sample sample;
-    Records records(text, delimiter, start.begin, start.line);
-    SampleRecord row;
-    while (sample.size() < rows &&
-           records.Next(row.record, [&](int, std::string_view cell) { row.cells.emplace_back(cell); })) {
-        if (row.record.kind != Record::Row) row.cells.clear();
-        sample.push_back(std::move(row));
-        row.cells.clear();
-    }
-    return sample;
-}
-
 // Tells what a cell holds.
 class CellReader {
   public:
@@ -182,6 +169,19 @@ void Tally::Add(CellKind kind) {
 std::string_view Trial::Cell(std::size_t index, std::size_t field) const {
     const auto& cells = sample[index].cells;
     return field < cells.size() ? std::string_view(cells[field]) : std::string_view();
+}
+
+Sample TakeSample(std::string_view text, Start start, char delimiter, std::size_t records) {
+    Sample sample;
+    Records reader(text, delimiter, start.begin, start.line);
+    SampleRecord row;
+    while (sample.size() < records &&
+           reader.Next(row.record, [&](int, std::string_view cell) { row.cells.emplace_back(cell); })) {
+        if (row.record.kind != Record::Row) row.cells.clear();
+        sample.push_back(std::move(row));
+        row.cells.clear();
+    }
+    return sample;
 }
 
 Trial BestTrial(std::string_view text, Start start, const ReadOptions& options, Trial& rival) {

@@ -62,6 +62,9 @@ struct Start {
     std::int64_t line = 1;
 };
 
+// The first records of a text, cut at the delimiter.
+Sample TakeSample(std::string_view text, Start start, char delimiter, std::size_t records);
+
 // The best reading, with a large sample. Where another decimal sign reads as much, `rival` is that reading.
 Trial BestTrial(std::string_view text, Start start, const ReadOptions& options, Trial& rival);
 

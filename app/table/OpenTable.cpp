@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "app/table/FileKind.h"
+#include "app/table/Gzip.h"
 #include "app/table/InputFile.h"
 #include "app/table/ReadingNotes.h"
 #include "app/table/Zone.h"
@@ -25,8 +26,7 @@ Bytes WholeLines(Bytes bytes, std::size_t most) {
 std::optional<Failure> CheckKind(std::string_view bytes, const std::string& name) {
     const FileKind kind = KindOfFile(bytes);
     if (!kind.name) return std::nullopt;
-    return Refusal(name + ": this is " + kind.name + ", no text table" +
-                   (kind.advice ? std::string("; ") + kind.advice : ""));
+    return Refusal(name + ": this is " + kind.name + ", no text table", kind.advice ? kind.advice : "");
 }
 
 // A text of 16 or 32 bits a character as UTF-8, its byte-order mark included.
@@ -71,15 +71,14 @@ std::optional<Failure> CheckText(std::string_view text, const std::string& name)
 std::optional<Failure> CheckOptions(const ReadOptions& options) {
     if (auto failure = CheckTimeFormat(options.timeFormat)) return failure;
     if (!options.encoding.empty() && !IsKnownEncoding(options.encoding))
-        return UsageError("--encoding " + options.encoding +
-                          ": there is no such encoding; known are UTF-8, UTF-16LE, "
-                          "ISO-8859-1, windows-1252 and all other names that ICU has");
-    Microseconds time = 0;
-    if (!options.zone.empty() && !ToUtc(time, options.zone))
-        return UsageError("--zone " + options.zone +
-                          ": there is no such time zone; expected a name such as Europe/Berlin or an offset "
-                          "such as +01:00");
-    return std::nullopt;
+        return UsageError(
+            "there is no encoding \"" + options.encoding + "\"",
+            "--encoding knows UTF-8, UTF-16LE, ISO-8859-1, windows-1252 and all other names that "
+            "ICU has");
+    std::vector<Microseconds> none;
+    if (options.zone.empty()) return std::nullopt;
+    const auto zone = ToUtc(none, options.zone);
+    return zone ? std::nullopt : std::optional(zone.Error());
 }
 
 }  // namespace
@@ -94,8 +93,7 @@ Result<InputText> LoadText(const ReadOptions& options, std::size_t most) {
         auto unpacked = Unpacked(text.bytes, text.name);
         if (!unpacked) return unpacked.Error();
         text.bytes = std::move(*unpacked);
-        text.notes.push_back(
-            {ReadNote::Reading, "the file is compressed with gzip; it is written unpacked", ""});
+        text.notes.push_back({ReadNote::Reading, "the file is compressed with gzip", ""});
     }
     if (const auto failure = CheckKind(text.bytes, text.name)) return *failure;
     if (const auto failure = FindEncoding(text, options.encoding)) return *failure;
@@ -121,8 +119,9 @@ Result<Table> OpenTable(const ReadOptions& options, const Advance& advance) {
     if (!table) return table;
     table->encoding = text->encoding;
     table->input = text->input;
-    table->notes = std::move(text->notes);
-    table->notes.insert(table->notes.end(), plan->layout.notes.begin(), plan->layout.notes.end());
+    auto notes = std::move(text->notes);
+    notes.insert(notes.end(), plan->layout.notes.begin(), plan->layout.notes.end());
+    table->notes.insert(table->notes.begin(), notes.begin(), notes.end());
     if (!table->x.parts.empty())
         table->notes.push_back(
             {ReadNote::Reading, "the time is composed of " + table->x.name, "--time-column A+B"});

@@ -102,6 +102,7 @@ bool OutputFile::Open(const std::string& path) {
         file_ = STDOUT_FILENO;
         return true;
     }
+    if (IsGzipName(path)) packer_ = std::make_unique<GzipPacker>();
     path_ = FinalTarget(path);
     if (path_.empty()) {
         path_ = path;
@@ -182,12 +183,18 @@ bool OutputFile::Flush() {
     return written;
 }
 
-bool OutputFile::WriteOut(std::string_view bytes) {
+bool OutputFile::WriteOut(std::string_view bytes, bool isLast) {
     if (!error_.empty()) return false;
     if (text_) {
         text_->append(bytes);
         return true;
     }
+    if (!packer_) return WriteRaw(bytes);
+    const bool packed = packer_->Add(bytes, isLast, [&](std::string_view piece) { return WriteRaw(piece); });
+    return packed || !error_.empty() ? packed : Fail("cannot write", ENOMEM);
+}
+
+bool OutputFile::WriteRaw(std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(file_, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
@@ -198,7 +205,7 @@ bool OutputFile::WriteOut(std::string_view bytes) {
 }
 
 bool OutputFile::Commit() {
-    if (!Flush()) return false;
+    if (!Flush() || (packer_ && !WriteOut({}, true))) return false;
     if (!ownsFile_) return true;
     const bool regular = unnamed_ || !temporary_.empty();
     if (regular && (::fsync(file_) != 0 || !Name())) return Fail("cannot write", errno);

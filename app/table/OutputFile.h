@@ -5,9 +5,11 @@
 
 #include <sys/stat.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 
+#include "app/table/Gzip.h"
 #include "app/table/Result.h"
 
 namespace app {
@@ -19,8 +21,9 @@ class OutputFile {
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    // "-" is standard output. A target that is no regular file (a device, a pipe) is written directly.
-    // False: Error() says why; so for all operations.
+    // "-" is standard output. A target that is no regular file (a device, a pipe) is written directly. What
+    // is written to a file whose name ends in .gz is compressed. False: Error() says why; so for all
+    // operations.
     bool Open(const std::string& path);
     // Writes to the end of `text`, which must outlive this object.
     void OpenText(std::string& text) { text_ = &text; }
@@ -43,7 +46,8 @@ class OutputFile {
     static constexpr std::size_t kCapacity = std::size_t{1} << 18;
 
     bool WriteThrough(std::string_view bytes);
-    bool WriteOut(std::string_view bytes);
+    bool WriteOut(std::string_view bytes, bool isLast = false);
+    bool WriteRaw(std::string_view bytes);
     bool Fail(const char* what, int error);
     void Discard();
     bool OpenBeside(const std::string& folder);
@@ -57,6 +61,7 @@ class OutputFile {
     std::string error_;
     std::string lost_;
     std::string* text_ = nullptr;
+    std::unique_ptr<GzipPacker> packer_;
     int file_ = -1;
     int slot_ = -1;
     bool ownsFile_ = false;

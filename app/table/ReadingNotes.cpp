@@ -3,27 +3,50 @@
 #include <algorithm>
 #include <iterator>
 
+#include "app/table/Records.h"
 #include "app/table/Zone.h"
 
 namespace app {
 
 namespace {
 
+// The first time without a zone, beside others that have one.
+Failure SomeNameTheirZone(const Table& table) {
+    const TimeReader reader(table.x.timeForm, table.layout.customTime, table.layout.decimalSign);
+    const std::string_view text = table.bytes;
+    RecordIndex::Walk walk(table.records, table.layout.begin);
+    std::int64_t row = 0;
+    for (Span span; walk.Next();) {
+        if (walk.Role() != RecordRole::Data) continue;
+        const auto record = text.substr(walk.Begin(), walk.End() - walk.Begin());
+        ReadTime time;
+        if (FindField(record, table.layout.delimiter, table.x.field, span) &&
+            reader.Read(record.substr(span.begin, span.end - span.begin), time) && !time.hasZone)
+            break;
+        ++row;
+    }
+    const CellPlace place = FindCell(table, std::min(row, table.rows - 1), table.x.field);
+    return Refusal("\"" + place.text + "\" in column \"" + table.x.name +
+                       "\" names no zone, and other times in it do",
+                   "leave --zone out: such times are then taken as UTC")
+        .In(place.line)
+        .About(table.name);
+}
+
 std::optional<Failure> ApplyZone(Table& table, const std::string& zone) {
     if (!table.HasTimes())
-        return Refusal(table.name + ": --zone " + zone + ": column \"" + table.x.name + "\" holds no times");
-    if (table.times.zoned && table.times.local)
-        return Refusal(table.name + ": --zone " + zone + ": some times in column \"" + table.x.name +
-                       "\" name their zone and some do not");
+        return Refusal(table.name + ": column \"" + table.x.name + "\" holds no times", "leave --zone out");
+    table.zone = zone;
+    if (table.times.zoned && table.times.local) return SomeNameTheirZone(table);
     if (table.times.zoned || IsEpoch(table.x.timeForm)) {
         table.notes.push_back(
-            {ReadNote::Reading, "the times name their zone themselves: " + zone + " changes nothing", ""});
+            {ReadNote::Reading,
+             "the times name their zone themselves: " + zone + " is that of times in options", ""});
         return std::nullopt;
     }
     const auto counts = ToUtc(table.xTimes, zone);
     if (!counts) return counts.Error();
     table.times = {true, false, table.times.cut};
-    table.zone = zone;
     std::string text = "times of " + zone + " are taken to UTC";
     if (counts->repeated)
         text += "; " + Counted(counts->repeated, "time") +

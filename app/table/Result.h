@@ -2,6 +2,7 @@
 // and one message that says what, where and what to do.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -22,11 +23,17 @@ struct Failure {
     std::string message;
     // The way out on a command line, "name the delimiter with --delimiter"; a window offers its own.
     std::string advice = {};
+    std::int64_t line = 0;  // of the file that it is about; 0: of none
 
     // Message and advice for a command line, without anything that a terminal would obey.
     std::string Text() const { return SafeText(advice.empty() ? message : message + "; " + advice); }
-    // The same failure, of the file or column `what`.
-    Failure About(const std::string& what) const { return {exitCode, what + ": " + message, advice}; }
+    // The same failure, of the file or column `what`; where it has a line, of that.
+    Failure About(const std::string& what) const {
+        const std::string place = line > 0 ? what + ":" + std::to_string(line) : what;
+        return {exitCode, place + ": " + message, advice};
+    }
+    // The same failure, in that line.
+    Failure In(std::int64_t lineOfFile) const { return {exitCode, message, advice, lineOfFile}; }
 };
 
 template <class T>
@@ -52,6 +59,8 @@ inline Failure Refusal(std::string message, std::string advice = {}) {
     return {kRefused, std::move(message), std::move(advice)};
 }
 inline Failure NoData(std::string message) { return {kEmpty, std::move(message), {}}; }
-inline Failure UsageError(std::string message) { return {kWrongUsage, std::move(message), {}}; }
+inline Failure UsageError(std::string message, std::string advice = {}) {
+    return {kWrongUsage, std::move(message), std::move(advice)};
+}
 
 }  // namespace app

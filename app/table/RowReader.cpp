@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/table/QartodFlag.h"
 #include "app/table/StatusText.h"
 
 namespace app {
@@ -46,7 +47,7 @@ RowReader::RowReader(const Layout& layout, const Choice& choice, const ReadOptio
         slots_[static_cast<std::size_t>(choice.x.parts[i].field)] = kFirstPart - static_cast<int>(i);
     for (std::size_t i = 0; i < choice.columns.size(); ++i) {
         slots_[static_cast<std::size_t>(choice.columns[i].field)] = static_cast<int>(i);
-        const int statusField = FindStatusField(layout, choice.columns[i]);
+        const int statusField = FindStatusFields(layout, choice, choice.columns[i]).Telling();
         if (statusField >= 0)
             slots_[static_cast<std::size_t>(statusField)] = kFirstStatus - static_cast<int>(i);
     }
@@ -55,7 +56,7 @@ RowReader::RowReader(const Layout& layout, const Choice& choice, const ReadOptio
 Rows RowReader::NoRows() const {
     Rows rows;
     for (const auto& column : choice_.columns)
-        rows.columns.push_back({column, {}, 0, 0, 0, FindStatusField(layout_, column)});
+        rows.columns.push_back({column, {}, 0, 0, 0, FindStatusFields(layout_, choice_, column)});
     return rows;
 }
 
@@ -132,11 +133,13 @@ bool RowReader::ReadValue(std::string_view text, const Column& column, double& v
 }
 
 void RowReader::TakeStatus(std::size_t slot, std::string_view text) {
-    if (text != statusText_) {
-        const auto word = StatusFromText(text);
+    const bool areNames = rows_->columns[slot].statusFields.names >= 0;
+    if (text != statusText_ || areNames != statusIsName_) {
+        const auto word = areNames ? StatusFromText(text) : StatusFromQartod(text);
         if (!word) rows_->columns[slot].foreignStatus = true;
         statusWord_ = word.value_or(0);
         statusText_ = word ? text : std::string_view();
+        statusIsName_ = areNames;
     }
     status_[slot] = statusWord_;
 }
@@ -181,7 +184,7 @@ void RowReader::Append(bool isShort) {
             ++(cell.value == kUnreadable ? column.unreadable : column.missing);
     }
     for (std::size_t i = 0; i < status_.size(); ++i)
-        if (rows_->columns[i].statusField >= 0) rows_->columns[i].status.push_back(status_[i]);
+        if (rows_->columns[i].statusFields.Telling() >= 0) rows_->columns[i].status.push_back(status_[i]);
     if (isShort) rows_->shortRows.push_back(rows_->rows);
     ++rows_->rows;
 }
@@ -219,7 +222,7 @@ const char* RowReader::TakePlainNumber(const char* at, Cell& cell) {
     }
     if (!EndsCell(*end)) return nullptr;
     if (!namesMissing_) return end;
-    const double value = static_cast<double>(cell.decimal.mantissa) / ExactPowerOfTen(cell.decimal.decimals);
+    const double value = double(cell.decimal.mantissa) / ExactPowerOfTen(cell.decimal.decimals);
     if (missing_.IsMissing(value)) cell = {Cell::Value, {}, kMissing, 0};
     return end;
 }

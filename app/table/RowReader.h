@@ -77,6 +77,7 @@ class RowReader {
     std::vector<Cell> pending_;
     std::vector<unsigned short> status_;  // of the value columns
     std::string statusText_;              // the cell read last, and its word
+    bool statusIsName_ = true;
     unsigned short statusWord_ = 0;
     std::size_t found_ = 0;
     XState xState_ = Missing;

@@ -6,6 +6,9 @@
 #include <limits>
 #include <numeric>
 
+#include "app/table/CodedPointSource.h"
+#include "app/table/QartodFlag.h"
+
 namespace app {
 
 namespace {
@@ -19,7 +22,7 @@ double MiddleStep(const std::vector<std::int32_t>& stored) {
     if (steps.empty()) return 0;
     const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
     std::nth_element(steps.begin(), middle, steps.end());
-    return static_cast<double>(*middle);
+    return double(*middle);
 }
 
 // The power of ten that makes the middle step at least one unit.
@@ -135,9 +138,12 @@ Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, cons
     if (rows >= std::numeric_limits<std::int32_t>::max()) return series;
     const auto points = static_cast<int>(rows - column.missing - column.unreadable);
     const Column& x = table.x;
-    series.source = std::make_unique<KPointSource>(
-        CString(column.column.name), axis.scale.Scale() / axis.unitsPerReal, series.scale.Scale(),
-        CString(table.HasTimes() ? std::string("s") : x.unit), CString(column.column.unit), points, 1024);
+    const auto make = [&]<class Source>() -> std::unique_ptr<KPointSource> {
+        return std::make_unique<Source>(
+            CString(column.column.name), axis.scale.Scale() / axis.unitsPerReal, series.scale.Scale(),
+            CString(table.HasTimes() ? std::string("s") : x.unit), CString(column.column.unit), points, 1024);
+    };
+    series.source = wishes.reasons ? make.operator()<CodedPointSource>() : make.operator()<KPointSource>();
     series.source->SetOffset(0, OffsetFor(series.scale));
     if (!wishes.onlyShown) series.before.reserve(static_cast<std::size_t>(points));
     const StoredColumn stored(series.scale, column.values);
@@ -160,7 +166,11 @@ Series MakeSeries(const Table& table, const XAxis& axis, std::size_t index, cons
     unsigned short* const status = series.source->GetStatus();
     for (std::size_t r = 0; r < column.status.size(); ++r) {
         const std::int32_t point = series.PointOfRow(static_cast<std::int64_t>(r));
-        if (point != Series::kNoPoint) status[point] = column.status[r];
+        if (point == Series::kNoPoint) continue;
+        status[point] = static_cast<unsigned short>(column.status[r] & ~kWasJudged);
+        if (!(column.status[r] & kWasJudged)) continue;
+        if (series.judged.PlaceCount() == 0) series.judged = selections::PlaceSet(points);
+        series.judged.Add(point);
     }
     series.source->NoteChange();
     return series;
@@ -174,16 +184,23 @@ std::optional<Failure> CheckDecimals(const Table& table, std::size_t index, cons
     if (held >= std::max(column.decimals, askedDecimals)) return std::nullopt;
     if (askedDecimals >= 0 && askedDecimals <= most) return std::nullopt;
     const auto extent = column.values.FindExtent();
+    const double farthest = std::fabs(extent.least) > std::fabs(extent.most) ? extent.least : extent.most;
+    std::int64_t row = 0;
+    while (column.values[static_cast<std::size_t>(row)] != farthest) ++row;
+    const CellPlace place = FindCell(table, row, column.column.field);
     const std::string room =
         held >= 0 ? "there is room for " + Counted(held, "decimal")
                   : "they can only be stored in steps of " + ShortNumber(1 / series.scale.Scale());
     return Refusal(
-        table.name + ": column \"" + column.column.name + "\" has values from " + ShortNumber(extent.least) +
-            " to " + ShortNumber(extent.most) + ", for which " + room + ", not for " +
-            (askedDecimals > column.decimals ? "the " + std::to_string(askedDecimals) + " asked for"
-             : column.decimals > 0           ? "the " + std::to_string(column.decimals) + " of the file"
-                                             : std::string("whole numbers")),
-        "--decimals " + std::to_string(most) + " edits it so all the same");
+               "\"" + place.text + "\": column \"" + column.column.name + "\" has values from " +
+                   ShortNumber(extent.least) + " to " + ShortNumber(extent.most) + ", for which " + room +
+                   ", not for " +
+                   (askedDecimals > column.decimals ? "the " + std::to_string(askedDecimals) + " asked for"
+                    : column.decimals > 0 ? "the " + std::to_string(column.decimals) + " of the file"
+                                          : std::string("whole numbers")),
+               "--decimals " + std::to_string(most) + " edits it so all the same")
+        .In(place.line)
+        .About(table.name);
 }
 
 }  // namespace app

@@ -53,6 +53,7 @@ struct SeriesWishes {
     bool zeroOrigin = false;              // stored y are real y times the scale
     std::optional<AxisScale> scale = {};  // of y, instead of one made for the column
     bool onlyShown = false;               // Series::before is not wanted
+    bool reasons = false;                 // the source keeps rejection codes
 };
 
 // The series of value column `index`; null source when memory or the 2^31 points of a series do not suffice.

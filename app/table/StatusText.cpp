@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/table/QartodFlag.h"
 #include "tavin/tavin.h"
 
 namespace app {
@@ -33,13 +34,19 @@ std::optional<unsigned short> FlagsFromText(std::string_view text, char separato
 
 std::string StatusColumnName(const Column& column) { return column.name + "_status"; }
 
-int FindStatusField(const Layout& layout, const Column& column) {
-    if (!layout.hasHeader) return -1;
+StatusFields FindStatusFields(const Layout& layout, const Choice& choice, const Column& column) {
+    StatusFields fields;
+    if (!layout.hasHeader) return fields;
     for (const auto& other : layout.columns) {
-        const bool holdsWords = other.kind == ColumnKind::Text || other.kind == ColumnKind::Empty;
-        if (holdsWords && other.name == StatusColumnName(column)) return other.field;
+        const bool isChosen = std::any_of(choice.columns.begin(), choice.columns.end(),
+                                          [&](const Column& one) { return one.field == other.field; });
+        if (isChosen || IsPartOf(other, choice.x)) continue;
+        if (other.kind != ColumnKind::Number && other.name == StatusColumnName(column))
+            fields.names = other.field;
+        if (other.kind != ColumnKind::Text && other.name == QartodColumnName(column))
+            fields.qartod = other.field;
     }
-    return -1;
+    return fields;
 }
 
 }  // namespace app

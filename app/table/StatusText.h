@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/table/ColumnChoice.h"
 #include "app/table/Layout.h"
 
 namespace app {
@@ -18,7 +19,15 @@ std::optional<unsigned short> StatusFromText(std::string_view text);
 std::optional<unsigned short> FlagsFromText(std::string_view text, char separator);
 // What the status column of a value column is called.
 std::string StatusColumnName(const Column& column);
-// The field of the status column that an earlier cleaning left of `column`; -1: there is none.
-int FindStatusField(const Layout& layout, const Column& column);
+
+// The fields of the status columns that an earlier cleaning left; -1: there is none.
+struct StatusFields {
+    int names = -1;
+    int qartod = -1;
+    // The one that says more.
+    int Telling() const { return names >= 0 ? names : qartod; }
+};
+// Those of one of the chosen value columns; a column that is chosen itself is none.
+StatusFields FindStatusFields(const Layout& layout, const Choice& choice, const Column& column);
 
 }  // namespace app

@@ -1,5 +1,7 @@
 #include "app/table/Table.h"
 
+#include "app/table/Records.h"
+
 namespace app {
 
 void Rows::Clear() {
@@ -56,6 +58,19 @@ void Rows::Append(const Rows& more) {
     skippedRows += more.skippedRows;
     unreadableCells += more.unreadableCells;
     notText |= more.notText;
+}
+
+CellPlace FindCell(const Table& table, std::int64_t row, int field) {
+    const std::string_view text = table.bytes;
+    RecordIndex::Walk walk(table.records, table.layout.begin);
+    while (walk.Next() && (walk.Role() != RecordRole::Data || row-- > 0)) continue;
+    const auto begin = text.begin() + static_cast<std::ptrdiff_t>(walk.Begin());
+    CellPlace place{1 + std::count(text.begin(), begin, LineBreakOf(text)), {}};
+    Span span;
+    const auto record = text.substr(walk.Begin(), walk.End() - walk.Begin());
+    if (FindField(record, table.layout.delimiter, field, span))
+        place.text = table.encoding.Shown(record.substr(span.begin, span.end - span.begin));
+    return place;
 }
 
 }  // namespace app

@@ -10,6 +10,7 @@
 #include "app/table/Bytes.h"
 #include "app/table/Layout.h"
 #include "app/table/RecordIndex.h"
+#include "app/table/StatusText.h"
 #include "app/table/Values.h"
 
 namespace app {
@@ -20,10 +21,9 @@ struct ValueColumn {
     int decimals = 0;  // the most that a cell is written with
     std::int64_t missing = 0;
     std::int64_t unreadable = 0;
-    // Where an earlier cleaning left a status column: its field, and the status word of each row; else -1.
-    int statusField = -1;
-    std::vector<unsigned short> status = {};
-    bool foreignStatus = false;  // the column holds something else after all
+    StatusFields statusFields = {};           // that an earlier cleaning left
+    std::vector<unsigned short> status = {};  // and the status word of each row, where there is one
+    bool foreignStatus = false;               // the column holds something else after all
 };
 
 struct TimeNotes {
@@ -81,10 +81,17 @@ struct Table : Rows {
     std::vector<ReadNote> notes;
     TextEncoding encoding = TextEncoding();  // of the file
     InputDigest input = {};
-    std::string zone = {};  // that local times were taken to UTC from
+    std::string zone = {};  // of times that name none, in the file and in options; empty: UTC
     Column x;
 
     bool HasTimes() const { return x.kind == ColumnKind::Time; }
 };
+
+// A cell as it stands in the file, for messages: this looks at the text from its start.
+struct CellPlace {
+    std::int64_t line = 0;
+    std::string text;
+};
+CellPlace FindCell(const Table& table, std::int64_t row, int field);
 
 }  // namespace app

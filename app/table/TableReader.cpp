@@ -42,7 +42,7 @@ std::optional<Failure> ReadRows(Table& table, const Choice& choice, const ReadOp
         table.Append(*rows);
         table.bytes.Release(stretches.End());
         if (!advance || stretches.End() >= table.bytes.size()) continue;
-        const double part = static_cast<double>(stretches.End()) / static_cast<double>(table.bytes.size());
+        const double part = double(stretches.End()) / double(table.bytes.size());
         if (advance({part, table.rows, &table}) == Go::Stop)
             return Failure{kStopped, table.name + ": reading was stopped"};
     }
@@ -71,14 +71,19 @@ std::optional<Failure> CheckUnchanged(Table& table) {
 }
 
 // A column of the right name that holds other text is not ours.
-void DropForeignStatus(Table& table) {
+void JudgeStatusColumns(Table& table) {
     for (auto& column : table.columns) {
+        const int field = column.statusFields.Telling();
+        if (field < 0) continue;
+        const std::string name = "column \"" + table.layout.columns[static_cast<std::size_t>(field)].name;
+        table.notes.push_back(
+            {ReadNote::Reading,
+             name + (column.foreignStatus
+                         ? "\" holds other text than flags: it is left as it is"
+                         : "\" holds flags of an earlier cleaning, from which a new one goes on"),
+             ""});
         if (!column.foreignStatus) continue;
-        table.notes.push_back({ReadNote::Reading,
-                               "column \"" + StatusColumnName(column.column) +
-                                   "\" holds other text than flags: it is left as it is",
-                               ""});
-        column.statusField = -1;
+        column.statusFields = {};
         column.status = {};
     }
 }
@@ -97,7 +102,7 @@ Result<Table> ReadTable(Bytes bytes, const std::string& name, const Layout& layo
     if (const auto failure = ReadRows(table, choice, options, advance)) return *failure;
     ReturnFreeMemory();
     if (const auto failure = CheckUnchanged(table)) return *failure;
-    DropForeignStatus(table);
+    JudgeStatusColumns(table);
     if (table.notText) return NotText(name, table.lines + 1);
     if (table.rows > 0) return table;
     const Fault fault = table.faults.empty() ? Fault{1, "no rows"} : table.faults.front();

@@ -40,8 +40,8 @@ class RowWriter {
         if (table.layout.delimiter == kBlanks) empty_.assign(1, '-');
         blank_ = wishes.missing.empty() ? empty_ : Cell(wishes.missing, table.layout.delimiter);
         for (const auto& column : table.columns) {
-            if (IsQartod()) qartodFields_.push_back(FieldNamed(QartodColumnName(column.column)));
-            appends_ |= IsQartod() ? qartodFields_.back() < 0 : column.statusField < 0;
+            appends_ |= (WritesNames(column) && column.statusFields.names < 0) ||
+                        (WritesQartod(column) && column.statusFields.qartod < 0);
         }
         for (const auto& flag : kQartodFlags)
             qartodCells_[static_cast<std::size_t>(flag.value - '0')] = {table.layout.delimiter, flag.value};
@@ -87,10 +87,13 @@ class RowWriter {
         PadShortRow(text, line);
         for (std::size_t i = 0; i < table_.columns.size(); ++i) {
             const ValueColumn& column = table_.columns[i];
-            if (IsQartod() ? qartodFields_[i] >= 0 : column.statusField >= 0) continue;
-            const auto name = IsQartod() ? QartodColumnName(column.column) : StatusColumnName(column.column);
-            line += table_.layout.delimiter +
-                    (names ? Cell(table_.encoding.Stored(name), table_.layout.delimiter) : empty_);
+            const auto append = [&](const std::string& name) {
+                line += table_.layout.delimiter +
+                        (names ? Cell(table_.encoding.Stored(name), table_.layout.delimiter) : empty_);
+            };
+            if (WritesNames(column) && column.statusFields.names < 0) append(StatusColumnName(column.column));
+            if (WritesQartod(column) && column.statusFields.qartod < 0)
+                append(QartodColumnName(column.column));
         }
         return Put(line + lineBreak);
     }
@@ -163,13 +166,12 @@ class RowWriter {
         line_ += isQuoted ? value : Cell(value, table_.layout.delimiter);
     }
 
-    // A status column that an earlier cleaning left is kept true, whatever the scheme.
     void AppendStatus(std::string_view text, std::int64_t row) {
         if (appends_ && table_.IsShort(row)) PadShortRow(text, line_);
         for (std::size_t i = 0; i < series_.size(); ++i) {
-            const int field = table_.columns[i].statusField;
-            if (!IsQartod() || field >= 0) PutStatus(field, StatusCell(i, row));
-            if (IsQartod()) PutStatus(qartodFields_[i], QartodCell(i, row));
+            const ValueColumn& column = table_.columns[i];
+            if (WritesNames(column)) PutStatus(column.statusFields.names, StatusCell(i, row));
+            if (WritesQartod(column)) PutStatus(column.statusFields.qartod, QartodCell(i, row));
         }
     }
 
@@ -208,11 +210,12 @@ class RowWriter {
         return qartodCells_[static_cast<std::size_t>(value - '0')];
     }
 
-    bool IsQartod() const { return wishes_.scheme == StatusScheme::Qartod; }
-    int FieldNamed(const std::string& name) const {
-        for (const auto& column : table_.layout.columns)
-            if (column.name == name) return column.field;
-        return -1;
+    // A status column that an earlier cleaning left is kept true, whatever the scheme.
+    bool WritesNames(const ValueColumn& column) const {
+        return wishes_.scheme == StatusScheme::Names || column.statusFields.names >= 0;
+    }
+    bool WritesQartod(const ValueColumn& column) const {
+        return wishes_.scheme == StatusScheme::Qartod || column.statusFields.qartod >= 0;
     }
 
     OutputFile& output_;
@@ -223,7 +226,6 @@ class RowWriter {
     std::vector<std::size_t> byField_;  // the series in the order of their columns in the file
     std::string empty_;
     std::string blank_;
-    std::vector<int> qartodFields_;            // per series: the column of an earlier cleaning, -1: none
     std::array<std::string, 10> qartodCells_;  // per flag, the delimiter in front
     std::array<std::string, 256> cells_;       // per packed status word: the delimiter and the cell
     bool appends_ = false;                     // some series has no status column yet
@@ -247,7 +249,7 @@ bool WriteTable(OutputFile& output, const Table& table, const std::vector<Series
         if (!writer.Write(walk.Role(), text.substr(walk.Begin(), walk.End() - walk.Begin()))) return false;
         if (record % kRecordsBetweenAdvances != 0) continue;
         table.bytes.Release(walk.Begin());
-        const double part = static_cast<double>(walk.End()) / static_cast<double>(text.size());
+        const double part = double(walk.End()) / double(text.size());
         if (advance && advance({part, counts.rows}) == Go::Stop) return false;
     }
     return true;

@@ -143,7 +143,12 @@ void FindKind(Layout& layout, Column& column, std::string_view text, const Trial
               const std::string& asked) {
     const Tally& tally = trial.tallies[static_cast<std::size_t>(column.field)];
     const auto cells = CellsOf(trial, column.field);
-    if (!cells.empty()) column.example = OneLine(cells.front());
+    for (std::size_t r = trial.data; r < trial.sample.size() && column.exampleLine == 0; ++r) {
+        const auto cell = trial.Cell(r, static_cast<std::size_t>(column.field));
+        if (cell.empty()) continue;
+        column.example = OneLine(std::string(cell));
+        column.exampleLine = trial.sample[r].record.line;
+    }
     column.kind = tally.Values() + tally.texts == 0                      ? ColumnKind::Empty
                   : !tally.HasValues()                                   ? ColumnKind::Text
                   : tally.times >= std::max(tally.numbers, tally.clocks) ? ColumnKind::Time

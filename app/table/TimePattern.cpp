@@ -13,8 +13,6 @@ constexpr Shorthand kShorthands[] = {{'F', "%Y-%m-%d"}, {'D', "%m/%d/%y"}, {'T',
                                      {'R', "%H:%M"},    {'n', " "},        {'t', " "}};
 constexpr std::string_view kFields = "YymbBhdejHkIlMSfpzZaAs%";
 
-constexpr bool IsLetter(char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; }
-
 std::string Spelled(const std::string& format) {
     std::string spelled;
     for (std::size_t i = 0; i < format.size(); ++i) {
@@ -33,18 +31,10 @@ std::string Spelled(const std::string& format) {
 
 }  // namespace
 
-struct TimePattern::Parts {
-    int year = 0;
-    int month = 1;
-    int day = 1;
-    int dayOfYear = 0;
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
+struct TimePattern::Parts : CivilTime {
     bool twelve = false;  // the hour is one of twelve
     bool marked = false;  // with AM or PM
     bool afternoon = false;
-    Microseconds fraction = 0;
     Microseconds offset = 0;
     Microseconds epoch = 0;
     bool isEpoch = false;
@@ -66,14 +56,15 @@ Result<TimePattern> TimePattern::Compile(const std::string& format) {
         }
         const char field = i + 1 < spelled.size() ? spelled[++i] : '\0';
         if (field == '\0' || kFields.find(field) == std::string_view::npos)
-            return UsageError("\"" + format + "\": %" + (field ? std::string(1, field) : "") +
-                              " is no field of a time; the fields are " + FieldsText());
+            return UsageError(
+                "\"" + format + "\": %" + (field ? std::string(1, field) : "") + " is no field of a time",
+                std::string("the fields are ") + FieldsText());
         fields += field;
         pattern.pieces_.push_back(field == '%' ? Piece{0, '%'} : Piece{field, 0});
     }
     const auto has = [&](const char* any) { return fields.find_first_of(any) != std::string::npos; };
     if (!has("s") && !has("Yy"))
-        return UsageError("\"" + format + "\" names no day; it needs a year, as in \"%d.%m.%Y %H:%M\"");
+        return UsageError("\"" + format + "\" names no day: it needs a year, as in \"%d.%m.%Y %H:%M\"");
     return pattern;
 }
 
@@ -127,8 +118,9 @@ bool TimePattern::ReadPiece(Piece piece, TimeWalker& walker, Parts& parts) {
             parts.time.hasZone = true;
             return walker.Zone(parts.offset);
         case 'Z':
+            // Letters that name no one zone leave it to the option for the zone.
             parts.time.hasZone = walker.Zone(parts.offset);
-            while (!parts.time.hasZone && IsLetter(walker.Peek())) walker.Skip(walker.Peek());
+            if (!parts.time.hasZone) walker.SkipLetters();
             return true;
         case 'a':
         case 'A':
@@ -157,15 +149,12 @@ bool TimePattern::Read(std::string_view text, ReadTime& time) const {
         if (!ReadPiece(piece, walker, parts)) return false;
     walker.SkipBlanks();
     if (!walker.AtEnd()) return false;
-    std::int64_t days = 0;
-    const bool isDay = parts.isEpoch         ? true
-                       : parts.dayOfYear > 0 ? DaysOfYearDay(parts.year, parts.dayOfYear, days)
-                                             : DaysOf(parts.year, parts.month, parts.day, days);
     if (parts.twelve && parts.hour > 12) return false;
-    const int hour = parts.marked ? HourOfTwelve(parts.hour, parts.afternoon) : parts.hour;
+    if (parts.marked) parts.hour = HourOfTwelve(parts.hour, parts.afternoon);
+    Microseconds day = 0;
     Microseconds clock = 0;
-    if (!isDay || !ClockLength(hour, parts.minute, parts.second, parts.fraction, clock)) return false;
-    parts.time.at = days * kDayLength + parts.epoch + clock + parts.offset;
+    if ((!parts.isEpoch && !parts.Days(day)) || !parts.Clock(clock)) return false;
+    parts.time.at = day + parts.epoch + clock + parts.offset;
     time = parts.time;
     return true;
 }

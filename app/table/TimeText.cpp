@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "app/table/CellNumber.h"
+#include "app/table/TimeParts.h"
 
 namespace app {
 
@@ -55,7 +56,16 @@ bool SkipBetween(TimeWalker& walker, char& sign) {
     return true;
 }
 
-bool MonthOrName(TimeWalker& walker, int& month) { return walker.Digits(1, 2, month) || walker.Month(month); }
+// A month and what stands behind it; a name may be cut off with a point, or have "de" on either side.
+bool ReadMonth(TimeWalker& walker, char& sign, int& month) {
+    if (walker.Digits(1, 2, month)) return SkipBetween(walker, sign);
+    walker.SkipWord("de ");
+    if (!walker.Month(month)) return false;
+    bool any = false;
+    while (IsDateSign(walker.Peek()) || walker.Peek() == ',') any = walker.Skip(walker.Peek());
+    walker.SkipWord("de ");
+    return any;
+}
 
 bool ReadYear(TimeWalker& walker, int& year) {
     if (walker.Digits(4, 4, year)) return true;
@@ -64,48 +74,42 @@ bool ReadYear(TimeWalker& walker, int& year) {
     return true;
 }
 
-bool ReadYearFirst(TimeWalker& walker, std::int64_t& days) {
-    int year = 0;
-    int month = 0;
-    int day = 0;
+bool ReadYearFirst(TimeWalker& walker, Microseconds& at) {
+    CivilTime civil;
     char sign = 0;
-    if (!walker.Digits(4, 4, year) || !SkipBetween(walker, sign) || sign == ' ') return false;
-    if (sign == '-' && walker.Digits(3, 3, day)) return DaysOfYearDay(year, day, days);
-    return MonthOrName(walker, month) && SkipBetween(walker, sign) && walker.Digits(1, 2, day) &&
-           DaysOf(year, month, day, days);
+    if (!walker.Digits(4, 4, civil.year) || !SkipBetween(walker, sign) || sign == ' ') return false;
+    if (sign == '-' && walker.Digits(3, 3, civil.dayOfYear)) return civil.Days(at);
+    return ReadMonth(walker, sign, civil.month) && walker.Digits(1, 2, civil.day) && civil.Days(at);
 }
 
-bool ReadYearLast(TimeWalker& walker, bool monthFirst, std::int64_t& days) {
-    int year = 0;
-    int month = 0;
-    int day = 0;
+bool ReadYearLast(TimeWalker& walker, bool monthFirst, Microseconds& at) {
+    CivilTime civil;
     char sign = 0;
-    if (monthFirst)
-        return MonthOrName(walker, month) && SkipBetween(walker, sign) && walker.Digits(1, 2, day) &&
-               SkipBetween(walker, sign) && ReadYear(walker, year) && DaysOf(year, month, day, days);
-    return walker.Digits(1, 2, day) && SkipBetween(walker, sign) && MonthOrName(walker, month) &&
-           SkipBetween(walker, sign) && ReadYear(walker, year) && DaysOf(year, month, day, days);
+    const bool day = monthFirst ? ReadMonth(walker, sign, civil.month) && walker.Digits(1, 2, civil.day) &&
+                                      SkipBetween(walker, sign)
+                                : walker.Digits(1, 2, civil.day) && SkipBetween(walker, sign) &&
+                                      ReadMonth(walker, sign, civil.month);
+    return day && ReadYear(walker, civil.year) && civil.Days(at);
 }
 
 bool ReadClock(TimeWalker& walker, ReadTime& time) {
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-    Microseconds fraction = 0;
-    if (!walker.Digits(1, 2, hour) || !walker.Skip(':') || !walker.Digits(2, 2, minute)) return false;
+    CivilTime civil;
+    if (!walker.Digits(1, 2, civil.hour) || !walker.Skip(':') || !walker.Digits(2, 2, civil.minute))
+        return false;
     if (walker.Skip(':')) {
-        if (!walker.Digits(2, 2, second)) return false;
-        if ((walker.Skip('.') || walker.Skip(',')) && !walker.Fraction(kSecond, fraction, time.cut))
+        if (!walker.Digits(2, 2, civil.second)) return false;
+        if ((walker.Skip('.') || walker.Skip(',')) && !walker.Fraction(kSecond, civil.fraction, time.cut))
             return false;
     }
     walker.SkipBlanks();
     const bool afternoon = walker.SkipWord("PM") || walker.SkipWord("P.M.");
     if (afternoon || walker.SkipWord("AM") || walker.SkipWord("A.M.")) {
-        if (hour < 1 || hour > 12) return false;
-        hour = HourOfTwelve(hour, afternoon);
+        if (civil.hour < 1 || civil.hour > 12) return false;
+        civil.hour = HourOfTwelve(civil.hour, afternoon);
     }
+    walker.SkipWord("Uhr");
     Microseconds length = 0;
-    if (!ClockLength(hour, minute, second, fraction, length)) return false;
+    if (!civil.Clock(length)) return false;
     time.at += length;
     return true;
 }
@@ -119,26 +123,19 @@ bool ReadZone(TimeWalker& walker, ReadTime& time) {
 
 // YYYYMMDD and, behind nothing, T, a blank or _, hh, hhmm or hhmmss or a clock with colons.
 bool ReadCompact(TimeWalker& walker, ReadTime& time) {
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    std::int64_t days = 0;
-    if (!walker.Digits(4, 4, year) || !walker.Digits(2, 2, month) || !walker.Digits(2, 2, day)) return false;
-    if (!DaysOf(year, month, day, days)) return false;
-    time.at = days * kDayLength;
+    CivilTime civil;
+    if (!walker.Digits(4, 4, civil.year) || !walker.Digits(2, 2, civil.month) ||
+        !walker.Digits(2, 2, civil.day) || !civil.Days(time.at))
+        return false;
     if (walker.AtEnd()) return true;
     if (!walker.Skip('T') && !walker.Skip('t') && !walker.Skip('_')) walker.SkipBlanks();
     if (walker.Peek(1) == ':' || walker.Peek(2) == ':')
         return ReadClock(walker, time) && ReadZone(walker, time);
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-    Microseconds fraction = 0;
-    if (!walker.Digits(2, 2, hour)) return false;
-    if (walker.Digits(2, 2, minute) && walker.Digits(2, 2, second) && walker.Skip('.'))
-        walker.Fraction(kSecond, fraction, time.cut);
+    if (!walker.Digits(2, 2, civil.hour)) return false;
+    if (walker.Digits(2, 2, civil.minute) && walker.Digits(2, 2, civil.second) && walker.Skip('.'))
+        walker.Fraction(kSecond, civil.fraction, time.cut);
     Microseconds length = 0;
-    if (!ClockLength(hour, minute, second, fraction, length)) return false;
+    if (!civil.Clock(length)) return false;
     time.at += length;
     return ReadZone(walker, time);
 }
@@ -146,16 +143,14 @@ bool ReadCompact(TimeWalker& walker, ReadTime& time) {
 bool ReadDated(TimeForm form, std::string_view text, ReadTime& time) {
     TimeWalker walker(text);
     ReadTime read;
-    std::int64_t days = 0;
     if (form == TimeForm::Compact) {
         if (!ReadCompact(walker, read)) return false;
         time = read;
         return true;
     }
-    if (form == TimeForm::Iso ? !ReadYearFirst(walker, days)
-                              : !ReadYearLast(walker, form == TimeForm::MonthFirst, days))
+    if (form == TimeForm::Iso ? !ReadYearFirst(walker, read.at)
+                              : !ReadYearLast(walker, form == TimeForm::MonthFirst, read.at))
         return false;
-    read.at = days * kDayLength;
     if (!walker.AtEnd()) {
         walker.Skip(',');
         const bool clock = walker.Skip('T') || walker.Skip('t') || walker.Skip(':');
@@ -172,102 +167,6 @@ bool ReadEpoch(std::string_view text, char decimalSign, double unitsPerSecond, R
     const double seconds = value / unitsPerSecond;
     if (!(std::fabs(seconds) < kLatestSecond)) return false;
     time.at = static_cast<Microseconds>(std::floor(value * (kSecond / unitsPerSecond) + 0.5));
-    return true;
-}
-
-// The number of one part; false where it cannot be one.
-bool ReadPartNumber(std::string_view text, char decimalSign, double& value) {
-    return ReadNumber(text, decimalSign, value) && value >= 0 && value < 10000;
-}
-
-// Hours and minutes written as one number: 30 is 00:30, 1530 is 15:30; above 2400 seconds follow.
-bool ReadHourMinute(std::string_view text, int& hour, int& minute, int& second) {
-    double value = 0;
-    if (!ReadNumber(text, '.', value) || value < 0 || value > 240000 || value != std::floor(value))
-        return false;
-    auto digits = static_cast<int>(value);
-    second = 0;
-    if (text.size() > 4) {
-        second = digits % 100;
-        digits /= 100;
-    }
-    hour = digits / 100;
-    minute = digits % 100;
-    return true;
-}
-
-// A date and a clock summed up from the cells of several columns.
-struct Composed {
-    double year = -1;
-    double month = 1;
-    double day = 1;
-    double dayOfYear = 0;
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-    double length = 0;  // of fractions of hours, minutes and seconds, in microseconds
-    ReadTime time;      // of a date or a clock that is text
-
-    bool Add(TimeRole role, TimeForm form, std::string_view cell, char decimalSign);
-    bool Sum(ReadTime& result) const;
-};
-
-bool Composed::Add(TimeRole role, TimeForm form, std::string_view cell, char decimalSign) {
-    ReadTime part;
-    double value = 0;
-    if (role == TimeRole::Date || role == TimeRole::Clock) {
-        if (role == TimeRole::Date ? !ReadTimeOf(form, cell, part) : !ReadClockAlone(cell, part))
-            return false;
-        time.at += part.at;
-        time.hasZone |= part.hasZone;
-        time.cut |= part.cut;
-        return true;
-    }
-    if (role == TimeRole::HourMinute) return ReadHourMinute(cell, hour, minute, second);
-    if (!ReadPartNumber(cell, decimalSign, value)) return false;
-    switch (role) {
-        case TimeRole::Year:
-            year = cell.size() <= 2 ? FullYear(static_cast<int>(value)) : value;
-            break;
-        case TimeRole::Month:
-            month = value;
-            break;
-        case TimeRole::Day:
-            day = value;
-            break;
-        case TimeRole::DayOfYear:
-            dayOfYear = value;
-            break;
-        case TimeRole::Hour:
-            length += value * 3600e6;
-            return value <= 24;
-        case TimeRole::Minute:
-            length += value * 60e6;
-            return value < 60;
-        default:
-            length += value * 1e6;
-            return value <= 60;
-    }
-    return true;
-}
-
-bool Composed::Sum(ReadTime& result) const {
-    std::int64_t days = 0;
-    const double whole = dayOfYear > 0 ? dayOfYear : day;
-    if (year >= 0) {
-        const auto y = static_cast<int>(year);
-        const auto number = static_cast<int>(whole);
-        if (y != year || month != std::floor(month)) return false;
-        if (dayOfYear > 0 ? !DaysOfYearDay(y, number, days)
-                          : !DaysOf(y, static_cast<int>(month), number, days))
-            return false;
-    }
-    Microseconds clock = 0;
-    if (!ClockLength(hour, minute, second, 0, clock)) return false;
-    result = time;
-    result.at += days * kDayLength + clock +
-                 static_cast<Microseconds>(
-                     length + (whole - std::floor(whole)) * static_cast<double>(kDayLength) + 0.5);
     return true;
 }
 
@@ -289,12 +188,12 @@ std::optional<Failure> CheckTimeFormat(const std::string& format) {
     if (format.empty() || FindTimeForm(format)) return std::nullopt;
     if (format.find('%') != std::string::npos) {
         const auto pattern = TimePattern::Compile(format);
-        if (pattern) return std::nullopt;
-        return pattern.Error().About("--time-format");
+        return pattern ? std::nullopt : std::optional(pattern.Error());
     }
     std::string names;
     for (const auto& form : kTimeFormNames) names += std::string(form.name) + ", ";
-    return UsageError("--time-format " + format + ": expected " + names + "or a form with % fields");
+    return UsageError("there is no form of times \"" + format + "\"",
+                      "--time-format takes " + names + "or a form with % fields");
 }
 
 bool ReadIsoTime(std::string_view text, ReadTime& time) {
@@ -349,10 +248,7 @@ bool TimeReader::ReadParts(const std::vector<std::string>& cells, ReadTime& time
         for (const auto& cell : cells) joined.append(joined.empty() ? "" : " ").append(cell);
         return pattern_.Read(joined, time);
     }
-    Composed composed;
-    for (std::size_t i = 0; i < cells.size() && i < parts_.size(); ++i)
-        if (!composed.Add(parts_[i].role, form_, cells[i], decimalSign_)) return false;
-    return composed.Sum(time);
+    return ReadTimeParts(form_, decimalSign_, parts_, cells, time);
 }
 
 std::string IsoText(Microseconds time, bool zone) {
@@ -364,47 +260,6 @@ std::string IsoText(Microseconds time, bool zone) {
         if (text.size() == dot + 1) text.pop_back();
     }
     return zone ? text + "Z" : text;
-}
-
-namespace {
-
-struct DurationUnit {
-    const char* name;
-    double seconds;
-};
-constexpr DurationUnit kUnits[] = {{"d", 86400}, {"h", 3600}, {"min", 60}, {"s", 1}};
-
-}  // namespace
-
-std::string DurationText(double seconds) {
-    std::string text = seconds < 0 ? "-" : "";
-    double rest = std::fabs(seconds);
-    const double fraction = rest - std::floor(rest);
-    if (rest < 60 || (fraction != 0 && rest < 3600)) return text + ShortNumber(rest) + " s";
-    const char* between = "";
-    for (const auto& unit : kUnits) {
-        const double whole = unit.seconds == 1 ? rest : std::floor(rest / unit.seconds);
-        if (whole <= 0) continue;
-        text.append(between).append(ShortNumber(whole)).append(" ").append(unit.name);
-        rest -= whole * unit.seconds;
-        between = " ";
-    }
-    return text;
-}
-
-std::optional<double> ReadDuration(std::string_view text) {
-    double factor = 1;
-    for (const auto& unit : kUnits) {
-        const std::string_view name = unit.name;
-        if (text.size() <= name.size() || text.substr(text.size() - name.size()) != name) continue;
-        factor = unit.seconds;
-        text.remove_suffix(name.size());
-        break;
-    }
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    double value = 0;
-    if (!ReadNumber(text, '.', value)) return std::nullopt;
-    return value * factor;
 }
 
 }  // namespace app

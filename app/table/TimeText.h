@@ -57,7 +57,8 @@ const char* NameOf(TimeForm form);  // "" for Custom and Fields
 // points may stand for the hyphens of the date, and months be named.
 bool ReadIsoTime(std::string_view text, ReadTime& time);
 // A date of this form and, behind T, a blank or a comma, a clock: H:MM, H:MM:SS or with a fraction after . or
-// ",", with AM or PM, and then nothing, Z, UTC, or an offset +HH, +HHMM, +HH:MM.
+// ",", with AM or PM, and then nothing, the letters of a zone (Z, UTC, CET ...), or an
+// offset +HH, +HHMM, +HH:MM.
 bool ReadTimeOf(TimeForm form, std::string_view text, ReadTime& time);
 // A clock alone, as a length from midnight.
 bool ReadClockAlone(std::string_view text, ReadTime& time);
@@ -89,9 +90,5 @@ class TimeReader {
 
 // 2013-12-02T21:15:00, with a fraction where there is one and Z when `zone`.
 std::string IsoText(Microseconds time, bool zone);
-// A length of time for people: "5 min", "1 h 30 min", "36.5 s".
-std::string DurationText(double seconds);
-// Reads a length such as 90, 90s, 15min, 6h, 0.5d in seconds.
-std::optional<double> ReadDuration(std::string_view text);
 
 }  // namespace app

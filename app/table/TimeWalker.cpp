@@ -2,54 +2,66 @@
 
 #include <date/date.h>
 
-#include <iterator>
+#include "app/table/CalendarNames.h"
+#include "app/table/ZoneNames.h"
 
 namespace app {
 
 namespace {
 
-constexpr std::string_view kMonths[] = {"january",   "february", "march",    "april",
-                                        "may",       "june",     "july",     "august",
-                                        "september", "october",  "november", "december"};
-constexpr std::string_view kDays[] = {"monday", "tuesday",  "wednesday", "thursday",
-                                      "friday", "saturday", "sunday"};
+constexpr std::size_t kShortestName = 3;
 
-constexpr bool IsLetter(char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; }
+bool IsLetter(char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; }
 
-// The number of the name from 1; 0 when there is none.
-template <std::size_t N>
-int ReadName(TimeWalker& walker, const std::string_view (&names)[N]) {
-    for (std::size_t i = 0; i < N; ++i) {
-        if (!walker.SkipWord(names[i]) && !walker.SkipWord(names[i].substr(0, 4)) &&
-            !walker.SkipWord(names[i].substr(0, 3)))
-            continue;
-        return IsLetter(walker.Peek()) ? 0 : static_cast<int>(i) + 1;
-    }
-    return 0;
-}
+bool IsAnyLetter(char c) { return IsLetter(c) || static_cast<unsigned char>(c) > 127; }
 
 }  // namespace
 
+std::string_view TimeWalker::Word() const {
+    const char* end = at_;
+    while (end != end_ && IsAnyLetter(*end)) ++end;
+    return {at_, static_cast<std::size_t>(end - at_)};
+}
+
+void TimeWalker::SkipLetters() {
+    while (IsLetter(Peek())) ++at_;
+}
+
 bool TimeWalker::Month(int& month) {
-    const char* const start = at_;
-    month = ReadName(*this, kMonths);
-    if (month == 0) at_ = start;
-    return month != 0;
+    const std::string_view word = Word();
+    month = word.size() < kShortestName ? 0 : MonthNamed(word);
+    if (month == 0) return false;
+    at_ += word.size();
+    return true;
 }
 
 bool TimeWalker::Weekday() {
+    const std::string_view word = Word();
+    if (word.empty() || !IsWeekdayName(word)) return false;
+    at_ += word.size();
+    Skip('.');
+    return true;
+}
+
+bool TimeWalker::Zone(Microseconds& at) {
     const char* const start = at_;
-    if (ReadName(*this, kDays) != 0) return true;
+    const std::string_view word = Word();
+    if (!word.empty()) {
+        const auto minutes = ZoneMinutes(word);
+        if (!minutes) return false;
+        at_ += word.size();
+        const bool offset = *minutes == 0 && word.size() > 1 && (Peek() == '+' || Peek() == '-');
+        if (!offset) {
+            at -= *minutes * 60 * kSecond;
+            return true;
+        }
+    }
+    if (Offset(at)) return true;
     at_ = start;
     return false;
 }
 
-bool TimeWalker::Zone(Microseconds& at) {
-    if (SkipWord("UTC") || SkipWord("GMT")) {
-        if (Peek() != '+' && Peek() != '-') return true;
-    } else if (Skip('Z') || Skip('z')) {
-        return true;
-    }
+bool TimeWalker::Offset(Microseconds& at) {
     const bool west = Skip('-');
     if (!west && !Skip('+')) return false;
     int hours = 0;
@@ -75,6 +87,13 @@ bool DaysOfYearDay(int year, int dayOfYear, std::int64_t& days) {
     if (dayOfYear < 1 || dayOfYear > most || !DaysOf(year, 1, 1, days)) return false;
     days += dayOfYear - 1;
     return true;
+}
+
+bool CivilTime::Days(Microseconds& at) const {
+    std::int64_t days = 0;
+    const bool isDay = dayOfYear >= 0 ? DaysOfYearDay(year, dayOfYear, days) : DaysOf(year, month, day, days);
+    at = days * kDayLength;
+    return isDay;
 }
 
 bool ClockLength(int hour, int minute, int second, Microseconds fraction, Microseconds& length) {

@@ -60,14 +60,19 @@ class TimeWalker {
         }
         return at_ != start;
     }
-    // The name of a month, whole or its first three letters, "Sept" too.
+    // The letters here, those that are not of ASCII too.
+    std::string_view Word() const;
+    void SkipLetters();
+    // The name of a month, whole or cut off.
     bool Month(int& month);
-    // The name of a weekday, whole or its first three letters.
+    // The name of a weekday, whole or cut off.
     bool Weekday();
-    // Z, UTC, GMT or an offset +HH, +HHMM, +HH:MM, which is taken from `at`.
+    // Letters that name one zone, UTC+HH, or an offset +HH, +HHMM, +HH:MM; it is taken from `at`.
     bool Zone(Microseconds& at);
 
   private:
+    bool Offset(Microseconds& at);
+
     const char* at_;
     const char* end_;
 };
@@ -80,6 +85,21 @@ constexpr int FullYear(int twoDigits) { return twoDigits + (twoDigits < 70 ? 200
 // The length of a part of a day; false for one that no clock shows. 24:00:00 is the end of the day; a 60th
 // second is a leap second and falls on the next minute.
 bool ClockLength(int hour, int minute, int second, Microseconds fraction, Microseconds& length);
+// A date and a clock in the parts that they are written in.
+struct CivilTime {
+    int year = 0;
+    int month = 1;
+    int day = 1;
+    int dayOfYear = -1;  // in place of month and day; negative: not given
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    Microseconds fraction = 0;
+
+    // The start of the day; false when there is no such day.
+    bool Days(Microseconds& at) const;
+    bool Clock(Microseconds& length) const { return ClockLength(hour, minute, second, fraction, length); }
+};
 // Turns the hour of a clock of twice twelve hours into one of 24; hours above 12 stay as they are.
 constexpr int HourOfTwelve(int hour, bool afternoon) {
     return hour > 12 ? hour : hour % 12 + (afternoon ? 12 : 0);

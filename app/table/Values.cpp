@@ -79,7 +79,7 @@ void Values::AddOtherDecimal(std::int64_t mantissa, int decimals) {
         }
     }
     BecomeDoubles();
-    doubles_.push_back(static_cast<double>(mantissa) / ExactPowerOfTen(decimals));
+    doubles_.push_back(double(mantissa) / ExactPowerOfTen(decimals));
 }
 
 void Values::Add(double value, int decimals) {
@@ -90,8 +90,7 @@ void Values::Add(double value, int decimals) {
         if (std::fabs(counts) <= kMostCount) {
             const std::int64_t mantissa = std::llround(counts);
             // The double may have come from more digits than its text seems to have.
-            if (static_cast<double>(mantissa) / ExactPowerOfTen(decimals) == value)
-                return AddDecimal(mantissa, decimals);
+            if (double(mantissa) / ExactPowerOfTen(decimals) == value) return AddDecimal(mantissa, decimals);
         }
     }
     BecomeDoubles();

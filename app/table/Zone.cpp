@@ -5,6 +5,8 @@
 #include <chrono>
 #include <stdexcept>
 
+#include "app/table/ZoneNames.h"
+
 namespace app {
 
 namespace {
@@ -12,8 +14,9 @@ namespace {
 using std::chrono::microseconds;
 
 Failure NoSuchZone(const std::string& zone) {
-    return UsageError("there is no time zone \"" + zone +
-                      "\"; expected a name such as Europe/Berlin, UTC, or an offset such as +01:00");
+    const char* const readings = ZoneReadings(zone);
+    return UsageError(readings ? "\"" + zone + "\" is " + readings : "there is no time zone \"" + zone + "\"",
+                      "--zone takes a name such as Europe/Berlin, UTC, or an offset such as +01:00");
 }
 
 // A stretch of local time with one offset; outside of [begin, end) the database is asked again.
@@ -73,10 +76,10 @@ class Walk {
     bool began_ = false;
 };
 
-bool FixedOffset(const std::string& zone, Microseconds& offset) {
+// Takes an offset, or what letters say that the database does not have, from the time.
+bool FixedOffset(const std::string& zone, Microseconds& time) {
     TimeWalker walker(zone);
-    offset = 0;
-    return walker.Zone(offset) && walker.AtEnd();
+    return walker.Zone(time) && walker.AtEnd();
 }
 
 const date::time_zone* Find(const std::string& zone) {
@@ -90,13 +93,13 @@ const date::time_zone* Find(const std::string& zone) {
 }  // namespace
 
 Result<ZoneCounts> ToUtc(std::vector<Microseconds>& times, const std::string& zone) {
+    const date::time_zone* const found = Find(zone);
     Microseconds offset = 0;
-    if (FixedOffset(zone, offset)) {
+    if (!found && !FixedOffset(zone, offset)) return NoSuchZone(zone);
+    if (!found) {
         for (auto& time : times) time += offset;
         return ZoneCounts{};
     }
-    const date::time_zone* const found = Find(zone);
-    if (!found) return NoSuchZone(zone);
     Walk walk(*found);
     if (times.empty()) return walk.counts;
     const bool backwards = times.front() > times.back();
@@ -104,10 +107,11 @@ Result<ZoneCounts> ToUtc(std::vector<Microseconds>& times, const std::string& zo
     return walk.counts;
 }
 
-bool ToUtc(Microseconds& time, const std::string& zone) {
-    std::vector<Microseconds> one{time};
-    if (!ToUtc(one, zone)) return false;
-    time = one.front();
+bool ToUtc(Microseconds& time, const std::string& zone, bool last) {
+    const date::time_zone* const found = Find(zone);
+    if (!found) return FixedOffset(zone, time);
+    // Who walks backwards meets the last of two first.
+    time = Walk(*found).Next(time, last);
     return true;
 }
 

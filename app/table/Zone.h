@@ -19,7 +19,7 @@ struct ZoneCounts {
 // when the clock was set forward counts on as if it had not been.
 // `zone` is a name such as Europe/Berlin, or a fixed offset such as +01:00; others are usage errors.
 Result<ZoneCounts> ToUtc(std::vector<Microseconds>& times, const std::string& zone);
-// One time; false when there is no such zone.
-bool ToUtc(Microseconds& time, const std::string& zone);
+// One time, of an hour that is repeated the first or the last; false when there is no such zone.
+bool ToUtc(Microseconds& time, const std::string& zone, bool last = false);
 
 }  // namespace app

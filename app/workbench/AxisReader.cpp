@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/table/Duration.h"
 #include "app/workbench/TimeTicks.h"
 
 namespace app {

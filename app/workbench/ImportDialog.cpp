@@ -22,6 +22,7 @@ enum ChoiceIndex {
     kEncodingChoice,
     kDelimiterChoice,
     kDecimalChoice,
+    kSkipChoice,
     kHeaderChoice,
     kTimeChoice,
     kZoneChoice,
@@ -29,7 +30,7 @@ enum ChoiceIndex {
     kChoices
 };
 constexpr int kNoHeader = 1;  // of the options for the headings; then come the lines
-constexpr int kHeaderLines = 20;
+constexpr int kListedLines = 20;
 
 constexpr const char* kEncodings[] = {"UTF-8", "ISO-8859-1", "windows-1252", "UTF-16LE", "UTF-16BE"};
 constexpr const char* kZones[] = {"UTC",
@@ -67,6 +68,8 @@ int IndexOfForm(const std::string& name) {
     return form ? static_cast<int>(form - std::begin(kTimeFormNames)) + 1 : 0;
 }
 
+bool IsPattern(const std::string& timeFormat) { return timeFormat.find('%') != std::string::npos; }
+
 // The start of line `number` for a list; empty where there is none.
 std::string LineText(std::string_view text, int number) {
     constexpr std::size_t kMost = 50;
@@ -93,6 +96,7 @@ class ImportDialog : public CChoiceDialog {
     ReadOptions start_;
     InputText sample_;
     std::string loadedEncoding_;  // as asked for
+    int listedLines_;             // for headings and for lines to skip
     std::size_t fields_ = 0;
     std::vector<Column> columns_;  // as listed now
 };
@@ -101,14 +105,20 @@ ImportDialog::ImportDialog(const ReadOptions& start, InputText sample, CWnd* par
     : CChoiceDialog("Open a file of measurements", parent),
       start_(start),
       sample_(std::move(sample)),
-      loadedEncoding_(start.encoding) {
+      loadedEncoding_(start.encoding),
+      listedLines_(std::max({kListedLines, start.skip, static_cast<int>(start.headerLine.value_or(0))})) {
     choices.resize(kChoices);
     choices[kEncodingChoice] = {"&Encoding:", {}, IndexOf(kEncodings, start.encoding)};
     choices[kDelimiterChoice] = {"&Delimiter:", {}, IndexOf(kDelimiters, start.delimiter)};
     choices[kDecimalChoice] = {"Deci&mal sign:", {}, IndexOf(kDecimalSigns, start.decimalSign)};
-    const auto line = static_cast<int>(std::min<std::int64_t>(start.headerLine.value_or(-1), kHeaderLines));
+    choices[kSkipChoice] = {"S&kip:", {}, start.skip};
+    const auto line = static_cast<int>(start.headerLine.value_or(-1));
     choices[kHeaderChoice] = {"&Headings:", {}, line < 0 ? 0 : kNoHeader + line};
-    choices[kTimeChoice] = {"&Times:", {}, IndexOfForm(start.timeFormat)};
+    choices[kTimeChoice] = {"&Times:", {}, IndexOfForm(start.timeFormat), true};
+    if (IsPattern(start.timeFormat)) {
+        choices[kTimeChoice].chosen = Choice::kTyped;
+        choices[kTimeChoice].typed = CString(start.timeFormat);
+    }
     choices[kZoneChoice] = {"&Zone:", {}, IndexOf(kZones, start.zone)};
     choices[kXChoice] = {"&X column:", {}, 0};
     itemsLabel = "&Series (y):";
@@ -125,12 +135,13 @@ ReadOptions ImportDialog::WithoutColumns() const {
     if (const int i = chosen(kEncodingChoice)) options.encoding = kEncodings[i - 1];
     if (const int i = chosen(kDelimiterChoice)) options.delimiter = kDelimiters[i - 1];
     if (const int i = chosen(kDecimalChoice)) options.decimalSign = kDecimalSigns[i - 1];
+    options.skip = chosen(kSkipChoice);
     if (const int i = chosen(kHeaderChoice)) options.headerLine = i - kNoHeader;
     if (const int i = chosen(kZoneChoice)) options.zone = kZones[i - 1];
-    if (const int i = chosen(kTimeChoice))
-        options.timeFormat = kTimeFormNames[i - 1].name;
-    else if (options.timeFormat.find('%') == std::string::npos)
-        options.timeFormat.clear();
+    const int time = chosen(kTimeChoice);
+    options.timeFormat = time > 0    ? kTimeFormNames[time - 1].name
+                         : time == 0 ? ""
+                                     : choices[kTimeChoice].typed.GetString();
     return options;
 }
 
@@ -170,6 +181,7 @@ void ImportDialog::OnChange() {
     } else {
         wanted = Chosen();
     }
+    if (const auto failure = CheckTimeFormat(wanted.timeFormat)) return Refuse(failure->message);
     LoadSample(wanted.encoding);
     const auto layout = GuessLayout(sample_.bytes, sample_.name, wanted, sample_.encoding);
     if (!layout) return Refuse(layout.Error().message);
@@ -223,10 +235,15 @@ void ImportDialog::NameGuesses(const Layout& layout) {
                                              (layout.hasUnitsRow ? " and units" : "")
                                        : std::string("guess: none")),
               "none"};
-    for (int line = 1; line <= kHeaderLines; ++line)
-        header.emplace_back("line " + std::to_string(line) + ": " + LineText(sample_.bytes, line));
+    auto& skip = choices[kSkipChoice].options;
+    skip = {"no line"};
+    for (int line = 1; line <= listedLines_; ++line) {
+        const std::string text = std::to_string(line) + ": " + LineText(sample_.bytes, line);
+        header.emplace_back("line " + text);
+        skip.emplace_back("up to line " + text);
+    }
     auto& times = choices[kTimeChoice].options;
-    times = {start_.timeFormat.find('%') == std::string::npos ? "guess" : CString(start_.timeFormat)};
+    times = {"guess, or type a form such as %d.%m.%Y %H:%M"};
     for (const auto& form : kTimeFormNames) times.emplace_back(form.meaning);
 }
 

@@ -7,6 +7,7 @@
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -71,6 +72,12 @@ void ChoiceWidget::Build() {
         combo->setAccessibleName(SpokenName(choice.label));
         form->addRow(Text(choice.label), combo);
         connect(combo, &QComboBox::activated, this, [this] { Changed(); });
+        if (choice.takesText) {
+            combo->setEditable(true);
+            combo->setInsertPolicy(QComboBox::NoInsert);
+            combo->setCompleter(nullptr);
+            connect(combo->lineEdit(), &QLineEdit::editingFinished, this, [this] { Changed(); });
+        }
         m_combos.push_back(combo);
     }
     m_items = new QListWidget;
@@ -104,6 +111,7 @@ void ChoiceWidget::Show() {
         m_combos[i]->clear();
         for (const CString& option : choice.options) m_combos[i]->addItem(Text(option));
         m_combos[i]->setCurrentIndex(choice.chosen);
+        if (choice.takesText && choice.chosen < 0) m_combos[i]->setEditText(Text(choice.typed));
     }
     const QSignalBlocker quiet(m_items);
     const int current = m_items->currentRow();
@@ -140,8 +148,15 @@ void ChoiceWidget::ShowPreview() {
 }
 
 void ChoiceWidget::Read() {
-    for (std::size_t i = 0; i < m_combos.size(); ++i)
-        m_dialog.choices[i].chosen = std::max(0, m_combos[i]->currentIndex());
+    for (std::size_t i = 0; i < m_combos.size(); ++i) {
+        auto& choice = m_dialog.choices[i];
+        const int listed = choice.takesText
+                               ? m_combos[i]->findText(m_combos[i]->currentText(), Qt::MatchExactly)
+                               : std::max(0, m_combos[i]->currentIndex());
+        choice.chosen = listed >= 0 ? listed : CChoiceDialog::Choice::kTyped;
+        choice.typed =
+            listed >= 0 ? CString() : CString(m_combos[i]->currentText().trimmed().toUtf8().constData());
+    }
     for (int i = 0; i < m_items->count() && i < static_cast<int>(m_dialog.items.size()); ++i)
         m_dialog.items[static_cast<std::size_t>(i)].ticked = m_items->item(i)->checkState() == Qt::Checked;
 }

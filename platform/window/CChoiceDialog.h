@@ -20,6 +20,10 @@ class CChoiceDialog : public ModalQuestion {
         CString label;  // with '&' before the letter to press
         std::vector<CString> options;
         int chosen = 0;
+        // Something else than the options may be typed: it then stands in `typed`, and kTyped is chosen.
+        bool takesText = false;
+        CString typed = {};
+        static constexpr int kTyped = -1;
     };
     struct Item {
         CString text;

@@ -5,6 +5,7 @@
 
 #include "app/table/AxisScale.h"
 #include "app/table/CellNumber.h"
+#include "app/table/Duration.h"
 #include "app/table/TableReader.h"
 
 namespace app {

@@ -68,6 +68,14 @@ const FileCase kFiles[] = {
      4},
     {"day, name of the month, year", "when,v\n14-Mar-2024 08:00,1\n14-MAR-2024 09:00,2\n1-Apr-24,3\n",
      "2024-03-14T08:00:00 2024-04-01T00:00:00", "v", 1},
+    {"names of months in other languages",
+     "Zeit;v\n14. M\xC3\xA4rz 2024 08:00 Uhr;1\n14-f\xC3\xA9vr.-2025 08:00;2\n1 de dezembro de 2025 "
+     "08:00;3\n",
+     "2024-03-14T08:00:00 2025-12-01T08:00:00", "v", 1},
+    {"cut off, in Latin-1", "Zeit;v\n14.Mrz.2024;1\n14 ao\xFBt 2024;2\n14. joulukuuta 2024;3\n",
+     "2024-03-14T00:00:00 2024-12-14T00:00:00", "v", 1},
+    {"letters of zones", "t,v\n2024-03-14 08:00 CET,1\n2024-07-14 08:00 MESZ,2\n2024-07-14 08:00 EDT,3\n",
+     "2024-03-14T07:00:00Z 2024-07-14T12:00:00Z", "v", 1},
     {"compact with T, Z and without seconds",
      "time,v\n20240314T080000Z,1\n20240314T0810Z,2\n20240314T082000Z,3\n",
      "2024-03-14T08:00:00Z 2024-03-14T08:20:00Z", "v", 1},
@@ -79,6 +87,8 @@ const FileCase kFiles[] = {
     {"date and clock in two columns",
      "Date,Time,Level\n14.03.2024,08:00,1.5\n14.03.2024,08:10,2\n14.03.2024,08:20,3\n",
      "2024-03-14T08:00:00 2024-03-14T08:20:00", "Level", 1.5, "composed of Date + Time"},
+    {"the clock before the date", "clock,day,v\n08:00,14.03.2024,1\n08:10,14.03.2024,2\n08:20,14.03.2024,3\n",
+     "2024-03-14T08:00:00 2024-03-14T08:20:00", "v", 1},
     {"compact date and hhmm", "date;time;v\n20240314;0;1\n20240314;30;2\n20240314;1530;3\n",
      "2024-03-14T00:00:00 2024-03-14T15:30:00", "v", 1},
     {"year, month, day, hour, minute under comments, units below",
@@ -141,6 +151,7 @@ const FileCase kFiles[] = {
      "v", 1.234, "--decimal point"},
     {"a mark for no value", "t,v\n2024-03-14,1\n2024-03-15,-999.9\n2024-03-16,2\n",
      "2024-03-14T00:00:00 2024-03-16T00:00:00", "v", 1, "--missing -999.9"},
+    {"a value that others lie near", "t,v\n1,97\n2,98\n3,99\n", "1 3", "v", 97},
     {"UTF-16 with its mark", As("UTF-16LE", "\xEF\xBB\xBFt,H\xC3\xB6he\n1,2\n2,3\n3,4\n"), "1 3",
      "H\xC3\xB6he", 2, "UTF-16LE"},
     {"UTF-16 without", As("UTF-16BE", "t,H\xC3\xB6he\n1,2\n2,3\n3,4\n"), "1 3", "H\xC3\xB6he", 2, "UTF-16BE"},
@@ -172,7 +183,7 @@ const FileCase kFiles[] = {
      "",
      {.timeFormat = "%j/%Y %Hh", .x = "d+c"}},
     {"asked for: twelve hours",
-     "t,v\n03/14/24 12:05 PM,1\n03/14/24 01:05 PM,2\n03/15/24 12:05 AM,3\n",
+     "t,v\n03/14/24 12:05 PM,1\n03/14/24 01:05 PM,2\n03/15/24 12:05 AM,3\n03/15/24 13:05 PM,4\n",
      "2024-03-14T12:05:00 2024-03-15T00:05:00",
      "v",
      1,
@@ -185,6 +196,20 @@ const FileCase kFiles[] = {
      1,
      "twice",
      {.zone = "Europe/Berlin"}},
+    {"asked for: a zone behind letters that leave it open",
+     "t,v\n2024-03-14 08:00 CST,1\n2024-03-14 08:10 CST,2\n2024-03-14 08:20 CST,3\n",
+     "2024-03-14T13:00:00Z 2024-03-14T13:20:00Z",
+     "v",
+     1,
+     "",
+     {.timeFormat = "%Y-%m-%d %H:%M %Z", .zone = "America/Chicago"}},
+    {"asked for: a zone that is only a name for an offset",
+     "t,v\n2024-07-14 08:00,1\n2024-07-14 08:10,2\n2024-07-14 08:20,3\n",
+     "2024-07-13T22:00:00Z 2024-07-13T22:20:00Z",
+     "v",
+     1,
+     "",
+     {.zone = "AEST"}},
     {"asked for: an offset",
      "t,v\n2024-03-14 00:30,1\n2024-03-14 01:00,2\n2024-03-14 01:30,3\n",
      "2024-03-13T23:30:00Z 2024-03-14T00:30:00Z",
@@ -201,6 +226,12 @@ const FileCase kFiles[] = {
      {},
      4},
 };
+
+Result<Table> Open(const Folder& folder, const std::string& bytes, ReadOptions options) {
+    folder.Write("file", bytes);
+    options.path = folder.Path("file");
+    return OpenTable(options);
+}
 
 std::string XText(const Table& table) {
     if (!table.HasTimes()) {
@@ -231,10 +262,7 @@ TEST(Layouts, OpenRightWithoutAnOption) {
     const Folder folder;
     for (const auto& one : kFiles) {
         SCOPED_TRACE(one.about);
-        folder.Write("file", one.bytes);
-        ReadOptions options = one.options;
-        options.path = folder.Path("file");
-        const auto table = OpenTable(options);
+        const auto table = Open(folder, one.bytes, one.options);
         EXPECT_TRUE(table) << table.Error().Text();
         if (!table) continue;
         EXPECT_EQ(table->rows, one.rows);
@@ -244,6 +272,8 @@ TEST(Layouts, OpenRightWithoutAnOption) {
             EXPECT_EQ(table->columns[0].values[0], one.y);
         }
         EXPECT_NE(NotesText(*table).find(one.note), std::string::npos) << NotesText(*table);
+        EXPECT_EQ(NotesText(*table).find("looks like a mark") != std::string::npos,
+                  std::string(one.note).find("--missing") != std::string::npos);
         EXPECT_EQ(table->unreadableCells,
                   one.about == std::string("year, month, day, hour, minute under comments, units below"));
     }
@@ -258,14 +288,27 @@ TEST(Layouts, AreRefusedWhereTwoReadingsAreAsGood) {
     } cases[] = {
         {"day or month",
          "date,v\n01/02/2024 08:00,1\n01/02/2024 08:10,2\n01/02/2024 08:20,3\n",
-         {"2024-02-01", "2024-01-02", "--time-format dmy", "--time-format mdy"}},
+         {"file:2: \"01/02/2024 08:00\" in column \"date\"", "2024-02-01", "2024-01-02", "--time-format dmy",
+          "--time-format mdy"}},
+        {"letters that name several zones",
+         "t,v\n2024-03-14 08:00 CST,1\n2024-03-14 08:10 CST,2\n",
+         {"file:2: \"2024-03-14 08:00 CST\" in column \"t\": CST is -06:00 in North America, +08:00 in China",
+          "--zone", "%Z"}},
+        {"some times with a zone, some without",
+         "t,v\n2024-03-14 08:00Z,1\n2024-03-14 08:10,2\n",
+         {"file:3: \"2024-03-14 08:10\" in column \"t\" names no zone"},
+         {.zone = "Europe/Berlin"}},
+        {"no numbers",
+         "t,v,w\n1,,3\n2,b,4\n3,c,5\n",
+         {"file:3: column \"v\" holds no numbers: \"b\""},
+         {.y = {"v"}}},
         {"thousands or decimals",
          "t,v\n2024-03-14,\"1,234\"\n2024-03-15,\"2,345\"\n",
          {"file:2:", "1234 ", "1.234 ", "--decimal point", "--decimal comma"}},
         {"times in no known form, values behind them",
          "Zeit,level,temp\n14. Lenz 24 acht Uhr,1,2\n14. Lenz 24 neun Uhr,2,3\n",
-         {"column \"Zeit\"", "14. Lenz", "--time-format", "-x"}},
-        {"times over two lines", "time,v\n\"3/14\n8 h\",1\n\"3/15\n8 h\",2\n", {"\"3/14 8 h\""}},
+         {"file:2: column \"Zeit\"", "14. Lenz", "--time-format", "-x"}},
+        {"times over two lines", "time,v\n\"3/14\n8 h\",1\n\"3/15\n8 h\",2\n", {"file:2:", "\"3/14 8 h\""}},
         {"clocks without a date", "clock,v,w\n08:00,1,2\n08:10,2,3\n", {"column \"clock\"", "--time-column"}},
         {"JSON", "[{\"t\": 1, \"v\": 2}]\n", {"JSON"}},
         {"XML", "<?xml version=\"1.0\"?><a/>\n", {"XML"}},
@@ -287,10 +330,7 @@ TEST(Layouts, AreRefusedWhereTwoReadingsAreAsGood) {
     const Folder folder;
     for (const auto& one : cases) {
         SCOPED_TRACE(one.about);
-        folder.Write("file", one.bytes);
-        ReadOptions options = one.options;
-        options.path = folder.Path("file");
-        const auto table = OpenTable(options);
+        const auto table = Open(folder, one.bytes, one.options);
         ASSERT_FALSE(table);
         for (const char* part : one.parts)
             EXPECT_NE(table.Error().Text().find(part), std::string::npos) << table.Error().Text();

@@ -24,17 +24,21 @@ TEST(ManyFiles, GoesOnPastBadOnesAndTellsThemApart) {
     folder.Write("b.csv", "Dear Sir\n");
     folder.Write("c.csv", "x,y\n1,\n2,2\n3,3\n4,4\n");
     folder.Write("d.csv", "\n");
+    folder.Write("e.csv", "x,y\n1,1\n2,-999\n3,2\n2.5,1\noops,3\n");
     const std::string command =
-        "clean a.csv b.csv c.csv d.csv none.csv --out-dir out --limits :10 --translate 1 ";
+        "clean a.csv b.csv c.csv d.csv e.csv none.csv --out-dir out --limits :10 --translate 1 ";
     const auto run = folder.Run(command + "--alarm missing=:10% --alarm rows=1:");
     EXPECT_EQ(run.exitCode, 1);
     for (const char* line :
          {"done       a.csv: 4 rows, 1 flagged, 3 changed\nfailed     b.csv:1: ",
           "\nalarm      c.csv: 4 rows, 1 missing, 3 changed; missing of \"y\": 25.00 %, above "
           "10.00 %\nempty      d.csv:1: ",
+          "\ndone       e.csv: 4 rows, 4 changed; 1 row not readable (line 6: \"oops\" in column \"x\" is "
+          "not a number); "
+          "1 row of 4 stands behind later ones and is sorted in; -999 stands once",
           "\nfailed     none.csv: cannot open none.csv: No such file or directory\n"})
         EXPECT_NE(run.out.find(line), std::string::npos) << line << run.out;
-    EXPECT_EQ(run.err, "5 files: 2 failed, 1 empty, 1 alarm, 1 done\n");
+    EXPECT_EQ(run.err, "6 files: 2 failed, 1 empty, 1 alarm, 2 done\n");
     EXPECT_EQ(folder.Read("out/a.csv"),
               "x,y,y_status\n1,2,moved+edited\n2,3,moved+edited\n3,30,deleted+edited\n4,5,moved+edited\n");
     EXPECT_TRUE(std::filesystem::exists(folder.Path("out/c.csv")));
@@ -47,6 +51,8 @@ TEST(ManyFiles, GoesOnPastBadOnesAndTellsThemApart) {
     EXPECT_EQ(line["columns"][0]["missing"], 1);
     EXPECT_EQ(folder.Run("clean c.csv d.csv --out-dir out --delete --alarm missing=:10%").exitCode, 4);
     EXPECT_EQ(folder.Run("clean c.csv -o out/c.csv --delete --alarm missing=:10%").exitCode, 3);
+    EXPECT_EQ(
+        folder.Run("clean c.csv -o out/c.csv --delete --alarm missing=25%:25% --alarm rows=4:4").exitCode, 0);
 }
 
 TEST(ManyFiles, LeavesOutWhatWouldComeOutTheSame) {
@@ -112,10 +118,23 @@ TEST(ManyFiles, RefusesBeforeAnythingStarts) {
     EXPECT_EQ(folder.Count(), 4u);
 }
 
+TEST(ManyFiles, KeepsCompressedFilesCompressed) {
+    const Folder folder;
+    folder.Write("a.csv", kGood);
+    ASSERT_EQ(folder.Run("--version && gzip -k a.csv").exitCode, 0);
+    ASSERT_EQ(folder.Run("clean a.csv a.csv.gz --out-dir out --translate 1").exitCode, 0);
+    const auto cleaned = folder.Read("out/a.csv");
+    EXPECT_EQ(folder.Run("--version >/dev/null; zcat out/a.csv.gz").out, cleaned);
+    // More of it, added to the compressed output.
+    folder.Write("b.csv", std::string(kGood) + "5,5\n");
+    EXPECT_EQ(folder.Run("clean b.csv -q -o out/a.csv.gz --update --translate 1; zcat out/a.csv.gz").out,
+              cleaned + "5,6,moved+edited\n");
+}
+
 TEST(ManyFiles, CleansStations) {
     const Folder folder;
     std::filesystem::create_directory(folder.Path("data"));
-    folder.Write("data/north1.csv", "x;level;temp\n1;1,5;7\n2;99;8\n");
+    folder.Write("data/north1.csv", "x;level;temp\n1;1,5;7\n2;97;8\n");
     folder.Write("data/north2.csv", "x;level;temp\n1;1,5;70\n2;9;8\n");
     folder.Write("data/south.csv", "x,y\n1,1\n2,-9\n3,3\n");
     folder.Write("data/stations.csv",
@@ -132,7 +151,7 @@ TEST(ManyFiles, CleansStations) {
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(folder.Read("out/north1.csv"),
               "x;level;temp;level_status;temp_status\n1;2,5;8;moved+edited;moved+edited\n"
-              "2;99;9;deleted+edited;moved+edited\n");
+              "2;97;9;deleted+edited;moved+edited\n");
     EXPECT_EQ(folder.Read("other/south.csv"),
               "x,y,y_status\n1,2,moved+edited\n2,-9,missing\n3,5,moved+edited\n");
 }
@@ -184,6 +203,8 @@ TEST(ManyFiles, InfoGivesEachALine) {
               "c.csv: 4 rows, 1 value column, 1 to 4\n");
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.err.find("tavin: b.csv:1: not a table"), std::string::npos);
+    folder.Write("d.csv", "x,y\n");
+    EXPECT_EQ(folder.Run("info a.csv d.csv").exitCode, 4);
     const auto json = folder.Run("info c.csv a.csv --json --jobs 1").out;
     EXPECT_EQ(nlohmann::json::parse(json.substr(0, json.find('\n')))["file"], "c.csv");
     EXPECT_EQ(CountLines(json, "\"table\""), 2u);

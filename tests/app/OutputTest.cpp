@@ -82,6 +82,32 @@ TEST(OutputFile, ShowsNothingBeforeItIsWhole) {
     EXPECT_EQ(folder.Count(), 1u);
 }
 
+// Whatever goes wrong at the end, nothing is left beside the target.
+TEST(OutputFile, LeavesNothingWhenItCannotTakeItsPlace) {
+    const Folder folder;
+    OutputFile output;
+    ASSERT_TRUE(output.Open(folder.Path("out")) && output.Write("text"));
+    std::filesystem::create_directory(folder.Path("out"));
+    EXPECT_FALSE(output.Commit());
+    EXPECT_NE(output.Error().message.find("cannot write"), std::string::npos);
+    EXPECT_EQ(folder.Count(), 1u);
+}
+
+TEST(OutputFile, CompressesWhatItsNameSays) {
+    const Folder folder;
+    std::string text;
+    for (int i = 0; i < 100000; ++i) text += std::to_string(i) + '\n';
+    for (const std::string name : {"out.gz", "OUT.GZ"}) {
+        ASSERT_TRUE(WriteFile(folder.Path(name), text));
+        const std::string packed = folder.Read(name);
+        EXPECT_TRUE(IsGzip(packed) && packed.size() < text.size() / 2);
+        const auto unpacked = Unpacked(packed, name);
+        EXPECT_TRUE(unpacked && *unpacked == text);
+    }
+    OutputFile full;
+    EXPECT_FALSE(full.Open(folder.Path("none/out.gz")));
+}
+
 TEST(Text, LeavesTerminalsAlone) {
     EXPECT_EQ(SafeText("a\tb\n"), "a\tb\n");
     EXPECT_EQ(SafeText("gr\xC3\xB6\xC3\x9F"

@@ -168,18 +168,32 @@ TEST(TableReader, RefusesWhatIsNoTableWithOneMessage) {
     const struct {
         const char* text;
         const char* start;
+        int exitCode = kRefused;
     } cases[] = {{"Dear Sir or Madam,\nthis is a letter.\n", "t.csv:1: not a table"},
                  {"a,b\nc,d\ne,f\n", "t.csv:1: not a table"},
                  {"1\n2\n3\n", "t.csv:1: not a table"},
-                 {"# only\n# comments\n", "t.csv:1: not a table"},
-                 {"a,b\n", "t.csv:1: not a table"}};
+                 {"1,a\n", "t.csv:1: not a table"},
+                 {"# only\n# comments\n", "t.csv:1: there are remarks and no rows", kEmpty},
+                 {"Pier 3\ntime;level\n",
+                  "t.csv:2: there are headings and no rows below them: \"time\", \"level\"", kEmpty},
+                 {"A,1\nTIME,Level,T\nTS,m,C\n,Smp,Avg\n", "t.csv:2: there are headings", kEmpty}};
     for (const auto& one : cases) {
         const auto table = Read(one.text);
         ASSERT_FALSE(table) << one.text;
         EXPECT_EQ(table.Error().message.find(one.start), 0u) << table.Error().message;
-        EXPECT_EQ(table.Error().exitCode, kRefused);
+        EXPECT_EQ(table.Error().exitCode, one.exitCode);
         EXPECT_EQ(table.Error().message.find('\n'), std::string::npos);
     }
+}
+
+// A quote that is opened by mistake does not swallow rows up to the next one far below.
+TEST(TableReader, EndsARecordWhoseQuoteIsNotClosedSoon) {
+    std::string text = "a,b,c\n";
+    for (int i = 1; i < 500; ++i) text += std::to_string(i) + (i == 100 ? ",2,\"x\n" : ",2,y\n");
+    const auto table = Read(text + "500,2,y\"\n");
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->skippedRows, 1);
+    EXPECT_EQ(table->rows, 499);
 }
 
 TEST(OpenTable, KeepsWholeLinesOfAnyLineBreakAndStopsWhenAsked) {

@@ -30,6 +30,9 @@ TEST(Steps, MarkAndEditInTheSelectionOnly) {
         {"--select x=2:3 --delete --select invert --delete", "0 1 2 3 4 5 6 7 8 9"},
         {"--select x=2:3 --delete --delete", "2 3"},
         {"--delete", ""},
+        // An edit of all points selects none.
+        {"--translate 1 --delete", ""},
+        {"--median 7,3 --select x=4: --median 7,100 --select all --delete-spikes", "2"},
     };
     const Folder folder;
     folder.Write("in.csv", kTwoSpikes);
@@ -45,6 +48,49 @@ TEST(Steps, MarkAndEditInTheSelectionOnly) {
     }
 }
 
+// Times without a zone are of the zone asked for, both showings of an hour included.
+TEST(Steps, TakeTimesAsTheZoneShowsThem) {
+    const struct {
+        const char* select;
+        const char* levelled;  // the clock times of the rows, with blanks between
+    } cases[] = {
+        {"x=2024-10-27T03:00:", "03:00"},
+        {"x=2024-10-27T02:00:2024-10-27T02:30", "02:00 02:30 02:00 02:30"},
+        {"x=:2024-10-27T00:00Z", "01:30 02:00"},
+        {"x=2024-10-27T02:30+02:00:2024-10-27T02:00+01:00", "02:30 02:00"},
+    };
+    const Folder folder;
+    folder.Write("in.csv",
+                 "t,v\n2024-10-27 01:30,1\n2024-10-27 02:00,1\n2024-10-27 02:30,1\n2024-10-27 02:00,1\n"
+                 "2024-10-27 02:30,1\n2024-10-27 03:00,1\n");
+    for (const auto& one : cases) {
+        const auto run =
+            folder.Run("clean in.csv -q --zone Europe/Berlin -o - --level 7 --select all --select " +
+                       std::string(one.select) + " --level 0");
+        ASSERT_EQ(run.exitCode, 0) << run.err;
+        std::string levelled;
+        std::istringstream lines(run.out);
+        for (std::string line; std::getline(lines, line);)
+            if (line.find(",0,") != std::string::npos)
+                levelled += (levelled.empty() ? "" : " ") + line.substr(11, 5);
+        EXPECT_EQ(levelled, one.levelled) << one.select;
+    }
+}
+
+TEST(Steps, KnowWhyPointsWereRejected) {
+    const Folder folder;
+    folder.Write("in.csv", std::string(kTwoSpikes) + "10,\n11,1\n");
+    const auto run = folder.Run(
+        "clean in.csv -q -o - --median 7,3 --reject-spikes --select x=8:8 --translate 2 --select all "
+        "--fill-gaps 9 "
+        "--select 'reason(spike) or reason(moved)' --level 5");
+    EXPECT_EQ(
+        run.out,
+        "x,y,y_status\n0,1,\n1,1,\n2,5,rejected+spike+moved+edited\n3,1,\n4,1,\n5,1,\n"
+        "6,5,rejected+spike+moved+edited\n7,1,\n8,5,moved+edited\n9,1,\n10,1,interpolated+edited\n11,1,\n")
+        << run.err;
+}
+
 TEST(Steps, SayWhyTheyDidNothing) {
     const struct {
         const char* steps;
@@ -57,6 +103,7 @@ TEST(Steps, SayWhyTheyDidNothing) {
         {"--median 7,3 --select x=7: --delete-spikes", "no spikes are marked in the selection"},
         {"--median 5,3", "--select \"hampel(2,3)\" tests against one"},
         {"--fill-gaps 1", "1 cell stays empty: no value on one side, or a longer gap"},
+        {"--translate 0.4", "the amount was rounded to 0: the column is stored with 0 decimals (--decimals"},
     };
     const Folder folder;
     folder.Write("in.csv", std::string(kTwoSpikes) + "11,\n14,1\n");
@@ -144,6 +191,21 @@ TEST(Qartod, WritesTheWorstFlagOfEachPoint) {
         folder.Run("clean in.csv -q -o - --flags qartod --select x=2:4 --median 7,3 --select x=4:4 --delete")
             .out,
         "x,v,v_qartod\n0,1,2\n1,1,2\n2,9,3\n3,1,1\n4,1,4\n5,50,2\n6,1,2\n7,,9\n8,1,2\n9,1,2\n10,1,2\n");
+}
+
+// What failed stays as it is, what was tested stays so, and neither is a series of its own.
+TEST(Qartod, GoesOnFromTheFlagsOfAnEarlierCleaning) {
+    const Folder folder;
+    folder.Write("in.csv", "x,v,v_qartod\n1,1,1\n2,9,4\n3,3,2\n4,,9\n5,2,3\n6,7,8\n7,8,\n");
+    EXPECT_EQ(folder.Run("clean in.csv -q --translate 1 -o - --flags qartod").out,
+              "x,v,v_qartod\n1,2,1\n2,9,4\n3,4,2\n4,,9\n5,3,3\n6,8,8\n7,9,2\n");
+    EXPECT_EQ(folder.Run("clean in.csv -q --translate 1 -o -").out.substr(0, 66),
+              "x,v,v_qartod,v_status\n1,2,1,moved+edited\n2,9,4,deleted+edited\n3,4,");
+    EXPECT_NE(folder.Run("info in.csv").out.find("\"v_qartod\" holds flags of an earlier cleaning"),
+              std::string::npos);
+    folder.Write("in.csv", "x,v,v_qartod\n1,1,1\n2,9,5\n");
+    EXPECT_NE(folder.Run("clean in.csv -q -o - --delete").out.find("2,9,5,\n"), std::string::npos);
+    EXPECT_NE(folder.Run("info in.csv").out.find("\"v_qartod\" holds other text"), std::string::npos);
 }
 
 // A wave with -999.9 in three cells, 40 equal values from row 300, a step of 5 at row 600 and a spike at 800.

@@ -138,8 +138,8 @@ TEST_F(WorkbenchTest, TheReadersGuessesAreShownAndCanBeChanged) {
         EXPECT_EQ(dialog.preview.size(), 4u);
         EXPECT_STREQ(dialog.preview[1][1], "2,5");
         EXPECT_TRUE(dialog.items[1].ticked && dialog.items[2].ticked && !dialog.items[0].enabled);
-        dialog.choices[6].chosen = 2;  // x is b
-        dialog.choices[3].chosen = 1;  // no header
+        dialog.choices[7].chosen = 2;  // x is b
+        dialog.choices[4].chosen = 1;  // no header
         dialog.OnChange();
         EXPECT_FALSE(dialog.items[2].enabled);
         dialog.items[0].ticked = dialog.items[1].ticked = false;
@@ -153,8 +153,9 @@ TEST_F(WorkbenchTest, TheReadersGuessesAreShownAndCanBeChanged) {
     const auto request = AskHowToRead({folder.Path("german.csv")}, frame);
     SetChoiceDialogHandler(before);
     EXPECT_EQ(shown,
-              (std::vector<std::string>{"guess: UTF-8", "guess: semicolon", "guess: comma", "guess: line 1",
-                                        "guess", "guess: UTC, or as the times say", "t"}));
+              (std::vector<std::string>{"guess: UTF-8", "guess: semicolon", "guess: comma", "no line",
+                                        "guess: line 1", "guess, or type a form such as %d.%m.%Y %H:%M",
+                                        "guess: UTC, or as the times say", "t"}));
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->x, "3");
     EXPECT_EQ(request->y, std::vector<std::string>{"2"});

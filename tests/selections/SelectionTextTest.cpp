@@ -10,9 +10,10 @@ namespace selections {
 namespace {
 
 // "T5" is the time of 5 s, with a colon in it for the sake of ranges: "T:5".
-std::optional<std::int64_t> TimeOf(std::string_view text) {
-    if (text.size() != 3 || text.substr(0, 2) != "T:") return std::nullopt;
-    return (text[2] - '0') * 1000000;
+// T:4 is a time, L:4 a local one.
+std::optional<WrittenTime> TimeOf(std::string_view text) {
+    if (text.size() != 3 || (text[0] != 'T' && text[0] != 'L') || text[1] != ':') return std::nullopt;
+    return WrittenTime{(text[2] - '0') * 1000000, text[0] == 'L'};
 }
 
 TEST(SelectionText, ReadsAndWritesTheSame) {
@@ -100,11 +101,14 @@ TEST(SelectionText, MeansTimesAndNumbersAsTheAxisDoes) {
     samples.count = 5;
     samples.x = {10, 0};
     samples.xIsTime = true;
-    samples.time = {3000000, 0, 1e3};  // stored 0 is at 3 s; plain numbers are milliseconds since 1970
+    // Stored 0 is at 3 s; plain numbers are milliseconds since 1970; the clock is a second behind, or two.
+    const auto fromLocal = [](std::int64_t time, bool last) { return time + (last ? 2000000 : 1000000); };
+    samples.time = {3000000, 0, 1e3, fromLocal};
     const struct {
         const char* text;
         long points;
-    } cases[] = {{"x=T:4:T:5", 2}, {"x=4000:5000", 2}, {"x=T:4:4999", 1}, {"x=:T:3", 1}, {"gap(900ms)", 5}};
+    } cases[] = {{"x=T:4:T:5", 2}, {"x=4000:5000", 2}, {"x=T:4:4999", 1}, {"x=:T:3", 1},
+                 {"x=L:4:", 3},    {"x=:L:4", 4},      {"gap(900ms)", 5}};
     SelectionFault fault;
     for (const auto& one : cases) {
         const auto selection = Selection::Read(one.text, fault, TimeOf);
