@@ -4,29 +4,21 @@
 #include <limits>
 
 #include "platform/gdi/PointPyramid.h"
-#include "platform/gdi/PointRuns.h"
 
 namespace {
 
-// This many points are compared by their columns before the borders of the column are worth finding.
-constexpr std::size_t kCompared = 4;
-// This many points of a run are looked at one by one before whole blocks are.
-constexpr std::size_t kProbe = 8;
+// This many points of a run are looked at one by one before many are at once.
+constexpr std::size_t kProbe = 4;
 
 constexpr std::int64_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t kHighest = std::numeric_limits<std::int32_t>::max();
-
-bool Contains(SubpixelColumns::Interval interval, std::int32_t x) {
-    return x >= interval.left && x <= interval.right;
-}
 
 }  // namespace
 
 RunWalk::RunWalk(const LinePoints& line, const SubpixelColumns& columns, SubpixelColumns::Interval window,
                  std::size_t begin, std::size_t end, bool joined)
     : m_line(line),
-      m_columns(columns),
-      m_window(window),
+      m_window{columns, SaturateToInt32(window.left - 1), SaturateToInt32(window.right + 1)},
       m_next(line.NextTaken(begin, end)),
       m_end(end),
       m_joined(joined) {
@@ -43,52 +35,29 @@ std::size_t RunWalk::PieceEnd() {
     return std::min(m_end, static_cast<std::size_t>(breaks.before[m_break]));
 }
 
-SubpixelColumns::Interval RunWalk::ColumnOf(std::int32_t x) const {
-    if (x < m_window.left) return {kLowest, m_window.left - 1};
-    if (x > m_window.right) return {m_window.right + 1, kHighest};
-    const double column = m_columns.Column(x);
-    return m_columns.LogicalOf(column, column);
-}
-
-void RunWalk::Widen(CPoint p, RunScan& scan) {
-    scan.low = std::min(scan.low, p.y);
-    scan.high = std::max(scan.high, p.y);
-}
-
-// By their columns: where points are far apart most runs end here, and the borders of a column cost more.
-bool RunWalk::Compare(std::int32_t x, std::size_t end, RunScan& scan) const {
-    if (!Contains(m_window, x)) return true;
-    const double column = m_columns.Column(x);
-    for (const std::size_t stop = std::min(end, scan.next + kCompared); scan.next < stop; ++scan.next) {
+void RunWalk::Take(std::int32_t x, std::size_t end, RunScan& scan) const {
+    const double column = m_window.Column(x);
+    for (const std::size_t probed = std::min(end, scan.next + kProbe); scan.next < probed; ++scan.next) {
         if (!m_line.which.Takes(scan.next)) continue;
         const CPoint p = m_line.points[scan.next];
-        if (m_columns.Column(p.x) != column) return false;
-        Widen(p, scan);
+        if (m_window.Column(p.x) != column) return;
+        scan.low = std::min<std::int32_t>(scan.low, p.y);
+        scan.high = std::max<std::int32_t>(scan.high, p.y);
     }
-    return scan.next < end;
-}
-
-bool RunWalk::Probe(SubpixelColumns::Interval column, std::size_t end, RunScan& scan) const {
-    const std::size_t stop = std::min(BlockEnd(scan.next, end), scan.next + kProbe);
-    for (; scan.next < stop; ++scan.next) {
-        if (!m_line.which.Takes(scan.next)) continue;
-        const CPoint p = m_line.points[scan.next];
-        if (!Contains(column, p.x)) return false;
-        Widen(p, scan);
+    const auto inside = [&](std::int32_t least, std::int32_t greatest) {
+        return m_window.Column(least) == column && m_window.Column(greatest) == column;
+    };
+    while (scan.next < end) {
+        // No scan crosses the border of a block of the pyramid, so that the pyramid can take over there.
+        const std::size_t stop = m_line.pyramid ? std::min(end, PointPyramid::BlockEnd(scan.next)) : end;
+        if (m_line.pyramid && PointPyramid::BeginsBlock(scan.next)) {
+            const std::size_t before = scan.next;
+            m_line.pyramid->SkipWhile(inside, end, scan);
+            if (scan.next > before) continue;
+        }
+        ScanColumn(m_line.points, stop, m_line.which, m_window, x, scan);
+        if (scan.next < stop) return;
     }
-    return scan.next < end;
-}
-
-// No scan crosses the border of a block of the pyramid, so that the pyramid can take over there.
-std::size_t RunWalk::BlockEnd(std::size_t i, std::size_t end) const {
-    return m_line.pyramid ? std::min(end, PointPyramid::BlockEnd(i)) : end;
-}
-
-void RunWalk::Scan(SubpixelColumns::Interval column, std::size_t end, RunScan& scan) const {
-    const auto left = static_cast<std::int32_t>(column.left), right = static_cast<std::int32_t>(column.right);
-    if (m_line.pyramid && PointPyramid::BeginsBlock(scan.next))
-        m_line.pyramid->SkipInside(end, left, right, scan);
-    ScanBlocksInside(m_line.points, BlockEnd(scan.next, end), m_line.which, left, right, scan);
 }
 
 bool RunWalk::Next(LineRun& run) {
@@ -98,10 +67,7 @@ bool RunWalk::Next(LineRun& run) {
     run.begin = static_cast<std::uint32_t>(m_next);
     run.joined = m_joined;
     RunScan scan{m_next + 1, run.first.y, run.first.y};
-    if (Compare(run.first.x, end, scan)) {
-        const SubpixelColumns::Interval column = ColumnOf(run.first.x);
-        while (Probe(column, end, scan)) Scan(column, end, scan);
-    }
+    Take(run.first.x, end, scan);
     const std::size_t last = m_line.LastTaken(m_next, scan.next);
     run.last = m_line.points[last];
     run.single = last == m_next;

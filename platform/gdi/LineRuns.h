@@ -7,12 +7,11 @@
 #include <span>
 #include <vector>
 
+#include "platform/gdi/ColumnScan.h"
 #include "platform/gdi/LineBreaks.h"
 #include "platform/gdi/StatusFilter.h"
-#include "platform/gdi/Subpixels.h"
 
 class PointPyramid;
-struct RunScan;
 
 struct LineRun {
     CPoint first, last;      // logical
@@ -55,17 +54,11 @@ class RunWalk {
 
   private:
     std::size_t PieceEnd();
-    SubpixelColumns::Interval ColumnOf(std::int32_t x) const;
-    std::size_t BlockEnd(std::size_t i, std::size_t end) const;
-    static void Widen(CPoint p, RunScan& scan);
-    // Take points into a run that lie in its column. False when the run ends there.
-    bool Compare(std::int32_t x, std::size_t end, RunScan& scan) const;
-    bool Probe(SubpixelColumns::Interval column, std::size_t end, RunScan& scan) const;
-    void Scan(SubpixelColumns::Interval column, std::size_t end, RunScan& scan) const;
+    // Takes the points into a run that lie in the column of x.
+    void Take(std::int32_t x, std::size_t end, RunScan& scan) const;
 
     const LinePoints& m_line;
-    const SubpixelColumns& m_columns;
-    SubpixelColumns::Interval m_window;
+    ColumnWindow m_window;
     std::size_t m_next, m_end;
     bool m_joined;
     int m_break;  // no break before it lies behind m_next

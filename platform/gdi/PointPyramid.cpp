@@ -107,38 +107,6 @@ bool PointPyramid::Describes(const CPoint* points, std::size_t count, const Stat
            which.mask == m_which.mask && which.value == m_which.value;
 }
 
-void PointPyramid::SkipInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const {
-    const std::size_t stop = std::min(end, m_count) / kPointBlock;
-    std::size_t block = scan.next / kPointBlock;
-    while (block < stop) {
-        const std::size_t inside = Inside(block, stop, left, right, scan);
-        if (inside == 0) break;
-        block += inside;
-    }
-    scan.next = std::max(scan.next, block * kPointBlock);
-}
-
-std::size_t PointPyramid::Inside(std::size_t block, std::size_t stop, std::int32_t left, std::int32_t right,
-                                 RunScan& scan) const {
-    std::size_t inside = 0;
-    PointExtremes extremes{};
-    // From fine to coarse: the coarsest group that begins here and lies inside.
-    std::size_t size = 1;
-    for (const std::vector<PointExtremes>& level : m_levels) {
-        if (block % size != 0 || block + size > stop) break;
-        const PointExtremes& group = level[block / size];
-        if (group.minX < left || group.maxX > right) break;
-        extremes = group;
-        inside = size;
-        size *= kGroup;
-    }
-    if (inside != 0) {
-        scan.low = std::min(scan.low, extremes.minY);
-        scan.high = std::max(scan.high, extremes.maxY);
-    }
-    return inside;
-}
-
 KeptLine* PointPyramids::Of(const void* series, std::uint64_t changes, const CPoint* points,
                             std::size_t count, const StatusFilter& which) {
     const auto kept = m_kept.find(series);

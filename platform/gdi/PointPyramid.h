@@ -2,6 +2,7 @@
 // to be reduced again in another mapping without looking at every point. A quarter of a byte per point.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -22,9 +23,10 @@ class PointPyramid {
     // described.
     bool Resembles() const;
 
-    // Goes on from scan.next, which begins a block, over whole blocks before `end` as long as their points
-    // lie within left <= x <= right.
-    void SkipInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const;
+    // Goes on from scan.next, which begins a block, over whole blocks before `end` as long as
+    // inside(least x, greatest x) holds for their points.
+    template <class Inside>
+    void SkipWhile(Inside&& inside, std::size_t end, RunScan& scan) const;
 
     // Whether x turns back somewhere between blocks of the points taken.
     enum class Order { None, Rising, Falling };
@@ -45,8 +47,8 @@ class PointPyramid {
 
     // How many blocks from `block` on, all of them before `stop`, lie inside together; 0 when not even one
     // does.
-    std::size_t Inside(std::size_t block, std::size_t stop, std::int32_t left, std::int32_t right,
-                       RunScan& scan) const;
+    template <class Inside>
+    std::size_t CountInside(Inside& inside, std::size_t block, std::size_t stop, RunScan& scan) const;
 
     std::uint64_t Sample() const;
     Order FindOrder() const;
@@ -60,6 +62,41 @@ class PointPyramid {
     std::vector<std::vector<PointExtremes>> m_levels;  // of blocks, of groups of kGroup blocks, and so on
     Order m_order;
 };
+
+template <class Inside>
+void PointPyramid::SkipWhile(Inside&& inside, std::size_t end, RunScan& scan) const {
+    const std::size_t stop = std::min(end, m_count) / kPointBlock;
+    std::size_t block = scan.next / kPointBlock;
+    while (block < stop) {
+        const std::size_t skipped = CountInside(inside, block, stop, scan);
+        if (skipped == 0) break;
+        block += skipped;
+    }
+    scan.next = std::max(scan.next, block * kPointBlock);
+}
+
+template <class Inside>
+std::size_t PointPyramid::CountInside(Inside& inside, std::size_t block, std::size_t stop,
+                                      RunScan& scan) const {
+    std::size_t count = 0;
+    PointExtremes extremes{};
+    // From fine to coarse: the coarsest group that begins here and lies inside.
+    std::size_t size = 1;
+    for (const std::vector<PointExtremes>& level : m_levels) {
+        if (block % size != 0 || block + size > stop) break;
+        const PointExtremes& group = level[block / size];
+        // A group none of whose points is taken lies anywhere.
+        if (group.minX <= group.maxX && !inside(group.minX, group.maxX)) break;
+        extremes = group;
+        count = size;
+        size *= kGroup;
+    }
+    if (count != 0) {
+        scan.low = std::min(scan.low, extremes.minY);
+        scan.high = std::max(scan.high, extremes.maxY);
+    }
+    return count;
+}
 
 // What is kept of one series.
 struct KeptLine {

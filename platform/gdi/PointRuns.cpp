@@ -1,34 +1,13 @@
 #include "platform/gdi/PointRuns.h"
 
-#include <cstring>
-
 #include "platform/core/Cpu.h"
+#include "platform/gdi/PointVectors.h"
 
 namespace {
 
-// Four points, x and y in turn. Minimum and maximum over such vectors give those of x and of y in one go.
-typedef std::int32_t Points __attribute__((vector_size(32)));
-typedef std::int64_t Lanes __attribute__((vector_size(32)));
-typedef std::int16_t Words __attribute__((vector_size(8)));
+using namespace vectors;
+
 constexpr std::size_t kBlock = 16;
-constexpr std::size_t kAtOnce = 4;
-
-#define TAVIN_INLINE inline __attribute__((always_inline))
-
-TAVIN_INLINE void Broadcast(Points& to, std::int32_t x, std::int32_t y) {
-    to = Points{x, y, x, y, x, y, x, y};
-}
-
-// Replaces the points that the filter does not take by the neutral one.
-TAVIN_INLINE void Mask(Points& points, const Points& neutral, const std::uint16_t* status, std::uint16_t mask,
-                       std::uint16_t value) {
-    Words words;
-    std::memcpy(&words, status, sizeof words);
-    const auto m = static_cast<std::int16_t>(mask), v = static_cast<std::int16_t>(value);
-    const Words taken = (words & Words{m, m, m, m}) == Words{v, v, v, v};
-    const Points lanes = (Points) __builtin_convertvector(taken, Lanes);
-    points = (points & lanes) | (neutral & ~lanes);
-}
 
 template <bool kFiltered>
 TAVIN_INLINE void Scan(const CPoint* points, std::size_t count, const StatusFilter& which, std::int32_t left,
@@ -46,12 +25,11 @@ TAVIN_INLINE void Scan(const CPoint* points, std::size_t count, const StatusFilt
         for (std::size_t k = 0; k < kBlock; k += kAtOnce) {
             Points p;
             std::memcpy(&p, points + i + k, sizeof p);
-            if constexpr (kFiltered) Mask(p, neutral, which.status + i + k, which.mask, which.value);
+            if constexpr (kFiltered) Mask(p, neutral, which.status + i + k, which);
             blockLeast = p < blockLeast ? p : blockLeast;
             blockGreatest = p > blockGreatest ? p : blockGreatest;
         }
-        const Lanes outside = (Lanes)((blockLeast < lowest) | (blockGreatest > highest));
-        if (outside[0] | outside[1] | outside[2] | outside[3]) break;
+        if (Any((Lanes)((blockLeast < lowest) | (blockGreatest > highest)))) break;
         least = blockLeast;
         greatest = blockGreatest;
     }
@@ -75,8 +53,8 @@ TAVIN_INLINE void Extremes(const CPoint* points, std::size_t blocks, const Statu
             std::memcpy(&low, points + k, sizeof low);
             high = low;
             if constexpr (kFiltered) {
-                Mask(low, least0, which.status + k, which.mask, which.value);
-                Mask(high, greatest0, which.status + k, which.mask, which.value);
+                Mask(low, least0, which.status + k, which);
+                Mask(high, greatest0, which.status + k, which);
             }
             least = low < least ? low : least;
             greatest = high > greatest ? high : greatest;

@@ -118,7 +118,10 @@ class ReducedPolyline {
     }
 
     void ScanInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const {
-        if (m_pyramid && PointPyramid::BeginsBlock(scan.next)) m_pyramid->SkipInside(end, left, right, scan);
+        const auto inside = [=](std::int32_t least, std::int32_t greatest) {
+            return least >= left && greatest <= right;
+        };
+        if (m_pyramid && PointPyramid::BeginsBlock(scan.next)) m_pyramid->SkipWhile(inside, end, scan);
         ScanBlocksInside(m_points, BlockEnd(scan.next, end), m_which, left, right, scan);
     }
 

@@ -68,11 +68,33 @@ struct Board {
           rows(g.Bottom() - g.Top()) {}
 };
 
-// Spans of kAtOnce sub-columns. Most are known to be covered where a picture is dense: that costs one
-// comparison of vectors.
+// Widens the last spans of kAtOnce sub-columns by spans that touch them, and begins those that do not.
+TAVIN_INLINE void Widen(const Board& board, int column, const Sixteen& from, const Sixteen& to) {
+    for (int h = 0; h < 2; ++h) {
+        int* const coveredFrom = board.coveredFrom + column + 8 * h;
+        int* const coveredTo = board.coveredTo + column + 8 * h;
+        const Eight &a = from.half[h], &b = to.half[h];
+        Eight knownFrom, knownTo;
+        Load(knownFrom, coveredFrom);
+        Load(knownTo, coveredTo);
+        const Eight news = ((a < knownFrom) | (b > knownTo)) & (a < b);
+        const Eight apart = ((b < knownFrom) | (a > knownTo)) & news;
+        const Eight touching = news & ~apart;
+        knownFrom = touching & (a < knownFrom) ? a : knownFrom;
+        knownTo = touching & (b > knownTo) ? b : knownTo;
+        std::memcpy(coveredFrom, &knownFrom, sizeof knownFrom);
+        std::memcpy(coveredTo, &knownTo, sizeof knownTo);
+        if (!Any(apart)) continue;
+        for (int i = 0; i < 8; ++i)
+            if (apart[i]) board.grid.Begin(column + 8 * h + i, a[i], b[i]);
+    }
+}
+
+// Spans of kAtOnce sub-columns. Most are covered already where a picture is dense: that costs one comparison
+// of vectors.
 TAVIN_INLINE void AddSpans(const Board& board, int column, Sixteen& from, Sixteen& to) {
-    const int* const coveredFrom = board.coveredFrom + column;
-    const int* const coveredTo = board.coveredTo + column;
+    int* const coveredFrom = board.coveredFrom + column;
+    int* const coveredTo = board.coveredTo + column;
     Eight news{};
     for (int h = 0; h < 2; ++h) {
         Eight &a = from.half[h], &b = to.half[h];
@@ -83,11 +105,7 @@ TAVIN_INLINE void AddSpans(const Board& board, int column, Sixteen& from, Sixtee
         b = b > board.rows ? Eight{} + board.rows : b;
         news |= ((a < knownFrom) | (b > knownTo)) & (a < b);
     }
-    if (!Any(news)) return;
-    for (int i = 0; i < kAtOnce; ++i) {
-        const int a = from.half[i / 8][i % 8], b = to.half[i / 8][i % 8];
-        if (a < b && (a < coveredFrom[i] || b > coveredTo[i])) board.grid.Add(column + i, a, b);
-    }
+    if (Any(news)) Widen(board, column, from, to);
 }
 
 // An upright stroke on a line of the lattice; x in sub-pixels, y in parts of a sub-row.
@@ -182,16 +200,31 @@ TAVIN_INLINE void UprightAt(const Board& board, const StrokePlan& plan, const Ro
     Upright(board, tip, static_cast<int>(x), std::min(a, b), std::max(a, b));
 }
 
+// Whether the uprights at either end of a segment cover all of it: both reach beyond its ends by more than
+// what their tips lack in the few columns between them.
+TAVIN_INLINE bool IsHidden(const LineRun& before, const LineRun& run, double columns, double rowsPerUnit) {
+    constexpr double kFarthestApart = 4.0, kMargin = 1.0;
+    if (before.single || run.single || std::abs(columns) > kFarthestApart) return false;
+    const std::int32_t low = std::min(before.last.y, run.first.y),
+                       high = std::max(before.last.y, run.first.y);
+    const double below = double(low) - std::max(before.low, run.low);
+    const double above = std::min(before.high, run.high) - double(high);
+    return std::min(below, above) * rowsPerUnit >= kMargin;
+}
+
 TAVIN_INLINE void Runs(SubpixelGrid& grid, const StrokePlan& plan, std::span<const LineRun> runs, bool last) {
     const Board board(grid);
     const auto device = [&](std::int32_t x) { return plan.columns.Column(x) + plan.columns.Shift(); };
+    const double rowsPerUnit = std::abs(plan.rows.At(1) - plan.rows.At(0));
     for (std::size_t i = 0; i < runs.size(); ++i) {
         const LineRun& run = runs[i];
         const bool isLast = i + 1 == runs.size();
         if (run.joined && i > 0) {
-            const CPoint before = runs[i - 1].last;
-            DrawSegment(board, plan.line.Radius(), device(before.x), plan.rows.At(before.y),
-                        device(run.first.x), plan.rows.At(run.first.y));
+            const LineRun& before = runs[i - 1];
+            const double from = device(before.last.x), to = device(run.first.x);
+            if (!IsHidden(before, run, to - from, rowsPerUnit))
+                DrawSegment(board, plan.line.Radius(), from, plan.rows.At(before.last.y), to,
+                            plan.rows.At(run.first.y));
         }
         if (isLast && !last) break;
         const bool alone = run.single && !run.joined && (isLast || !runs[i + 1].joined);

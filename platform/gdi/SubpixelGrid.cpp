@@ -1,5 +1,6 @@
 #include "platform/gdi/SubpixelGrid.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -128,44 +129,46 @@ void SubpixelGrid::Forget(int column) {
     m_touchedTo[static_cast<std::size_t>(column)] = 0;
 }
 
-void SubpixelGrid::Fill(int column, int from, int to) {
-    auto* const bytes =
-        reinterpret_cast<std::uint8_t*>(m_bits.get()) + static_cast<std::size_t>(column) * m_stride;
-    const int first = from / kSubpixels, last = (to - 1) / kSubpixels;
-    const auto head = static_cast<std::uint8_t>(0xff << from % kSubpixels);
-    const auto tail = static_cast<std::uint8_t>(0xff >> (kSubpixels - 1 - (to - 1) % kSubpixels));
-    if (first == last) {
-        bytes[first] |= head & tail;
-        return;
-    }
-    bytes[first] |= head;
-    bytes[last] |= tail;
-    std::memset(bytes + first + 1, 0xff, static_cast<std::size_t>(last - first - 1));
-}
+// The bytes of a sub-column that a span lies in, and its bits in the first and the last of them.
+struct SubpixelGrid::Span {
+    std::uint8_t *first, *last;
+    std::uint8_t head, tail;
 
-// Keeps the longest span known when two do not touch.
-void SubpixelGrid::Add(int column, int from, int to) {
+    Span(SubpixelGrid& grid, int column, int from, int to)
+        : first(reinterpret_cast<std::uint8_t*>(grid.m_bits.get()) +
+                static_cast<std::size_t>(column) * grid.m_stride + from / kSubpixels),
+          last(first + ((to - 1) / kSubpixels - from / kSubpixels)),
+          head(static_cast<std::uint8_t>(0xff << from % kSubpixels)),
+          tail(static_cast<std::uint8_t>(0xff >> (kSubpixels - 1 - (to - 1) % kSubpixels))) {
+        if (first == last) head = tail &= head;
+    }
+    bool IsFull() const {
+        if ((*first & head) != head || (*last & tail) != tail) return false;
+        return std::all_of(first + (first != last), last, [](std::uint8_t byte) { return byte == 0xff; });
+    }
+    void Fill() const {
+        *first |= head;
+        *last |= tail;
+        if (last - first > 1) std::memset(first + 1, 0xff, static_cast<std::size_t>(last - first - 1));
+    }
+};
+
+void SubpixelGrid::Settle(int column) {
+    const int from = CoveredFrom()[column], to = CoveredTo()[column];
+    if (from >= to) return;
     const auto i = static_cast<std::size_t>(column);
     m_touchedFrom[i] = std::min(m_touchedFrom[i], from);
     m_touchedTo[i] = std::max(m_touchedTo[i], to);
-    int& known = CoveredFrom()[column];
-    int& knownTo = CoveredTo()[column];
-    if (to < known || from > knownTo) {
-        Fill(column, from, to);
-        if (to - from > knownTo - known) {
-            known = from;
-            knownTo = to;
-        }
-        return;
-    }
-    if (from < known) {
-        Fill(column, from, known);
-        known = from;
-    }
-    if (to > knownTo) {
-        Fill(column, knownTo, to);
-        knownTo = to;
-    }
+    Span(*this, column, from, to).Fill();
+}
+
+// A line that runs over what is covered soon leaves it again: only news, and what is longer, is worth it.
+void SubpixelGrid::Begin(int column, int from, int to) {
+    const int length = CoveredTo()[column] - CoveredFrom()[column];
+    if (to - from <= length && Span(*this, column, from, to).IsFull()) return;
+    Settle(column);
+    CoveredFrom()[column] = from;
+    CoveredTo()[column] = to;
 }
 
 void SubpixelGrid::Blend(const Canvas& canvas, std::uint32_t pixel) {
@@ -177,6 +180,7 @@ void SubpixelGrid::Blend(const Canvas& canvas, std::uint32_t pixel) {
 void SubpixelGrid::BlendGroup(const Canvas& canvas, std::uint32_t pixel, LONG first, int width) {
     int top = INT_MAX, bottom = 0;
     for (int column = first * kSubpixels; column < (first + width) * kSubpixels; ++column) {
+        Settle(column);
         top = std::min(top, m_touchedFrom[static_cast<std::size_t>(column)]);
         bottom = std::max(bottom, m_touchedTo[static_cast<std::size_t>(column)]);
         Forget(column);

@@ -26,17 +26,19 @@ class SubpixelGrid {
     int Top() const { return m_pixels.top * kSubpixels; }
     int Bottom() const { return m_pixels.bottom * kSubpixels; }
 
-    // Of each sub-column, counted from the left: one span of sub-rows, counted from the top, that is known to
-    // be covered already (low < high), with room for kAtOnce more at either side that are covered whole.
+    // Of each sub-column, counted from the left: the span of sub-rows, counted from the top, that was covered
+    // last (none when from == to), with room for kAtOnce more columns at either side that are covered whole.
+    // Spans that touch it may widen it; its bits are set when it is over.
     int* CoveredFrom() { return m_coveredFrom.data() + kMargin; }
     int* CoveredTo() { return m_coveredTo.data() + kMargin; }
-    // The span of one sub-column that is not known to be covered.
-    void Add(int column, int from, int to);
+    // Begins a span that does not touch the last one.
+    void Begin(int column, int from, int to);
 
   private:
     static constexpr int kMargin = kAtOnce;
+    struct Span;
 
-    void Fill(int column, int from, int to);
+    void Settle(int column);
     void Forget(int column);
     void BlendGroup(const Canvas& canvas, std::uint32_t pixel, LONG first, int width);
 

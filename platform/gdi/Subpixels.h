@@ -18,7 +18,14 @@ class SubpixelColumns {
 
     // The line of the lattice that a coordinate belongs to: a whole number, never turning back.
     double Column(std::int32_t logical) const {
-        return m_slope * (static_cast<double>(logical) - m_reference) + kRound - kRound;
+        auto column = static_cast<double>(logical);
+        ToColumns(column);
+        return column;
+    }
+    // Makes columns of coordinates: of one double or of a vector of them.
+    template <class Real>
+    void ToColumns(Real& logical) const {
+        logical = m_slope * (logical - m_reference) + kRound - kRound;
     }
     // What to add to a column for its position on the device.
     double Shift() const { return m_shift; }
