@@ -4,8 +4,6 @@ BUILD_PACKAGES="cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev qt6-serial
  libcli11-dev nlohmann-json3-dev libcsv-dev libfast-float-dev libhowardhinnant-date-dev libicu-dev zlib1g-dev tzdata fonts-dejavu-core python3"
 CHECK_PACKAGES="libgtest-dev libgmock-dev libbenchmark-dev clang-format-14 clang-tidy-14 git poppler-utils
  mosquitto socat man-db zsh fish desktop-file-utils"
-=======
- man-db zsh fish desktop-file-utils"
 # What the installed program needs to run on a bare system; windows need a display besides.
 RUNTIME_PACKAGES="libqt6svg6 libqt6printsupport6 libqt6serialport6 libmosquitto1 libqt6widgets6 libsqlite3-0 libutf8proc2 libicu72 libdate-tz3 libcsv3
  libssl3 zlib1g tzdata fonts-dejavu-core"

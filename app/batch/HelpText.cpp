@@ -162,6 +162,7 @@ plot where they lie outside; the line as it was before they were deleted lies, p
 Examples:
   tavin plot level.csv -o level.png
   tavin plot clean.csv --over level.csv -o clean.pdf --title "Gauge 7, March"
+  tavin plot level.csv -o level.png --size 180x120mm --dpi 300
   tavin plot level.csv -o - --format svg | gzip > level.svgz
   tavin plot level.csv -y level -o level.svg --size 1600x600 --from 2024-03-14 --to 2024-03-21T12:00)";
 

@@ -1,10 +1,12 @@
 #include "app/workbench/CGraphFrame.h"
 
 #include <cmath>
+#include <filesystem>
 
 #include "app/table/CellNumber.h"
 #include "app/workbench/CLoadingView.h"
 #include "app/workbench/CSeriesView.h"
+#include "app/workbench/ExportDialog.h"
 #include "app/workbench/ValuesText.h"
 #include "app/workbench/WorkbenchIds.h"
 
@@ -139,7 +141,9 @@ void CGraphFrame::OnExport() {
                       MB_OK | MB_ICONEXCLAMATION);
         return;
     }
-    const bool written = WritePicture(*view_, path, view_->PictureTitle(), view_->ShownSize());
+    ExportDialog size(std::filesystem::path(path).filename().string(), view_->ShownSize(), this);
+    if (size.DoModal() != IDOK) return;
+    const bool written = WritePicture(*view_, path, view_->PictureTitle(), size.TakeChosen());
     view_->Redraw();
     if (written)
         SetMessageText(("Exported to " + path).c_str());

@@ -17,10 +17,11 @@ constexpr Suffix kSuffixes[] = {
 
 std::unique_ptr<CPrintDC> PaperFor(PictureFormat format, const std::string& path, const CString& title,
                                    const PictureSize& size) {
-    if (format == PictureFormat::Svg) return CPrintDC::CreateSvg(path.c_str(), size.pixels, title);
-    const auto hundredths = [&](int length) { return RoundHalfAway(length * 2540.0 / size.dotsPerInch); };
-    return CPrintDC::CreatePdf(path.c_str(),
-                               {{hundredths(size.pixels.cx), hundredths(size.pixels.cy)}, 0, title});
+    const CSize paper = size.Paper();
+    if (format == PictureFormat::Pdf) return CPrintDC::CreatePdf(path.c_str(), {paper, 0, title});
+    // What shows drawings takes their pixels for those of such a screen.
+    const auto pixels = [](int hundredths) { return RoundHalfAway(hundredths / 2540.0 * kScreenDots); };
+    return CPrintDC::CreateSvg(path.c_str(), {pixels(paper.cx), pixels(paper.cy)}, title);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "tavin/tavin.h"
+#include "app/workbench/PictureSize.h"
 
 namespace app {
 
@@ -15,11 +15,6 @@ enum class PictureFormat { Png, Svg, Pdf };
 std::optional<PictureFormat> PictureFormatOf(const std::string& path);
 // "name.ext: the name must end in .png, .svg or .pdf".
 std::string UnknownPictureFormat(const std::string& path);
-
-struct PictureSize {
-    CSize pixels;
-    int dotsPerInch;
-};
 
 // False: not written, or memory is short.
 bool WritePicture(KViewEx& view, const std::string& path, const CString& title, const PictureSize& size);

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -18,20 +19,16 @@ namespace app {
 
 namespace {
 
-constexpr int kLeastSide = 100;
-constexpr int kMostSide = 16000;
-constexpr int kDotsPerInch = 96;
-
-Result<CSize> ReadSize(const std::string& text) {
-    int width = 0;
-    int height = 0;
-    char rest = 0;
-    if (text.empty()) return CSize(1200, 800);
-    const bool read = std::sscanf(text.c_str(), "%5dx%5d%c", &width, &height, &rest) == 2;
-    if (read && std::min(width, height) >= kLeastSide && std::max(width, height) <= kMostSide)
-        return CSize(width, height);
-    return UsageError("--size " + text +
-                      ": expected width and height in pixels, 100 to 16000, as in 1200x800");
+Result<PictureSize> SizeOf(const PlotOptions& options) {
+    double dots = kScreenDots;
+    const std::string& text = options.dotsPerInch;
+    if (!text.empty() &&
+        (!ReadNumber(text, '.', dots) || dots != std::floor(dots) || dots < kLeastDots || dots > kMostDots))
+        return UsageError("--dpi " + text + ": expected dots per inch from 20 to 2400, as in 300");
+    const auto size =
+        ReadPictureSize(options.size.empty() ? "1200x800" : options.size, static_cast<int>(dots));
+    if (!size) return UsageError("--size " + size.Error().message);
+    return size;
 }
 
 // The user coordinate of an edge; `missing` where none is asked for.
@@ -86,9 +83,10 @@ std::optional<Failure> LayOver(SeriesFile& file, const PlotOptions& options, Poi
 }
 
 // What draws pictures writes files; standard output gets the bytes of one.
-std::optional<Failure> WriteToStandardOutput(CSeriesView& view, const std::string& format, CSize size) {
+std::optional<Failure> WriteToStandardOutput(CSeriesView& view, const std::string& format,
+                                             const PictureSize& size) {
     const ScratchFile picture("picture." + (format.empty() ? "png" : format));
-    if (!picture.IsGood() || !WritePicture(view, picture.Path(), view.PictureTitle(), {size, kDotsPerInch}))
+    if (!picture.IsGood() || !WritePicture(view, picture.Path(), view.PictureTitle(), size))
         return Refusal("cannot write " + picture.Path(), "name a folder with room for it in TMPDIR");
     std::ifstream file(picture.Path(), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
@@ -108,7 +106,7 @@ Result<int> Plot(const PlotOptions& options) {
     for (const std::string& input : {options.read.path, options.over})
         if (!input.empty() && IsInput(input, options.output))
             return UsageError("-o " + options.output + " is the input; choose another name");
-    const auto size = ReadSize(options.size);
+    const auto size = SizeOf(options);
     if (!size) return size.Error();
     double gap = 2.5;
     if (!options.gap.empty() && (!ReadNumber(options.gap, '.', gap) || !(gap >= 0)))
@@ -140,7 +138,7 @@ Result<int> Plot(const PlotOptions& options) {
     if (!options.from.empty() || !options.to.empty()) view.ShowRange(*from, *to);
     if (toStandardOutput) {
         if (const auto failure = WriteToStandardOutput(view, options.format, *size)) return *failure;
-    } else if (!WritePicture(view, options.output, view.PictureTitle(), {*size, kDotsPerInch})) {
+    } else if (!WritePicture(view, options.output, view.PictureTitle(), *size)) {
         return Refusal("cannot write " + options.output);
     }
     if (!file->xRises && order == PointOrder::OfX)

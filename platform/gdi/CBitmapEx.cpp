@@ -68,8 +68,11 @@ void CBitmapEx::SetDotsPerInch(int dotsPerInch) {
 bool CBitmapEx::SaveAsPng(const char* path) const {
     if (!path || m_picture->pixels.empty()) return false;
     const auto* bytes = reinterpret_cast<const uchar*>(m_picture->pixels.data());
-    const QImage image(bytes, m_picture->width, m_picture->height, qsizetype{4} * m_picture->width,
-                       QImage::Format_RGB32);
+    QImage image(bytes, m_picture->width, m_picture->height, qsizetype{4} * m_picture->width,
+                 QImage::Format_RGB32);
+    constexpr double kInchesPerMetre = 1 / 0.0254;
+    image.setDotsPerMeterX(RoundHalfAway(GetDotsPerInch() * kInchesPerMetre));
+    image.setDotsPerMeterY(image.dotsPerMeterX());
     WholeFile file(path);
     return file.IsOpen() && image.save(&file.Bytes(), "PNG") && file.Commit();
 }

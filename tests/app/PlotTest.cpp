@@ -178,12 +178,26 @@ TEST_F(PlotTest, WritesDrawingsAndPages) {
     EXPECT_EQ(folder.Count(), 3u);
 }
 
+TEST_F(PlotTest, TakesSizesOfPaper) {
+    const QImage picture = Picture("--size 5x2.5in --dpi 200");
+    EXPECT_EQ(picture.size(), QSize(1000, 500));
+    EXPECT_EQ(picture.dotsPerMeterX(), 7874);
+    // Points of 1/72 inch.
+    EXPECT_EQ(folder.Run("plot step.csv -o step.pdf --size 254x127mm --dpi 300").exitCode, 0);
+    EXPECT_NE(folder.Read("step.pdf").find("/MediaBox [0 0 720.000000 360.000000]"), std::string::npos);
+    EXPECT_EQ(folder.Run("plot step.csv -o step.svg --size 25.4x12.7cm --dpi 300").exitCode, 0);
+    EXPECT_NE(folder.Read("step.svg").find("width=\"254mm\" height=\"127mm\""), std::string::npos);
+}
+
 TEST_F(PlotTest, RefusesWithOneMessageAndLeavesNothingBehind) {
     const RefusedRun cases[] = {
         {"plot step.csv -o step.gif", 2, "must end in .png, .svg or .pdf"},
         {"plot step.csv -o step.png --format svg", 2, "--format is that of standard output"},
         {"plot step.csv -o step.png --size 12", 2, "--size 12"},
         {"plot step.csv -o step.png --size 99999x99999", 2, "--size"},
+        {"plot step.csv -o step.png --size 5x5mm", 2, "180x120mm"},
+        {"plot step.csv -o step.png --size 300.5x200", 2, "--size"},
+        {"plot step.csv -o step.png --dpi 0", 2, "--dpi 0"},
         {"plot step.csv -o step.png --gap wide", 2, "--gap wide: expected"},
         {"plot step.csv -o step.png --from noon", 2, "--from noon: expected a time"},
         {"plot step.csv -o step.png --from 2024-03-02 --to 2024-03-01", 2, "nothing between"},

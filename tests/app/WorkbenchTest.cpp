@@ -137,50 +137,6 @@ TEST_F(WorkbenchTest, EveryCommandOfTheMenusIsAnsweredWhileAFileIsOpen) {
     }
 }
 
-TEST_F(WorkbenchTest, ExportsTheViewInEveryFormat) {
-    CSeriesView& view = Open();
-    for (const char* name : {"out.png", "out.svg", "out.pdf"}) {
-        const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
-            EXPECT_STREQ(dialog.GetPathName(), "days.png");
-            dialog.SetPathNames({CString(folder.Path(name))});
-            return IDOK;
-        });
-        Key(Qt::Key_E, Qt::ControlModifier);
-        SetFileDialogHandler(before);
-        EXPECT_TRUE(folder.Has(name)) << name;
-    }
-    const QImage picture(QString::fromStdString(folder.Path("out.png")));
-    EXPECT_EQ(CSize(picture.width(), picture.height()), view.ShownSize().pixels);
-    EXPECT_TRUE(messages.empty());
-    const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
-        dialog.SetPathNames({CString(folder.Path("nowhere/out.png"))});
-        return IDOK;
-    });
-    RunCommand(*frame, kExport);
-    SetFileDialogHandler(before);
-    ASSERT_EQ(messages.size(), 1u);
-    EXPECT_NE(messages[0].find("nowhere/out.png"), std::string::npos);
-}
-
-TEST_F(WorkbenchTest, ASuffixThatIsNoPictureIsRefusedAndCapitalsAreNot) {
-    Open();
-    std::string name;
-    const auto before = SetFileDialogHandler([&](CFileDialog& dialog) {
-        dialog.SetPathNames({CString(folder.Path(name))});
-        return IDOK;
-    });
-    name = "out.PNG";
-    RunCommand(*frame, kExport);
-    EXPECT_TRUE(folder.Has("out.PNG"));
-    EXPECT_TRUE(messages.empty());
-    name = "out.gif";
-    RunCommand(*frame, kExport);
-    SetFileDialogHandler(before);
-    EXPECT_FALSE(folder.Has("out.gif"));
-    ASSERT_EQ(messages.size(), 1u);
-    EXPECT_NE(messages[0].find(".png, .svg or .pdf"), std::string::npos) << messages[0];
-}
-
 TEST_F(WorkbenchTest, CopiesThePictureAndTheValuesInView) {
     CSeriesView& view = Open();
     Key(Qt::Key_C, Qt::ControlModifier);
