@@ -42,11 +42,11 @@ Failure AskWhichColumns(const Choice& choice) {
     return UsageError("which columns are to be cleaned? There are " + names, "name them with -y");
 }
 
-// Text that may be a time in a form that is not known: three groups of digits, a year of our times, or digits
-// under a telling name.
+// Text that may be a time in a form that is not known: three groups of digits, a year of our times, digits
+// under a telling name, or others in other rows.
 bool LooksLikeTime(const Column& column) {
     if (column.kind != ColumnKind::Text) return false;
-    if (column.role == TimeRole::Clock) return true;
+    if (column.role == TimeRole::Clock || column.mayBeTime) return true;
     const std::string& text = column.example;
     int groups = 0;
     bool year = false;

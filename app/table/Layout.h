@@ -28,6 +28,7 @@ struct Column {
     std::vector<TimePart> parts = {};  // of a time that several columns hold; `field` is then the first one's
     std::optional<TimeRole> role = {};  // of a column of clocks
     bool dayOrderOpen = false;          // day or month may come first, and every row fits both
+    bool mayBeTime = false;             // text with digits that is another in other rows
     std::string example = {};           // the first filled cell, for messages
     std::int64_t exampleLine = 0;       // and its line
     char grouping = 0;                  // between the thousands of its numbers; 0: there are none

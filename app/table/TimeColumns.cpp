@@ -155,6 +155,8 @@ void FindKind(Layout& layout, Column& column, std::string_view text, const Trial
                   : tally.clocks > tally.numbers                         ? ColumnKind::Text
                                                                          : ColumnKind::Number;
     if (column.kind == ColumnKind::Text && tally.clocks > tally.texts) column.role = TimeRole::Clock;
+    column.mayBeTime =
+        column.kind == ColumnKind::Text && 2 * tally.digits >= tally.texts && cells.front() != cells.back();
     const auto* const named = FindTimeForm(asked);
     if (column.kind == ColumnKind::Time) {
         if (asked.find('%') != std::string::npos)
