@@ -29,6 +29,14 @@ std::optional<Failure> CheckKind(std::string_view bytes, const std::string& name
     return Refusal(name + ": this is " + kind.name + ", no text table", kind.advice ? kind.advice : "");
 }
 
+// Puts what was made of the file's bytes in their place. From then on nobody can tell whether the file has
+// changed: it must not have until now.
+std::optional<Failure> Replace(InputText& text, std::string made) {
+    if (text.bytes.Changed() == Bytes::Change::Rewritten) return ChangedInput(text.name);
+    text.bytes = std::move(made);
+    return std::nullopt;
+}
+
 // A text of 16 or 32 bits a character as UTF-8, its byte-order mark included.
 std::optional<Failure> Narrow(InputText& text) {
     TextConverter converter(text.encoding.Name(), "UTF-8");
@@ -38,8 +46,7 @@ std::optional<Failure> Narrow(InputText& text) {
                            std::to_string(1 + std::count(converted.begin(), converted.end(), '\n')) +
                            ": this is no text in " + text.encoding.Name(),
                        "name its encoding with --encoding");
-    text.bytes = std::move(converted);
-    return std::nullopt;
+    return Replace(text, std::move(converted));
 }
 
 std::optional<Failure> FindEncoding(InputText& text, const std::string& asked) {
@@ -92,7 +99,7 @@ Result<InputText> LoadText(const ReadOptions& options, std::size_t most) {
         text.input = {text.bytes.size(), Sha256(text.bytes)};
         auto unpacked = Unpacked(text.bytes, text.name);
         if (!unpacked) return unpacked.Error();
-        text.bytes = std::move(*unpacked);
+        if (const auto failure = Replace(text, std::move(*unpacked))) return *failure;
         text.notes.push_back({ReadNote::Reading, "the file is compressed with gzip", ""});
     }
     if (const auto failure = CheckKind(text.bytes, text.name)) return *failure;
