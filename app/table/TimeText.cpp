@@ -82,9 +82,17 @@ bool ReadYearFirst(TimeWalker& walker, Microseconds& at) {
     return ReadMonth(walker, sign, civil.month) && walker.Digits(1, 2, civil.day) && civil.Days(at);
 }
 
+// A weekday says nothing more. Before a month's name it could be one itself ("mar").
+void SkipWeekday(TimeWalker& walker) {
+    if (!walker.Weekday()) return;
+    walker.Skip(',');
+    walker.SkipBlanks();
+}
+
 bool ReadYearLast(TimeWalker& walker, bool monthFirst, Microseconds& at) {
     CivilTime civil;
     char sign = 0;
+    if (!monthFirst) SkipWeekday(walker);
     const bool day = monthFirst ? ReadMonth(walker, sign, civil.month) && walker.Digits(1, 2, civil.day) &&
                                       SkipBetween(walker, sign)
                                 : walker.Digits(1, 2, civil.day) && SkipBetween(walker, sign) &&
