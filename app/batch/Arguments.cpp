@@ -4,6 +4,7 @@
 
 #include "app/batch/HelpText.h"
 #include "app/batch/Step.h"
+#include "app/table/Duration.h"
 #include "app/table/StatusText.h"
 #include "app/table/TimeText.h"
 
