@@ -56,11 +56,24 @@ bool SkipBetween(TimeWalker& walker, char& sign) {
     return true;
 }
 
+// Whether a number comes behind the word here, as it does behind names in dates. Looking names up takes some
+// megabytes, which tables without such names need not spend.
+bool IsWordBeforeNumber(const TimeWalker& walker) {
+    auto at = static_cast<int>(walker.Word().size());
+    const auto skipSigns = [&] {
+        while (IsDateSign(walker.Peek(at)) || walker.Peek(at) == ',') ++at;
+    };
+    skipSigns();
+    if (walker.Peek(at) == 'd' && walker.Peek(at + 1) == 'e') at += 2;
+    skipSigns();
+    return at > 0 && walker.Peek(at) >= '0' && walker.Peek(at) <= '9';
+}
+
 // A month and what stands behind it; a name may be cut off with a point, or have "de" on either side.
 bool ReadMonth(TimeWalker& walker, char& sign, int& month) {
     if (walker.Digits(1, 2, month)) return SkipBetween(walker, sign);
     walker.SkipWord("de ");
-    if (!walker.Month(month)) return false;
+    if (!IsWordBeforeNumber(walker) || !walker.Month(month)) return false;
     bool any = false;
     while (IsDateSign(walker.Peek()) || walker.Peek() == ',') any = walker.Skip(walker.Peek());
     walker.SkipWord("de ");
@@ -84,7 +97,7 @@ bool ReadYearFirst(TimeWalker& walker, Microseconds& at) {
 
 // A weekday says nothing more. Before a month's name it could be one itself ("mar").
 void SkipWeekday(TimeWalker& walker) {
-    if (!walker.Weekday()) return;
+    if (!IsWordBeforeNumber(walker) || !walker.Weekday()) return;
     walker.Skip(',');
     walker.SkipBlanks();
 }
