@@ -181,10 +181,8 @@ class CXYGraphView : public KViewEx {
     void ZoomExtent();
     void SetScrollSizes();
 
-    // How series are drawn, and where the line of one is interrupted (smooth lines only; empty: nowhere). The
-    // arrays outlive the picture; when they change the picture is to be redrawn, not only moved.
+    // How series are drawn.
     LineLook lineLook = LineLook::Hairline;
-    std::function<LineBreaks(IPointSource&)> lineBreaks;
     // The distance of neighbouring ticks on either axis in user units, as far as it is known: 0 before the
     // first layout.
     CSizeEx TickSpacingInForce() const { return tickSpacing; }

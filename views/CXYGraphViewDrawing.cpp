@@ -64,7 +64,7 @@ void CXYGraphView::DrawSource(CDC& dc, IPointSource* source) {
     const SourceLock lock(source);
     const KDrawProperty& property = KDrawPropertyManager::Instance().GetProperty(source->GetKey());
     dataHandler->SelectPointSource(source);
-    dataHandler->UseLook(lineLook, lineBreaks ? lineBreaks(*source) : LineBreaks{});
+    dataHandler->UseLook(lineLook);
     const int style = property.getDrawStyle();
     if (style == kLine || style == kLineAndDots)
         dataHandler->DrawLine(&dc, property.getColor(), property.getLineStyle(), CRect());
