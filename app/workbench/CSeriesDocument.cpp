@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "app/workbench/EarlierSettings.h"
+
 namespace app {
 
 CSeriesDocument::CSeriesDocument(const ReadOptions& options) : stamp_(FileStamp::Of(options.path)) {
@@ -10,6 +12,8 @@ CSeriesDocument::CSeriesDocument(const ReadOptions& options) : stamp_(FileStamp:
     std::error_code unknown;
     const auto whole = std::filesystem::absolute(options.path, unknown);
     SetPathName((unknown ? options.path : whole.lexically_normal().string()).c_str());
+    // Keys were file names without their folders.
+    TakeOverSettings(CString("Views\\" + whole.filename().string()), ViewKey());
 }
 
 CString CSeriesDocument::ViewKey() const {
