@@ -35,11 +35,14 @@ double RoundStep(double least) {
     return 10 * power;
 }
 
-// What labels of this size need from one tick to the next. More lines than kMostLines are no help.
+// What labels of this size need from one tick to the next. More lines than kMostLines are no help; an axis of
+// little height has its labels closer, for one label is no scale.
 int LeastDistance(CSize label, const AxisRoom& room) {
     constexpr int kMostLines = 12;
-    const int needed = room.upright ? 2 * label.cy + label.cy / 4 : label.cx + label.cy;
-    return std::max(needed, room.pixels / kMostLines);
+    constexpr int kLines = 4;
+    const int high =
+        std::clamp<int>(room.pixels / kLines, label.cy + label.cy / 4, 2 * label.cy + label.cy / 4);
+    return std::max(room.upright ? high : label.cx + label.cy, room.pixels / kMostLines);
 }
 
 class NumberAxisReader : public AxisReader {
