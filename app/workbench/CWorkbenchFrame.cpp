@@ -9,6 +9,7 @@
 #include "app/workbench/CSeriesView.h"
 #include "app/workbench/CStartView.h"
 #include "app/workbench/ImportDialog.h"
+#include "app/workbench/PrintedPage.h"
 #include "app/workbench/RecentFiles.h"
 #include "app/workbench/SampleFile.h"
 #include "app/workbench/ShortcutsDialog.h"
@@ -45,6 +46,7 @@ const CommandRow<CWorkbenchFrame> CWorkbenchFrame::kCommands[] = {
     {kOpenSample, kOpenSample, &CWorkbenchFrame::OnOpenSample, &CWorkbenchFrame::OnUpdateOpenSample},
     {kRecentFirst, kRecentLast, &CWorkbenchFrame::OnRecent, &CWorkbenchFrame::OnUpdateRecent},
     {kCloseAll, kCloseAll, &CWorkbenchFrame::OnCloseAll, &CWorkbenchFrame::OnUpdateNeedsView},
+    {kPageSetup, kPageSetup, &CWorkbenchFrame::OnPageSetup},
     {kAbout, kAbout, &CWorkbenchFrame::OnAbout},
     {kShortcuts, kShortcuts, &CWorkbenchFrame::OnShortcuts},
 };
@@ -61,6 +63,7 @@ bool CWorkbenchFrame::CreateWorkbench() {
     toolBar_.LoadToolBar(kMainFrame);
     DragAcceptFiles();
     SetTimer(kDiskTimer, kDiskPeriod);
+    LoadPrintedPage();
     SetMessageText("Open a file of measurements: File > Open, or drop it here.");
     return true;
 }
@@ -99,6 +102,7 @@ void CWorkbenchFrame::SavePlacement() {
 
 void CWorkbenchFrame::OnDestroy() {
     SavePlacement();
+    KeepPrintedPage();
     CMDIFrameWnd::OnDestroy();
 }
 

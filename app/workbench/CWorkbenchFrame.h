@@ -51,6 +51,7 @@ class CWorkbenchFrame : public CMDIFrameWnd {
     void OnRecent(UINT id);
     void OnUpdateRecent(CCmdUI* state);
     void OnCloseAll();
+    void OnPageSetup() { AskPrintPage(*this); }
     void OnAbout();
     void OnShortcuts();
 

@@ -1,12 +1,12 @@
 #include "platform/gdi/CPrintDC.h"
 
 #include <QPageLayout>
-#include <QPageSize>
 #include <QPdfWriter>
 #include <QSvgGenerator>
 
 #include "platform/gdi/CDCState.h"
 #include "platform/gdi/DrawingToolkit.h"
+#include "platform/gdi/PageLayout.h"
 #include "platform/gdi/WholeFile.h"
 
 namespace {
@@ -20,7 +20,7 @@ class PdfDevice : public PaperDevice {
         m_writer.emplace(&m_file.Bytes());
         m_writer->setResolution(kResolution);
         m_writer->setTitle(ToQString(setup.title));
-        m_writer->setPageLayout(LayoutOf(setup));
+        m_writer->setPageLayout(PageLayoutOf(setup));
     }
     bool IsOpen() const { return m_writer.has_value(); }
 
@@ -38,15 +38,6 @@ class PdfDevice : public PaperDevice {
 
   private:
     static constexpr int kResolution = 600;
-
-    static QPageLayout LayoutOf(const PageSetup& setup) {
-        const QSizeF upright(std::min(setup.paper.cx, setup.paper.cy) / 100.0,
-                             std::max(setup.paper.cx, setup.paper.cy) / 100.0);
-        const double margin = setup.margin / 100.0;
-        return {QPageSize(upright, QPageSize::Millimeter),
-                setup.paper.cx > setup.paper.cy ? QPageLayout::Landscape : QPageLayout::Portrait,
-                QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter};
-    }
 
     WholeFile m_file;
     std::optional<QPdfWriter> m_writer;
@@ -84,10 +75,11 @@ class SvgDevice : public PaperDevice {
 
 bool HasRoom(const PageSetup& setup) {
     constexpr LONG kLargest = 500000;  // what PDF readers take
-    const auto room = [&](LONG side) {
-        return side <= kLargest && side - 2 * std::int64_t{setup.margin} >= 100;
+    const auto room = [](LONG side, LONG before, LONG behind) {
+        return before >= 0 && behind >= 0 && side <= kLargest && side - std::int64_t{before} - behind >= 100;
     };
-    return setup.margin >= 0 && room(setup.paper.cx) && room(setup.paper.cy);
+    const PageMargins& margin = setup.margin;
+    return room(setup.paper.cx, margin.left, margin.right) && room(setup.paper.cy, margin.top, margin.bottom);
 }
 
 }  // namespace

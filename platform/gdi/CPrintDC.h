@@ -15,9 +15,14 @@
 class PaperDevice;
 
 // Lengths in 0.01 mm.
+struct PageMargins {
+    PageMargins(LONG all = 1000) : left(all), top(all), right(all), bottom(all) {}
+    LONG left, top, right, bottom;
+};
+
 struct PageSetup {
     CSize paper{21000, 29700};  // A4 upright
-    LONG margin = 1000;         // on each side
+    PageMargins margin;
     CString title;
 };
 

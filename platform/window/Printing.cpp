@@ -1,12 +1,15 @@
 #include "platform/window/Printing.h"
 
 #include <QApplication>
+#include <QPageLayout>
+#include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <utility>
 
 #include "platform/core/MessageBox.h"
+#include "platform/gdi/PageLayout.h"
 #include "platform/gdi/PaperDevice.h"
 #include "platform/window/CDocument.h"
 #include "platform/window/CView.h"
@@ -32,9 +35,14 @@ PreviewHandler& PreviewSeam() {
     return handler;
 }
 
+PageSetup& KeptPage() {
+    static PageSetup page;
+    return page;
+}
+
 bool HasWindows() { return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr; }
 
-QWidget* WindowOf(const CView& view) {
+QWidget* WindowOf(const CWnd& view) {
     return view.GetSafeHwnd() ? view.GetSafeHwnd()->window() : QApplication::activeWindow();
 }
 
@@ -52,25 +60,28 @@ class PrinterDevice : public PaperDevice {
     QPrinter& m_printer;
 };
 
-std::unique_ptr<QPrinter> NewPrinter(const CPrintInfo& info) {
+std::unique_ptr<QPrinter> NewPrinter(const CString& title) {
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setResolution(kResolution);
-    printer->setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
-    printer->setDocName(QString::fromUtf8(info.m_strTitle.GetString()));
+    printer->setPageLayout(PageLayoutOf(PrintPage()));
+    printer->setDocName(QString::fromUtf8(title.GetString()));
     return printer;
 }
+
+void KeepPageOf(const QPrinter& printer) { SetPrintPage(PageSetupOf(printer.pageLayout())); }
 
 // The user's printer and pages; null when he cancelled.
 std::shared_ptr<PrintTarget> AskUser(const CView& view, CPrintInfo& info) {
     if (!HasWindows()) return nullptr;
     const HandlingScope scope;
     auto target = std::make_shared<PrintTarget>();
-    target->printer = NewPrinter(info);
+    target->printer = NewPrinter(info.m_strTitle);
     QPrintDialog dialog(target->printer.get(), WindowOf(view));
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, info.GetMaxPage() > info.GetMinPage());
     if (info.GetMaxPage() != CPrintInfo::kUnknown)
         dialog.setMinMax(static_cast<int>(info.GetMinPage()), static_cast<int>(info.GetMaxPage()));
     if (dialog.exec() != QDialog::Accepted) return nullptr;
+    KeepPageOf(*target->printer);
     info.SetRange(static_cast<UINT>(target->printer->fromPage()),
                   static_cast<UINT>(target->printer->toPage()));
     return target;
@@ -80,7 +91,7 @@ std::shared_ptr<PrintTarget> AskUser(const CView& view, CPrintInfo& info) {
 std::shared_ptr<PrintTarget> TargetOf(const PrintRequest& request, int answer, CPrintInfo& info) {
     if (answer != IDOK) return nullptr;
     info.SetRange(request.fromPage, request.toPage);
-    PageSetup setup;
+    PageSetup setup = PrintPage();
     setup.title = info.m_strTitle;
     auto target = std::make_shared<PrintTarget>();
     target->context = CPrintDC::CreatePdf(request.pdfPath, setup);
@@ -142,6 +153,26 @@ bool PrintToPdf(CView& view, const char* path, const PageSetup& setup) {
     return PrintJob::ToTarget(view, info);
 }
 
+const PageSetup& PrintPage() { return KeptPage(); }
+
+void SetPrintPage(const PageSetup& page) { KeptPage() = page; }
+
+int AskPrintPage(const CWnd& parent) {
+    PrintPageQuestion question;
+    question.page = PrintPage();
+    if (const std::optional<int> answer = AnswerInsteadOfUser(question)) {
+        if (*answer == IDOK) SetPrintPage(question.page);
+        return *answer;
+    }
+    if (!HasWindows()) return IDCANCEL;
+    const HandlingScope scope;
+    const auto printer = NewPrinter({});
+    QPageSetupDialog dialog(printer.get(), WindowOf(parent));
+    if (dialog.exec() != QDialog::Accepted) return IDCANCEL;
+    KeepPageOf(*printer);
+    return IDOK;
+}
+
 PrintDialogHandler SetPrintDialogHandler(PrintDialogHandler handler) {
     return std::exchange(DialogHandler(), std::move(handler));
 }
@@ -189,9 +220,10 @@ void CView::OnFilePrintPreview() {
     if (PreviewSeam()) return PreviewSeam()(question.drawPages);
     if (!HasWindows()) return;
     const HandlingScope scope;
-    const auto printer = NewPrinter(info);
+    const auto printer = NewPrinter(info.m_strTitle);
     QPrintPreviewDialog dialog(printer.get(), WindowOf(*this));
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested,
                      [&](QPrinter* asked) { PrintJob::DrawOnPrinter(*this, *asked, info); });
     dialog.exec();
+    KeepPageOf(*printer);
 }

@@ -10,10 +10,23 @@
 #include "platform/window/CPrintInfo.h"
 
 class CView;
+class CWnd;
 
 // All pages of the view into a PDF file. False when the view refuses or the file cannot be written; a file of
 // that name then stays as it was.
 bool PrintToPdf(CView& view, const char* path, const PageSetup& setup = {});
+
+// The page that print dialog and preview begin with: what was chosen last, there or by AskPrintPage; at first
+// A4 upright. The title is not used.
+const PageSetup& PrintPage();
+void SetPrintPage(const PageSetup& page);
+
+// What AskPrintPage asks for.
+struct PrintPageQuestion : ModalQuestion {
+    PageSetup page;
+};
+// Lets the user choose paper, its direction and margins. IDOK when he did.
+int AskPrintPage(const CWnd& parent);
 
 // What the print dialog asks for.
 struct PrintRequest : ModalQuestion {

@@ -187,6 +187,23 @@ TEST(WorkbenchMenus, NoTwoEntriesOfAMenuHaveTheSameLetter) {
     }
 }
 
+TEST_F(WorkbenchTest, SettingsKeptByTheNameOfTheFileAreTakenOverOnce) {
+    const std::string now = "Views\\" + folder.Path("days.csv");
+    const auto kept = [](const std::string& section) {
+        return AfxGetApp()->GetProfileInt(section.c_str(), "Kept", 0);
+    };
+    application.WriteProfileInt("Views\\days.csv", "Kept", 7);
+    application.WriteProfileInt("Views\\days.csv\\Below", "Kept", 8);
+    Open();
+    EXPECT_EQ(kept(now), 7u);
+    EXPECT_EQ(kept(now + "\\Below"), 8u);
+    application.WriteProfileInt(now.c_str(), "Kept", 9);
+    End();
+    Begin();
+    Open();
+    EXPECT_EQ(kept(now), 9u);
+}
+
 TEST_F(WorkbenchTest, WhatTheUserChoseIsThereNextTime) {
     Open();
     const bool grid = State(kGrid).IsChecked();
@@ -197,8 +214,15 @@ TEST_F(WorkbenchTest, WhatTheUserChoseIsThereNextTime) {
     frame->GetWindowPlacement(&placement);
     placement.rcNormalPosition = CRect(40, 50, 740, 550);
     frame->SetWindowPlacement(&placement);
+    EXPECT_GT(PrintPage().paper.cx, PrintPage().paper.cy) << "pages lie across";
+    PageSetup page;
+    page.margin.right = 700;
+    SetPrintPage(page);
     End();
+    SetPrintPage({});
     Begin();
+    EXPECT_EQ(PrintPage().margin.right, 700);
+    SetPrintPage({});
     frame->GetWindowPlacement(&placement);
     EXPECT_EQ(CRect(placement.rcNormalPosition), CRect(40, 50, 740, 550));
     EXPECT_EQ(RecentFiles().front(), folder.Path("days.csv"));

@@ -82,6 +82,45 @@ TEST_F(PrintTest, TheDialogChoosesThePagesOrCancels) {
     EXPECT_EQ(m_view.TakeLog(), "prepare");
 }
 
+TEST_F(PrintTest, PagesAreAsTheUserChoseThemLast) {
+    const PageSetup before = PrintPage();
+    const auto questions = SetModalHandler([this](ModalQuestion& question) -> std::optional<int> {
+        if (auto* const page = dynamic_cast<PrintPageQuestion*>(&question)) {
+            page->page.paper = {29700, 21000};
+            page->page.margin = 1000;
+            page->page.margin.left = 3000;
+            return IDOK;
+        }
+        dynamic_cast<PrintRequest&>(question).pdfPath = Path("across.pdf").c_str();
+        return IDOK;
+    });
+    EXPECT_EQ(AskPrintPage(m_view), IDOK);
+    m_view.Print();
+    EXPECT_NEAR(m_view.drawn.right, (297 - 30 - 10) * 1440 / 25.4, 20);
+    EXPECT_NEAR(m_view.drawn.bottom, -190 * 1440 / 25.4, 20);
+    SetModalHandler([](ModalQuestion& question) -> std::optional<int> {
+        dynamic_cast<PrintPageQuestion&>(question).page.paper = {100, 100};
+        return IDCANCEL;
+    });
+    EXPECT_EQ(AskPrintPage(m_view), IDCANCEL);
+    EXPECT_EQ(PrintPage().paper, CSize(29700, 21000));
+    SetModalHandler(questions);
+    SetPrintPage(before);
+}
+
+TEST_F(PrintTest, TheRealDialogsBeginWithThePageAndKeepIt) {
+    const PageSetup before = PrintPage();
+    PageSetup across;
+    across.paper = {29700, 21000};
+    across.margin = 1500;
+    SetPrintPage(across);
+    QTimer::singleShot(0, [] { qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept(); });
+    EXPECT_EQ(AskPrintPage(m_view), IDOK);
+    EXPECT_EQ(PrintPage().paper, CSize(29700, 21000));
+    EXPECT_NEAR(PrintPage().margin.top, 1500, 20);
+    SetPrintPage(before);
+}
+
 TEST_F(PrintTest, APrintOfUnknownLengthHasOnePage) {
     m_view.maxPage = CPrintInfo::kUnknown;
     EXPECT_TRUE(PrintToPdf(m_view, Path("one.pdf").c_str()));
