@@ -166,6 +166,10 @@ void CSeriesView::DrawLegendOf(CDC& dc, std::size_t at) {
         if (!DrawsElsewhere()) emptiest_[at] = corner;
     }
     const CRect place = legend.PlaceIn(panel.plot, corner);
+    // Rather the data than their names.
+    constexpr std::int64_t kMost = 3;  // parts of the plot
+    const auto extent = [](const CRect& area) { return std::int64_t{area.Width()} * area.Height(); };
+    if (extent(place) * kMost > extent(panel.plot)) return;
     legend.Paint(dc, place, Theme());
     if (!DrawsElsewhere()) legends_.push_back(place);
 }

@@ -111,6 +111,8 @@ void PaintXAxis(CDC& dc, const PlotPanel& panel, const Range& x, const AxisReade
     }
     const int line = dc.GetTextExtent("0").cy;
     PaintContexts(dc, panel, x, plot.bottom + stroke + 1 + line, line);
+    const int taken = stroke + 1 + reader.LabelLines() * line;
+    if (panel.tile.bottom - plot.bottom < taken + line) return;
     dc.SetTextAlign(TA_RIGHT | TA_BOTTOM);
     dc.TextOut(plot.right, panel.tile.bottom - 1, reader.Title());
 }

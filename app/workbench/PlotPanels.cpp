@@ -139,7 +139,10 @@ void LayOut(std::vector<PlotPanel>& panels, CSize grid, const CRect& area, const
     AxisRoom room{0, false, measure};
     const int line = measure("0").cy;
     const Sizes sizes{line, line / 4 + 1, line / 4 + 1};
-    const int labels = (xReader.LabelLines() + 1) * line + sizes.stroke + sizes.gap;
+    // What shows little else goes without the title of the x axis.
+    constexpr int kLinesForTitle = 10;
+    const int titles = area.Height() / std::max<int>(1, grid.cy) < kLinesForTitle * line ? 0 : 1;
+    const int labels = (xReader.LabelLines() + titles) * line + sizes.stroke + sizes.gap;
     const int below = line / 2 + sizes.gap;  // of a plot, for half of its lowest label
     const auto columns = static_cast<std::size_t>(grid.cx);
     for (std::size_t i = 0; i < panels.size(); ++i) {
