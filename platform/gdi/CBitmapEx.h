@@ -43,5 +43,5 @@ class CBitmapEx {
 
   private:
     friend class CDC;
-    std::shared_ptr<Picture> m_picture;
+    std::shared_ptr<Picture> picture_;
 };

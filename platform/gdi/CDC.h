@@ -171,5 +171,5 @@ class CDC : public CObject {
 
   protected:
     struct State;
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<State> state_;
 };

@@ -54,32 +54,32 @@ CRect CDC::State::ToDevice(const CRect& rect) const {
 }
 
 void CDC::IntersectClipRect(const CRect& rect) {
-    const CRect added = m_state->ToDevice(rect);
-    m_state->clip = Intersection(m_state->clip.value_or(added), added);
+    const CRect added = state_->ToDevice(rect);
+    state_->clip = Intersection(state_->clip.value_or(added), added);
 }
 
 int CDC::SelectClipRgn(const CRgn* region) {
     if (!region) {
-        m_state->clip.reset();
+        state_->clip.reset();
         return SIMPLEREGION;
     }
     const GdiRecord* record = region->GetSafeHandle();
     if (!record || record->kind != GdiKind::Region) return 0;
-    m_state->clip = record->region;
+    state_->clip = record->region;
     return record->region.IsRectEmpty() ? NULLREGION : SIMPLEREGION;
 }
 
 int CDC::GetClipBox(RECT* box) const {
     if (!box) return 0;
-    const CSize size = m_state->DeviceSize();
+    const CSize size = state_->DeviceSize();
     const CRect whole(0, 0, size.cx, size.cy);
-    const CRect visible = m_state->clip ? Intersection(*m_state->clip, whole) : whole;
+    const CRect visible = state_->clip ? Intersection(*state_->clip, whole) : whole;
     if (visible.IsRectEmpty()) {
         *box = CRect();
         return NULLREGION;
     }
-    const CPoint corner = m_state->mapping.ToLogical({visible.left, visible.top});
-    const CPoint opposite = m_state->mapping.ToLogical({visible.right, visible.bottom});
+    const CPoint corner = state_->mapping.ToLogical({visible.left, visible.top});
+    const CPoint opposite = state_->mapping.ToLogical({visible.right, visible.bottom});
     *box = CRect(corner.x, corner.y, opposite.x, opposite.y);
     return SIMPLEREGION;
 }
@@ -87,17 +87,17 @@ int CDC::GetClipBox(RECT* box) const {
 BOOL CDC::BitBlt(int x, int y, int width, int height, const CDC* source, int sourceX, int sourceY,
                  DWORD operation) {
     if (!source || operation != SRCCOPY) return FALSE;
-    const std::shared_ptr<Picture> from = source->m_state->picture;
+    const std::shared_ptr<Picture> from = source->state_->picture;
     if (!from || from->pixels.empty()) return FALSE;
-    const CRect target = m_state->ToDevice({x, y, AddSaturated(x, width), AddSaturated(y, height)});
-    const CRect origin = source->m_state->ToDevice(
+    const CRect target = state_->ToDevice({x, y, AddSaturated(x, width), AddSaturated(y, height)});
+    const CRect origin = source->state_->ToDevice(
         {sourceX, sourceY, AddSaturated(sourceX, width), AddSaturated(sourceY, height)});
-    if (Paper* page = m_state->Page()) {
+    if (Paper* page = state_->Page()) {
         const CRect whole(0, 0, from->width, from->height);
         if (Intersection(origin, whole) == origin) page->Image(target, *from, origin);
         return Intersection(origin, whole) == origin;
     }
-    const auto canvas = m_state->Target();
+    const auto canvas = state_->Target();
     if (!canvas) return TRUE;
     const Transfer transfer = Clipped(target, {origin.left, origin.top}, canvas->clip, *from);
     if (!transfer.target.IsRectEmpty()) CopyPixels(*canvas, *from, transfer);

@@ -47,18 +47,18 @@ void CDC::State::Stroke(const Canvas& canvas, const CPoint* points, std::size_t 
 }
 
 CPoint CDC::MoveTo(int x, int y) {
-    m_state->dashPhase = 0;
-    return std::exchange(m_state->at, CPoint(x, y));
+    state_->dashPhase = 0;
+    return std::exchange(state_->at, CPoint(x, y));
 }
 
 BOOL CDC::LineTo(int x, int y) {
-    const CPoint ends[] = {m_state->mapping.ToDevice(m_state->at), m_state->mapping.ToDevice({x, y})};
-    m_state->at = CPoint(x, y);
-    if (m_state->Page()) return Guarded([&] { m_state->LineOnPage(ends[0], ends[1]); });
-    const auto canvas = m_state->Target();
-    if (!canvas || !m_state->HasPen()) return TRUE;
-    if (!m_state->HasHairPen()) return Guarded([&] { m_state->Stroke(*canvas, ends, 2, false); });
-    DrawHairline(*canvas, ends[0], ends[1], m_state->Hair(), m_state->dashPhase);
+    const CPoint ends[] = {state_->mapping.ToDevice(state_->at), state_->mapping.ToDevice({x, y})};
+    state_->at = CPoint(x, y);
+    if (state_->Page()) return Guarded([&] { state_->LineOnPage(ends[0], ends[1]); });
+    const auto canvas = state_->Target();
+    if (!canvas || !state_->HasPen()) return TRUE;
+    if (!state_->HasHairPen()) return Guarded([&] { state_->Stroke(*canvas, ends, 2, false); });
+    DrawHairline(*canvas, ends[0], ends[1], state_->Hair(), state_->dashPhase);
     return TRUE;
 }
 
@@ -67,96 +67,96 @@ BOOL CDC::Polyline(const CPoint* points, int count) { return Polyline(points, co
 BOOL CDC::Polyline(const CPoint* points, int count, const StatusFilter& which, const PointPyramid* pyramid) {
     if (!points || count < 2) return FALSE;
     const auto size = static_cast<std::size_t>(count);
-    if (m_state->Page()) return Guarded([&] { m_state->PolylineOnPage(points, size, which); });
-    const auto canvas = m_state->Target();
-    if (!canvas || !m_state->HasPen()) return TRUE;
-    if (m_state->HasHairPen())
+    if (state_->Page()) return Guarded([&] { state_->PolylineOnPage(points, size, which); });
+    const auto canvas = state_->Target();
+    if (!canvas || !state_->HasPen()) return TRUE;
+    if (state_->HasHairPen())
         return Guarded(
-            [&] { DrawPolyline(*canvas, m_state->mapping, points, size, which, m_state->Hair(), pyramid); });
+            [&] { DrawPolyline(*canvas, state_->mapping, points, size, which, state_->Hair(), pyramid); });
     return Guarded([&] {
         std::vector<CPoint> device;
-        ForEachTaken(points, size, which, [&](CPoint p) { device.push_back(m_state->mapping.ToDevice(p)); });
-        m_state->Stroke(*canvas, device.data(), device.size(), false);
+        ForEachTaken(points, size, which, [&](CPoint p) { device.push_back(state_->mapping.ToDevice(p)); });
+        state_->Stroke(*canvas, device.data(), device.size(), false);
     });
 }
 
 BOOL CDC::Polygon(const CPoint* points, int count) {
     if (!points || count < 2) return FALSE;
-    if (m_state->Page())
-        return Guarded([&] { m_state->PolygonOnPage(points, static_cast<std::size_t>(count)); });
-    const auto canvas = m_state->Target();
+    if (state_->Page())
+        return Guarded([&] { state_->PolygonOnPage(points, static_cast<std::size_t>(count)); });
+    const auto canvas = state_->Target();
     if (!canvas) return TRUE;
     return Guarded([&] {
         std::vector<CPoint> device(points, points + count);
         LPtoDP(device.data(), count);
-        if (m_state->brushRecord) FillPolygon(*canvas, device.data(), device.size(), m_state->BrushInk());
-        m_state->Stroke(*canvas, device.data(), device.size(), true);
+        if (state_->brushRecord) FillPolygon(*canvas, device.data(), device.size(), state_->BrushInk());
+        state_->Stroke(*canvas, device.data(), device.size(), true);
     });
 }
 
 BOOL CDC::Rectangle(int left, int top, int right, int bottom) {
-    const CRect box = m_state->ToDevice({left, top, right, bottom});
-    if (m_state->Page()) return Guarded([&] { m_state->RectangleOnPage(box); });
-    const auto canvas = m_state->Target();
+    const CRect box = state_->ToDevice({left, top, right, bottom});
+    if (state_->Page()) return Guarded([&] { state_->RectangleOnPage(box); });
+    const auto canvas = state_->Target();
     if (!canvas || box.IsRectEmpty()) return TRUE;
-    const std::int64_t inset = m_state->HasHairPen() ? 1 : 0, cut = m_state->HasPen() ? inset : 1;
-    if (m_state->brushRecord)
+    const std::int64_t inset = state_->HasHairPen() ? 1 : 0, cut = state_->HasPen() ? inset : 1;
+    if (state_->brushRecord)
         FillBox(*canvas, box.left + inset, box.top + inset, box.right - cut, box.bottom - cut,
-                m_state->BrushInk());
-    if (!m_state->HasPen()) return TRUE;
-    if (m_state->HasHairPen()) {
-        OutlineBox(*canvas, box, m_state->Hair());
+                state_->BrushInk());
+    if (!state_->HasPen()) return TRUE;
+    if (state_->HasHairPen()) {
+        OutlineBox(*canvas, box, state_->Hair());
         return TRUE;
     }
     const CPoint corners[] = {{box.left, box.top},
                               {box.right - 1, box.top},
                               {box.right - 1, box.bottom - 1},
                               {box.left, box.bottom - 1}};
-    return Guarded([&] { m_state->Stroke(*canvas, corners, 4, true); });
+    return Guarded([&] { state_->Stroke(*canvas, corners, 4, true); });
 }
 
 BOOL CDC::Ellipse(int left, int top, int right, int bottom) {
-    CRect box = m_state->ToDevice({left, top, right, bottom});
-    if (m_state->Page()) return Guarded([&] { m_state->EllipseOnPage(box); });
-    const auto canvas = m_state->Target();
-    if (!m_state->HasPen() && !box.IsRectEmpty())
+    CRect box = state_->ToDevice({left, top, right, bottom});
+    if (state_->Page()) return Guarded([&] { state_->EllipseOnPage(box); });
+    const auto canvas = state_->Target();
+    if (!state_->HasPen() && !box.IsRectEmpty())
         box = CRect(box.left, box.top, box.right - 1, box.bottom - 1);
     if (!canvas || box.IsRectEmpty()) return TRUE;
-    const bool hair = m_state->HasHairPen();
-    if (m_state->brushRecord) FillEllipse(*canvas, box, hair, m_state->BrushInk());
-    if (!m_state->HasPen()) return TRUE;
+    const bool hair = state_->HasHairPen();
+    if (state_->brushRecord) FillEllipse(*canvas, box, hair, state_->BrushInk());
+    if (!state_->HasPen()) return TRUE;
     if (hair) {
-        OutlineEllipse(*canvas, box, m_state->Hair());
+        OutlineEllipse(*canvas, box, state_->Hair());
         return TRUE;
     }
     return Guarded([&] {
         const auto corners = EllipseCorners(box);
-        m_state->Stroke(*canvas, corners.data(), corners.size(), true);
+        state_->Stroke(*canvas, corners.data(), corners.size(), true);
     });
 }
 
 void CDC::FillSolidRect(const CRect& rect, COLORREF color) {
-    const CRect box = m_state->ToDevice(rect);
-    if (Paper* page = m_state->Page()) {
+    const CRect box = state_->ToDevice(rect);
+    if (Paper* page = state_->Page()) {
         Guarded([&] { page->Box(box, {kNoHatch, color, std::nullopt}); });
         return;
     }
-    if (const auto canvas = m_state->Target())
+    if (const auto canvas = state_->Target())
         FillBox(*canvas, box.left, box.top, box.right, box.bottom, {ToPixel(color), R2_COPYPEN});
 }
 
 BOOL CDC::SetPixelV(int x, int y, COLORREF color) {
-    const CPoint p = m_state->mapping.ToDevice({x, y});
-    if (Paper* page = m_state->Page()) return Guarded([&] { page->Dots({p}, color); });
-    const auto canvas = m_state->Target();
+    const CPoint p = state_->mapping.ToDevice({x, y});
+    if (Paper* page = state_->Page()) return Guarded([&] { page->Dots({p}, color); });
+    const auto canvas = state_->Target();
     if (!canvas || !canvas->clip.PtInRect(p)) return FALSE;
     canvas->Row(p.y)[p.x] = ToPixel(color);
     return TRUE;
 }
 
 COLORREF CDC::GetPixel(int x, int y) const {
-    const auto canvas = m_state->Target();
-    const CPoint p = m_state->mapping.ToDevice({x, y});
+    const auto canvas = state_->Target();
+    const CPoint p = state_->mapping.ToDevice({x, y});
     if (!canvas || !canvas->clip.PtInRect(p)) return CLR_INVALID;
     return ToColor(canvas->Row(p.y)[p.x]);
 }
@@ -164,26 +164,26 @@ COLORREF CDC::GetPixel(int x, int y) const {
 void CDC::DrawPixels(const CPoint* points, int count, COLORREF color, const StatusFilter& which) {
     if (!points || count < 1) return;
     const auto size = static_cast<std::size_t>(count);
-    if (m_state->Page()) {
-        Guarded([&] { m_state->DotsOnPage(points, size, color, which); });
+    if (state_->Page()) {
+        Guarded([&] { state_->DotsOnPage(points, size, color, which); });
         return;
     }
-    if (const auto canvas = m_state->Target())
-        DrawPixelCloud(*canvas, m_state->mapping, points, size, which, ToPixel(color));
+    if (const auto canvas = state_->Target())
+        DrawPixelCloud(*canvas, state_->mapping, points, size, which, ToPixel(color));
 }
 
 void CDC::DrawRectangles(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which) {
     if (!points || count < 1) return;
     const auto size = static_cast<std::size_t>(count);
-    if (m_state->Page()) {
-        Guarded([&] { m_state->RectanglesOnPage(points, size, halfExtent, which); });
+    if (state_->Page()) {
+        Guarded([&] { state_->RectanglesOnPage(points, size, halfExtent, which); });
         return;
     }
-    const auto canvas = m_state->Target();
+    const auto canvas = state_->Target();
     if (!canvas) return;
-    if (m_state->DrawsPlainShapes() && Guarded([&] {
-            DrawBoxCloud(*canvas, m_state->mapping, points, size, which, halfExtent,
-                         m_state->HasPen() ? 0 : 1, m_state->BrushInk().pixel);
+    if (state_->DrawsPlainShapes() && Guarded([&] {
+            DrawBoxCloud(*canvas, state_->mapping, points, size, which, halfExtent, state_->HasPen() ? 0 : 1,
+                         state_->BrushInk().pixel);
         }))
         return;
     ForEachTaken(points, size, which, [&](CPoint p) { Rectangle(BoxRound(p, halfExtent)); });
@@ -192,15 +192,15 @@ void CDC::DrawRectangles(const CPoint* points, int count, CSize halfExtent, cons
 void CDC::DrawEllipses(const CPoint* points, int count, CSize halfExtent, const StatusFilter& which) {
     if (!points || count < 1) return;
     const auto size = static_cast<std::size_t>(count);
-    if (m_state->Page()) {
-        Guarded([&] { m_state->EllipsesOnPage(points, size, halfExtent, which); });
+    if (state_->Page()) {
+        Guarded([&] { state_->EllipsesOnPage(points, size, halfExtent, which); });
         return;
     }
-    const auto canvas = m_state->Target();
+    const auto canvas = state_->Target();
     if (!canvas) return;
-    if (m_state->DrawsPlainShapes() && Guarded([&] {
-            DrawEllipseCloud(*canvas, m_state->mapping, points, size, which, halfExtent,
-                             m_state->HasPen() ? 0 : 1, m_state->BrushInk().pixel);
+    if (state_->DrawsPlainShapes() && Guarded([&] {
+            DrawEllipseCloud(*canvas, state_->mapping, points, size, which, halfExtent,
+                             state_->HasPen() ? 0 : 1, state_->BrushInk().pixel);
         }))
         return;
     ForEachTaken(points, size, which, [&](CPoint p) { Ellipse(BoxRound(p, halfExtent)); });

@@ -35,7 +35,7 @@ PaperFill CDC::State::PageFill() const {
 void CDC::State::LineOnPage(CPoint from, CPoint to) {
     if (!HasPen()) return;
     PaperPen line = PagePen();
-    line.phase = static_cast<double>(dashPhase);
+    line.phase = double(dashPhase);
     paper->Lines({from, to}, false, line);
     dashPhase += std::llround(std::hypot(double(to.x) - from.x, double(to.y) - from.y));
 }

@@ -70,24 +70,24 @@ BOOL CDC::SmoothPolyline(const CPoint* points, int count, const StatusFilter& wh
                          KeptLine* kept) {
     if (!points || count < 1) return FALSE;
     const auto size = static_cast<std::size_t>(count);
-    if (!m_state->HasPen()) return TRUE;
-    const bool smooth = m_state->DrawsSmoothLines();
-    if (smooth && m_state->Page())
-        return Guarded([&] { m_state->SmoothPolylineOnPage(points, size, which, breaks); });
-    const auto canvas = smooth ? m_state->Target() : std::nullopt;
+    if (!state_->HasPen()) return TRUE;
+    const bool smooth = state_->DrawsSmoothLines();
+    if (smooth && state_->Page())
+        return Guarded([&] { state_->SmoothPolylineOnPage(points, size, which, breaks); });
+    const auto canvas = smooth ? state_->Target() : std::nullopt;
     if (smooth && !canvas) return TRUE;
     if (smooth && CanDrawSmooth(*canvas)) {
-        const double width = m_state->SmoothWidth();
+        const double width = state_->SmoothWidth();
         const bool known = kept && kept->pyramid.Describes(points, size, which);
         const LinePoints line{points, size, which, breaks, known ? &kept->pyramid : nullptr};
-        const SmoothPen pen{ToPixel(m_state->penRecord.color), width, kLoneWidths * width};
+        const SmoothPen pen{ToPixel(state_->penRecord.color), width, kLoneWidths * width};
         return Guarded(
-            [&] { DrawSmoothLine(*canvas, m_state->mapping, line, pen, known ? &kept->runs : nullptr); });
+            [&] { DrawSmoothLine(*canvas, state_->mapping, line, pen, known ? &kept->runs : nullptr); });
     }
     ForEachPiece(size, breaks, [&](std::size_t begin, std::size_t end) {
         const CPoint* const lone = LonePoint(points, begin, end, which);
-        if (lone && m_state->rasterOperation == R2_COPYPEN)
-            SetPixelV(lone->x, lone->y, m_state->penRecord.color);
+        if (lone && state_->rasterOperation == R2_COPYPEN)
+            SetPixelV(lone->x, lone->y, state_->penRecord.color);
         Polyline(points + begin, static_cast<int>(end - begin), which.From(begin),
                  kept && begin == 0 ? &kept->pyramid : nullptr);
     });
@@ -98,15 +98,15 @@ void CDC::DrawSmoothDots(const CPoint* points, int count, int diameter, COLORREF
                          const StatusFilter& which) {
     if (!points || count < 1) return;
     const auto size = static_cast<std::size_t>(count);
-    const double wide = diameter / 100.0 * m_state->DotsPerInch() / kMillimetresPerInch;
-    const double width = m_state->SmoothWidth();
-    if (m_state->Page()) {
-        Guarded([&] { m_state->SmoothDotsOnPage(points, size, std::max(wide, width), color, which); });
+    const double wide = diameter / 100.0 * state_->DotsPerInch() / kMillimetresPerInch;
+    const double width = state_->SmoothWidth();
+    if (state_->Page()) {
+        Guarded([&] { state_->SmoothDotsOnPage(points, size, std::max(wide, width), color, which); });
         return;
     }
-    const auto canvas = m_state->Target();
+    const auto canvas = state_->Target();
     if (!canvas) return;
     if (!CanDrawSmooth(*canvas)) return DrawPixels(points, count, color, which);
     const SmoothPen pen{ToPixel(color), width, std::max(wide, width)};
-    Guarded([&] { ::DrawSmoothDots(*canvas, m_state->mapping, points, size, which, pen); });
+    Guarded([&] { ::DrawSmoothDots(*canvas, state_->mapping, points, size, which, pen); });
 }

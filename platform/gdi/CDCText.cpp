@@ -42,38 +42,38 @@ void DrawOnPixels(const Canvas& canvas, const TextFont& font, const CRect& cell,
 
 }  // namespace
 
-COLORREF CDC::SetTextColor(COLORREF color) { return std::exchange(m_state->textColor, color); }
+COLORREF CDC::SetTextColor(COLORREF color) { return std::exchange(state_->textColor, color); }
 
-COLORREF CDC::GetTextColor() const { return m_state->textColor; }
+COLORREF CDC::GetTextColor() const { return state_->textColor; }
 
-UINT CDC::SetTextAlign(UINT flags) { return std::exchange(m_state->textAlign, flags); }
+UINT CDC::SetTextAlign(UINT flags) { return std::exchange(state_->textAlign, flags); }
 
-UINT CDC::GetTextAlign() const { return m_state->textAlign; }
+UINT CDC::GetTextAlign() const { return state_->textAlign; }
 
 BOOL CDC::TextOut(int x, int y, const CString& text) try {
-    Paper* const page = m_state->Page();
-    const auto canvas = m_state->Target();
+    Paper* const page = state_->Page();
+    const auto canvas = state_->Target();
     if ((!page && !canvas) || text.IsEmpty()) return TRUE;
-    const TextFont font = m_state->Font();
-    const CPoint at = m_state->mapping.ToDevice({x, y});
-    const CRect cell = CellAt(at, font.Width(text.View()), font, m_state->textAlign);
+    const TextFont font = state_->Font();
+    const CPoint at = state_->mapping.ToDevice({x, y});
+    const CRect cell = CellAt(at, font.Width(text.View()), font, state_->textAlign);
     if (page) {
-        if (m_state->bkMode == OPAQUE) page->Box(cell, {kNoHatch, m_state->bkColor, std::nullopt});
-        page->Text(font, cell, text.View(), m_state->textColor);
+        if (state_->bkMode == OPAQUE) page->Box(cell, {kNoHatch, state_->bkColor, std::nullopt});
+        page->Text(font, cell, text.View(), state_->textColor);
         return TRUE;
     }
     if (IsFarOutside(cell, canvas->clip)) return TRUE;
-    if (m_state->bkMode == OPAQUE)
+    if (state_->bkMode == OPAQUE)
         FillBox(*canvas, cell.left, cell.top, cell.right, cell.bottom,
-                {ToPixel(m_state->bkColor), R2_COPYPEN});
-    DrawOnPixels(*canvas, font, cell, text.View(), m_state->textColor);
+                {ToPixel(state_->bkColor), R2_COPYPEN});
+    DrawOnPixels(*canvas, font, cell, text.View(), state_->textColor);
     return TRUE;
 } catch (const std::exception&) {
     return FALSE;
 }
 
 CSize CDC::GetTextExtent(const CString& text) const try {
-    const TextFont font = m_state->Font();
+    const TextFont font = state_->Font();
     CSize extent(font.Width(text.View()), font.Cell());
     DPtoLP(&extent);
     return extent;

@@ -15,62 +15,62 @@ QString ToQString(const CString& text) { return QString::fromUtf8(text.GetString
 
 class PdfDevice : public PaperDevice {
   public:
-    PdfDevice(const char* path, const PageSetup& setup) : m_file(path) {
-        if (!m_file.IsOpen()) return;
-        m_writer.emplace(&m_file.Bytes());
-        m_writer->setResolution(kResolution);
-        m_writer->setTitle(ToQString(setup.title));
-        m_writer->setPageLayout(PageLayoutOf(setup));
+    PdfDevice(const char* path, const PageSetup& setup) : file_(path) {
+        if (!file_.IsOpen()) return;
+        writer_.emplace(&file_.Bytes());
+        writer_->setResolution(kResolution);
+        writer_->setTitle(ToQString(setup.title));
+        writer_->setPageLayout(PageLayoutOf(setup));
     }
-    bool IsOpen() const { return m_writer.has_value(); }
+    bool IsOpen() const { return writer_.has_value(); }
 
-    QPaintDevice& Device() override { return *m_writer; }
+    QPaintDevice& Device() override { return *writer_; }
     int DotsPerInch() const override { return kResolution; }
     CSize Size() const override {
-        const QRect area = m_writer->pageLayout().paintRectPixels(kResolution);
+        const QRect area = writer_->pageLayout().paintRectPixels(kResolution);
         return {area.width(), area.height()};
     }
-    bool NewPage() override { return m_writer->newPage(); }
+    bool NewPage() override { return writer_->newPage(); }
     bool Finish() override {
-        m_writer.reset();
-        return m_file.Commit();
+        writer_.reset();
+        return file_.Commit();
     }
 
   private:
     static constexpr int kResolution = 600;
 
-    WholeFile m_file;
-    std::optional<QPdfWriter> m_writer;
+    WholeFile file_;
+    std::optional<QPdfWriter> writer_;
 };
 
 class SvgDevice : public PaperDevice {
   public:
     SvgDevice(const char* path, CSize pixels, const CString& title)
-        : m_file(path), m_size(pixels.cx * kDotsPerPixel, pixels.cy * kDotsPerPixel) {
-        if (!m_file.IsOpen()) return;
-        m_generator.setOutputDevice(&m_file.Bytes());
-        m_generator.setResolution(DotsPerInch());
-        m_generator.setSize(QSize(m_size.cx, m_size.cy));
-        m_generator.setViewBox(QRect(0, 0, m_size.cx, m_size.cy));
+        : file_(path), size_(pixels.cx * kDotsPerPixel, pixels.cy * kDotsPerPixel) {
+        if (!file_.IsOpen()) return;
+        generator_.setOutputDevice(&file_.Bytes());
+        generator_.setResolution(DotsPerInch());
+        generator_.setSize(QSize(size_.cx, size_.cy));
+        generator_.setViewBox(QRect(0, 0, size_.cx, size_.cy));
         // The generator writes it as it is.
-        m_generator.setTitle(ToQString(title).toHtmlEscaped());
+        generator_.setTitle(ToQString(title).toHtmlEscaped());
     }
-    bool IsOpen() const { return m_file.IsOpen(); }
+    bool IsOpen() const { return file_.IsOpen(); }
 
-    QPaintDevice& Device() override { return m_generator; }
+    QPaintDevice& Device() override { return generator_; }
     int DotsPerInch() const override { return kScreenDotsPerInch * kDotsPerPixel; }
-    CSize Size() const override { return m_size; }
+    CSize Size() const override { return size_; }
     double Hairline() const override { return kDotsPerPixel; }
     bool Clips() const override { return false; }
     bool NewPage() override { return false; }
-    bool Finish() override { return m_file.Commit(); }
+    bool Finish() override { return file_.Commit(); }
 
   private:
     static constexpr int kDotsPerPixel = 10;
 
-    WholeFile m_file;
-    CSize m_size;
-    QSvgGenerator m_generator;
+    WholeFile file_;
+    CSize size_;
+    QSvgGenerator generator_;
 };
 
 bool HasRoom(const PageSetup& setup) {
@@ -104,19 +104,19 @@ std::unique_ptr<CPrintDC> CPrintDC::CreateSvg(const char* path, CSize pixels, co
 }
 
 CPrintDC::CPrintDC(std::unique_ptr<PaperDevice> device) {
-    m_state->paper = std::make_shared<Paper>(std::move(device));
+    state_->paper = std::make_shared<Paper>(std::move(device));
     SaveDC();
 }
 
 CPrintDC::~CPrintDC() = default;
 
-BOOL CPrintDC::StartPage() { return m_state->paper->StartPage(); }
+BOOL CPrintDC::StartPage() { return state_->paper->StartPage(); }
 
 BOOL CPrintDC::EndPage() {
-    m_state->paper->EndPage();
+    state_->paper->EndPage();
     RestoreDC(1);
     SaveDC();
     return TRUE;
 }
 
-BOOL CPrintDC::EndDoc() { return m_state->paper->Finish(); }
+BOOL CPrintDC::EndDoc() { return state_->paper->Finish(); }

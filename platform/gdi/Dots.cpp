@@ -60,12 +60,12 @@ void ForEachBox(const CRect& range, const Mapping& mapping, const CPoint* points
 class Coverage {
   public:
     explicit Coverage(const Canvas& canvas)
-        : m_canvas(canvas),
-          m_width(static_cast<std::size_t>(canvas.clip.Width()) + 1),
-          m_changes(m_width * (static_cast<std::size_t>(canvas.clip.Height()) + 1)) {}
+        : canvas_(canvas),
+          width_(static_cast<std::size_t>(canvas.clip.Width()) + 1),
+          changes_(width_ * (static_cast<std::size_t>(canvas.clip.Height()) + 1)) {}
 
     void Add(const Box& box) {
-        const CRect& clip = m_canvas.clip;
+        const CRect& clip = canvas_.clip;
         const LONG left = std::max(box.left, clip.left) - clip.left;
         const LONG right = std::min(box.right, clip.right) - clip.left;
         const LONG first = std::max(box.top, clip.top), behind = std::min(box.bottom, clip.bottom);
@@ -79,12 +79,12 @@ class Coverage {
     }
 
     void Fill(std::uint32_t pixel) {
-        const CRect& clip = m_canvas.clip;
+        const CRect& clip = canvas_.clip;
         const auto width = static_cast<std::size_t>(clip.Width());
         for (LONG y = clip.top; y < clip.bottom; ++y) {
             const int* const changes = Row(y);
             int* const below = Row(y + 1);
-            std::uint32_t* const target = m_canvas.Row(y) + clip.left;
+            std::uint32_t* const target = canvas_.Row(y) + clip.left;
             int covering = 0;
             for (std::size_t x = 0; x < width; ++x) {
                 covering += changes[x];
@@ -95,11 +95,11 @@ class Coverage {
     }
 
   private:
-    int* Row(LONG y) { return m_changes.data() + m_width * static_cast<std::size_t>(y - m_canvas.clip.top); }
+    int* Row(LONG y) { return changes_.data() + width_ * static_cast<std::size_t>(y - canvas_.clip.top); }
 
-    const Canvas& m_canvas;
-    std::size_t m_width;
-    std::vector<int> m_changes;
+    const Canvas& canvas_;
+    std::size_t width_;
+    std::vector<int> changes_;
 };
 
 bool IsExact(const CRect& clip) { return std::max(clip.right, clip.bottom) <= PixelAxis::kLargestPicture; }
@@ -116,12 +116,12 @@ CRect DeviceBoxRound(CPoint p, const Mapping& mapping, CSize half, int shrink) {
 class EllipseShapes {
   public:
     const std::vector<EllipseSpan>& Rows(int width, int height) {
-        if (m_last && m_last->width == width && m_last->height == height) return m_last->rows;
-        const auto known = std::find_if(m_shapes.begin(), m_shapes.end(), [=](const Shape& shape) {
+        if (last_ && last_->width == width && last_->height == height) return last_->rows;
+        const auto known = std::find_if(shapes_.begin(), shapes_.end(), [=](const Shape& shape) {
             return shape.width == width && shape.height == height;
         });
-        m_last = known != m_shapes.end() ? &*known : &m_shapes.emplace_back(width, height);
-        return m_last->rows;
+        last_ = known != shapes_.end() ? &*known : &shapes_.emplace_back(width, height);
+        return last_->rows;
     }
 
   private:
@@ -132,8 +132,8 @@ class EllipseShapes {
         int width, height;
         std::vector<EllipseSpan> rows;
     };
-    std::deque<Shape> m_shapes;
-    const Shape* m_last = nullptr;
+    std::deque<Shape> shapes_;
+    const Shape* last_ = nullptr;
 };
 
 }  // namespace

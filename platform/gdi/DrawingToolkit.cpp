@@ -7,16 +7,16 @@ namespace {
 
 class OwnApplication {
   public:
-    OwnApplication() : m_application(m_count, m_arguments) {}
+    OwnApplication() : application_(count_, arguments_) {}
 
   private:
     // The application keeps references to both.
-    char m_name[6] = "tavin";
-    char m_option[10] = "-platform";
-    char m_platform[10] = "offscreen";
-    char* m_arguments[4] = {m_name, m_option, m_platform, nullptr};
-    int m_count = 3;
-    QGuiApplication m_application;
+    char name_[6] = "tavin";
+    char option_[10] = "-platform";
+    char platform_[10] = "offscreen";
+    char* arguments_[4] = {name_, option_, platform_, nullptr};
+    int count_ = 3;
+    QGuiApplication application_;
 };
 
 // Not taken down at the process's end: fonts that static objects keep may go later.

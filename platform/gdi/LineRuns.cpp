@@ -17,74 +17,74 @@ constexpr std::int64_t kHighest = std::numeric_limits<std::int32_t>::max();
 
 RunWalk::RunWalk(const LinePoints& line, const SubpixelColumns& columns, SubpixelColumns::Interval window,
                  std::size_t begin, std::size_t end, bool joined)
-    : m_line(line),
-      m_window{columns, SaturateToInt32(window.left - 1), SaturateToInt32(window.right + 1)},
-      m_next(line.NextTaken(begin, end)),
-      m_end(end),
-      m_joined(joined) {
+    : line_(line),
+      window_{columns, SaturateToInt32(window.left - 1), SaturateToInt32(window.right + 1)},
+      next_(line.NextTaken(begin, end)),
+      end_(end),
+      joined_(joined) {
     const int* const first = line.breaks.before;
-    m_break = static_cast<int>(
-        std::upper_bound(first, first + line.breaks.count, static_cast<std::int64_t>(m_next)) - first);
+    break_ = static_cast<int>(
+        std::upper_bound(first, first + line.breaks.count, static_cast<std::int64_t>(next_)) - first);
 }
 
-// The end of the piece that holds m_next.
+// The end of the piece that holds next_.
 std::size_t RunWalk::PieceEnd() {
-    const LineBreaks& breaks = m_line.breaks;
-    while (m_break < breaks.count && static_cast<std::size_t>(breaks.before[m_break]) <= m_next) ++m_break;
-    if (m_break == breaks.count) return m_end;
-    return std::min(m_end, static_cast<std::size_t>(breaks.before[m_break]));
+    const LineBreaks& breaks = line_.breaks;
+    while (break_ < breaks.count && static_cast<std::size_t>(breaks.before[break_]) <= next_) ++break_;
+    if (break_ == breaks.count) return end_;
+    return std::min(end_, static_cast<std::size_t>(breaks.before[break_]));
 }
 
 void RunWalk::Take(std::int32_t x, std::size_t end, RunScan& scan) const {
-    const double column = m_window.Column(x);
+    const double column = window_.Column(x);
     for (const std::size_t probed = std::min(end, scan.next + kProbe); scan.next < probed; ++scan.next) {
-        if (!m_line.which.Takes(scan.next)) continue;
-        const CPoint p = m_line.points[scan.next];
-        if (m_window.Column(p.x) != column) return;
+        if (!line_.which.Takes(scan.next)) continue;
+        const CPoint p = line_.points[scan.next];
+        if (window_.Column(p.x) != column) return;
         scan.low = std::min<std::int32_t>(scan.low, p.y);
         scan.high = std::max<std::int32_t>(scan.high, p.y);
     }
     const auto inside = [&](std::int32_t least, std::int32_t greatest) {
-        return m_window.Column(least) == column && m_window.Column(greatest) == column;
+        return window_.Column(least) == column && window_.Column(greatest) == column;
     };
     while (scan.next < end) {
         // No scan crosses the border of a block of the pyramid, so that the pyramid can take over there.
-        const std::size_t stop = m_line.pyramid ? std::min(end, PointPyramid::BlockEnd(scan.next)) : end;
-        if (m_line.pyramid && PointPyramid::BeginsBlock(scan.next)) {
+        const std::size_t stop = line_.pyramid ? std::min(end, PointPyramid::BlockEnd(scan.next)) : end;
+        if (line_.pyramid && PointPyramid::BeginsBlock(scan.next)) {
             const std::size_t before = scan.next;
-            m_line.pyramid->SkipWhile(inside, end, scan);
+            line_.pyramid->SkipWhile(inside, end, scan);
             if (scan.next > before) continue;
         }
-        ScanColumn(m_line.points, stop, m_line.which, m_window, x, scan);
+        ScanColumn(line_.points, stop, line_.which, window_, x, scan);
         if (scan.next < stop) return;
     }
 }
 
 bool RunWalk::Next(LineRun& run) {
-    if (m_next >= m_end) return false;
+    if (next_ >= end_) return false;
     const std::size_t end = PieceEnd();
-    run.first = m_line.points[m_next];
-    run.begin = static_cast<std::uint32_t>(m_next);
-    run.joined = m_joined;
-    RunScan scan{m_next + 1, run.first.y, run.first.y};
+    run.first = line_.points[next_];
+    run.begin = static_cast<std::uint32_t>(next_);
+    run.joined = joined_;
+    RunScan scan{next_ + 1, run.first.y, run.first.y};
     Take(run.first.x, end, scan);
-    const std::size_t last = m_line.LastTaken(m_next, scan.next);
-    run.last = m_line.points[last];
-    run.single = last == m_next;
+    const std::size_t last = line_.LastTaken(next_, scan.next);
+    run.last = line_.points[last];
+    run.single = last == next_;
     run.low = scan.low;
     run.high = scan.high;
-    m_next = m_line.NextTaken(scan.next, m_end);
-    m_joined = m_next < end;
+    next_ = line_.NextTaken(scan.next, end_);
+    joined_ = next_ < end;
     return true;
 }
 
 bool KeptRuns::IsUseful(const LinePoints& line, const SubpixelColumns& columns, std::size_t begin,
                         std::size_t end) const {
-    if (m_runs.size() < 3 || !m_columns || !m_columns->HasLatticeOf(columns)) return false;
-    const StatusFilter &now = line.which, &then = m_line.which;
-    return line.points == m_line.points && line.count == m_line.count && now.status == then.status &&
-           now.mask == then.mask && now.value == then.value && line.breaks.before == m_line.breaks.before &&
-           line.breaks.count == m_line.breaks.count && begin <= m_runs.back().begin && end > m_runs[1].begin;
+    if (runs_.size() < 3 || !columns_ || !columns_->HasLatticeOf(columns)) return false;
+    const StatusFilter &now = line.which, &then = line_.which;
+    return line.points == line_.points && line.count == line_.count && now.status == then.status &&
+           now.mask == then.mask && now.value == then.value && line.breaks.before == line_.breaks.before &&
+           line.breaks.count == line_.breaks.count && begin <= runs_.back().begin && end > runs_[1].begin;
 }
 
 // The first run kept may lack points at its beginning and the last one at its end: both were out of sight,
@@ -101,18 +101,18 @@ std::span<const LineRun> KeptRuns::Find(const LinePoints& line, const SubpixelCo
     };
     if (IsUseful(line, columns, begin, end)) {
         const auto beginsBefore = [](const LineRun& run, std::size_t i) { return run.begin < i; };
-        const auto incomplete = m_runs.end() - 1;
-        const auto first = std::lower_bound(m_runs.begin() + 1, incomplete, begin, beginsBefore);
+        const auto incomplete = runs_.end() - 1;
+        const auto first = std::lower_bound(runs_.begin() + 1, incomplete, begin, beginsBefore);
         const auto last = std::lower_bound(first, incomplete, end, beginsBefore);
-        runs.reserve(m_runs.size() + 1024);
+        runs.reserve(runs_.size() + 1024);
         walk(begin, std::min<std::size_t>(first->begin, end), false);
         runs.insert(runs.end(), first, last);
         walk(last->begin, end, last->joined);
     } else {
         walk(begin, end, false);
     }
-    m_runs = std::move(runs);
-    m_columns = columns;
-    m_line = line;
-    return m_runs;
+    runs_ = std::move(runs);
+    columns_ = columns;
+    line_ = line;
+    return runs_;
 }

@@ -57,11 +57,11 @@ class RunWalk {
     // Takes the points into a run that lie in the column of x.
     void Take(std::int32_t x, std::size_t end, RunScan& scan) const;
 
-    const LinePoints& m_line;
-    ColumnWindow m_window;
-    std::size_t m_next, m_end;
-    bool m_joined;
-    int m_break;  // no break before it lies behind m_next
+    const LinePoints& line_;
+    ColumnWindow window_;
+    std::size_t next_, end_;
+    bool joined_;
+    int break_;  // no break before it lies behind next_
 };
 
 // The runs of a line as it was drawn last, for a view that pans over unchanged points. Whoever keeps them
@@ -73,13 +73,13 @@ class KeptRuns {
     // next call. Throws when memory is short, with what was kept as before.
     std::span<const LineRun> Find(const LinePoints& line, const SubpixelColumns& columns, std::size_t begin,
                                   std::size_t end);
-    void Forget() { m_runs.clear(); }
+    void Forget() { runs_.clear(); }
 
   private:
     bool IsUseful(const LinePoints& line, const SubpixelColumns& columns, std::size_t begin,
                   std::size_t end) const;
 
-    std::vector<LineRun> m_runs;
-    std::optional<SubpixelColumns> m_columns;
-    LinePoints m_line{};
+    std::vector<LineRun> runs_;
+    std::optional<SubpixelColumns> columns_;
+    LinePoints line_{};
 };

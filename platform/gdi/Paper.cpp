@@ -178,22 +178,22 @@ struct Paper::Painting {
     }
 };
 
-Paper::Paper(std::unique_ptr<PaperDevice> device) : m_painting(std::make_unique<Painting>()) {
-    m_painting->dotsPerInch = device->DotsPerInch();
-    m_painting->size = device->Size();
-    m_painting->device = std::move(device);
+Paper::Paper(std::unique_ptr<PaperDevice> device) : painting_(std::make_unique<Painting>()) {
+    painting_->dotsPerInch = device->DotsPerInch();
+    painting_->size = device->Size();
+    painting_->device = std::move(device);
 }
 
 Paper::~Paper() {
-    if (m_painting->painter.isActive()) m_painting->painter.end();
+    if (painting_->painter.isActive()) painting_->painter.end();
 }
 
-int Paper::DotsPerInch() const { return m_painting->dotsPerInch; }
+int Paper::DotsPerInch() const { return painting_->dotsPerInch; }
 
-CSize Paper::Size() const { return m_painting->size; }
+CSize Paper::Size() const { return painting_->size; }
 
 bool Paper::StartPage() {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     if (p.onPage || p.failed) return false;
     EnsureDrawingToolkit();
     const bool ready = p.pages == 0 ? p.painter.begin(&p.device->Device()) : p.device->NewPage();
@@ -207,10 +207,10 @@ bool Paper::StartPage() {
     return true;
 }
 
-void Paper::EndPage() { m_painting->onPage = false; }
+void Paper::EndPage() { painting_->onPage = false; }
 
 bool Paper::Finish() {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     p.onPage = false;
     if (p.pages == 0 || !p.painter.isActive()) return false;
     const bool ended = p.painter.end();
@@ -219,7 +219,7 @@ bool Paper::Finish() {
 }
 
 void Paper::SetClip(const std::optional<CRect>& clip) {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     if (!p.onPage || clip == p.clip) return;
     p.clip = clip;
     if (!clip) return p.painter.setClipping(false);
@@ -227,7 +227,7 @@ void Paper::SetClip(const std::optional<CRect>& clip) {
 }
 
 void Paper::Lines(const std::vector<CPoint>& points, bool closed, const PaperPen& pen) {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     if (!p.onPage || points.size() < 2) return;
     const QRectF bounds = p.Limits();
     std::vector<QPolygonF> pieces;
@@ -249,7 +249,7 @@ void Paper::Lines(const std::vector<CPoint>& points, bool closed, const PaperPen
 }
 
 void Paper::Polygon(const std::vector<CPoint>& points, const PaperFill& fill) {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     if (!p.onPage || points.size() < 3) return;
     QPolygonF outline;
     for (const CPoint point : points) outline << ToQt(point);
@@ -260,7 +260,7 @@ void Paper::Polygon(const std::vector<CPoint>& points, const PaperFill& fill) {
 }
 
 void Paper::Box(const CRect& box, const PaperFill& fill) {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     const QRectF visible = RectOf(box).intersected(p.Limits());
     if (!p.onPage || visible.isEmpty()) return;
     QPainterPath shape;
@@ -269,7 +269,7 @@ void Paper::Box(const CRect& box, const PaperFill& fill) {
 }
 
 void Paper::Ellipse(const CRect& box, const PaperFill* fill, const PaperPen* pen) {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     if (!p.onPage) return;
     if (!p.Limits().contains(RectOf(box))) {
         constexpr int kCorners = 4096;
@@ -292,7 +292,7 @@ void Paper::Ellipse(const CRect& box, const PaperFill* fill, const PaperPen* pen
 
 // Neighbours in a row share one box.
 void Paper::Dots(std::vector<CPoint> points, COLORREF color) {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     if (!p.onPage) return;
     const QRectF bounds = p.Limits();
     std::erase_if(points, [&](CPoint d) { return !bounds.contains(ToQt(d)); });
@@ -311,13 +311,13 @@ void Paper::Dots(std::vector<CPoint> points, COLORREF color) {
 }
 
 void Paper::Text(const TextFont& font, const CRect& cell, std::string_view text, COLORREF color) {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     if (!p.onPage || !p.Limits().intersects(RectOf(cell))) return;
     font.Draw(p.painter, cell.left, cell.top + font.Ascent(), text, color);
 }
 
 void Paper::Image(const CRect& target, const Picture& picture, const CRect& source) {
-    Painting& p = *m_painting;
+    Painting& p = *painting_;
     if (!p.onPage || !p.Bounds().intersects(RectOf(target))) return;
     const QImage pixels(reinterpret_cast<const uchar*>(picture.pixels.data()), picture.width, picture.height,
                         picture.width * qsizetype{4}, QImage::Format_RGB32);

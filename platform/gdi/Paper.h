@@ -56,7 +56,7 @@ class Paper {
 
   private:
     struct Painting;
-    std::unique_ptr<Painting> m_painting;
+    std::unique_ptr<Painting> painting_;
 };
 
 // Collects the points of a line and keeps those that can be told apart on the device: of a run of points in
@@ -69,8 +69,8 @@ class PaperLine {
   private:
     void FlushRun();
 
-    std::vector<CPoint> m_points;
-    bool m_inRun = false;
-    CPoint m_first, m_low, m_high, m_last;
-    bool m_lowFirst = false;  // the lowest came before the highest
+    std::vector<CPoint> points_;
+    bool inRun_ = false;
+    CPoint first_, low_, high_, last_;
+    bool lowFirst_ = false;  // the lowest came before the highest
 };

@@ -3,35 +3,35 @@
 #include "platform/gdi/Paper.h"
 
 void PaperLine::Add(CPoint point) {
-    if (m_inRun && point.x != m_first.x) FlushRun();
-    if (!m_inRun) {
-        m_first = m_low = m_high = m_last = point;
-        m_inRun = true;
+    if (inRun_ && point.x != first_.x) FlushRun();
+    if (!inRun_) {
+        first_ = low_ = high_ = last_ = point;
+        inRun_ = true;
         return;
     }
-    if (point.y < m_low.y) {
-        m_low = point;
-        m_lowFirst = false;
+    if (point.y < low_.y) {
+        low_ = point;
+        lowFirst_ = false;
     }
-    if (point.y > m_high.y) {
-        m_high = point;
-        m_lowFirst = true;
+    if (point.y > high_.y) {
+        high_ = point;
+        lowFirst_ = true;
     }
-    m_last = point;
+    last_ = point;
 }
 
 void PaperLine::FlushRun() {
     const auto add = [this](CPoint point) {
-        if (m_points.empty() || !(m_points.back() == point)) m_points.push_back(point);
+        if (points_.empty() || !(points_.back() == point)) points_.push_back(point);
     };
-    add(m_first);
-    add(m_lowFirst ? m_low : m_high);
-    add(m_lowFirst ? m_high : m_low);
-    add(m_last);
-    m_inRun = false;
+    add(first_);
+    add(lowFirst_ ? low_ : high_);
+    add(lowFirst_ ? high_ : low_);
+    add(last_);
+    inRun_ = false;
 }
 
 std::vector<CPoint> PaperLine::Take() {
-    if (m_inRun) FlushRun();
-    return std::exchange(m_points, {});
+    if (inRun_) FlushRun();
+    return std::exchange(points_, {});
 }

@@ -17,20 +17,20 @@ class PixelAxis {
     PixelAxis(const AxisMapping& mapping, int low, int high);
 
     // The logical coordinates whose pixels are known, both included; none when FirstKnown() > LastKnown().
-    std::int64_t FirstKnown() const { return m_first; }
-    std::int64_t LastKnown() const { return m_last; }
-    bool Knows(std::int32_t logical) const { return logical >= m_first && logical <= m_last; }
+    std::int64_t FirstKnown() const { return first_; }
+    std::int64_t LastKnown() const { return last_; }
+    bool Knows(std::int32_t logical) const { return logical >= first_ && logical <= last_; }
 
     // The pixel of a known logical coordinate.
     int Pixel(std::int32_t logical) const {
-        const double distance = static_cast<double>(logical) - m_reference;
-        const double offset = logical < m_origin ? m_offsetBefore : m_offset;
-        return static_cast<int>(distance * m_slope + offset) - kLift;
+        const double distance = double(logical) - reference_;
+        const double offset = logical < origin_ ? offsetBefore_ : offset_;
+        return static_cast<int>(distance * slope_ + offset) - kLift;
     }
     // The same, with coordinates outside counted to the pixel just outside low..high.
     int PixelOrOutside(std::int32_t logical) const {
-        if (logical < m_first) return m_rising ? m_low - 1 : m_high + 1;
-        if (logical > m_last) return m_rising ? m_high + 1 : m_low - 1;
+        if (logical < first_) return rising_ ? low_ - 1 : high_ + 1;
+        if (logical > last_) return rising_ ? high_ + 1 : low_ - 1;
         return Pixel(logical);
     }
 
@@ -56,18 +56,18 @@ class PixelAxis {
 
     static constexpr int kLift = 65536;  // makes what is truncated positive, so that truncation is the floor
 
-    // The smallest known coordinate whose pixel is at least (falling axis: at most) the given one; m_last + 1
+    // The smallest known coordinate whose pixel is at least (falling axis: at most) the given one; last_ + 1
     // when there is none.
     std::int64_t Border(int pixel) const;
     bool Reaches(std::int64_t logical, int pixel) const;
 
-    int m_low, m_high;
-    bool m_rising;  // larger logical coordinates lie on larger pixels
-    std::int64_t m_first, m_last;
+    int low_, high_;
+    bool rising_;  // larger logical coordinates lie on larger pixels
+    std::int64_t first_, last_;
     // Where rounding turns round: halves go away from the pixel of the window's origin. At the origin itself
     // either offset gives the same pixel.
-    std::int32_t m_origin;
-    double m_reference = 0.0;
-    double m_slope = 0.0;                         // pixels per logical unit
-    double m_offset = 0.0, m_offsetBefore = 0.0;  // of coordinates from the origin on, and before it
+    std::int32_t origin_;
+    double reference_ = 0.0;
+    double slope_ = 0.0;                        // pixels per logical unit
+    double offset_ = 0.0, offsetBefore_ = 0.0;  // of coordinates from the origin on, and before it
 };

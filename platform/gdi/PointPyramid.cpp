@@ -25,17 +25,17 @@ PointExtremes Union(const PointExtremes* first, const PointExtremes* end) {
 }  // namespace
 
 PointPyramid::PointPyramid(const CPoint* points, std::size_t count, const StatusFilter& which)
-    : m_points(points), m_count(count), m_which(which), m_sample(Sample()), m_levels(1) {
-    m_levels[0].resize(count / kPointBlock);
-    ScanBlocks(points, m_levels[0].size(), which, m_levels[0].data());
-    while (m_levels.back().size() >= kGroup) {
-        const std::vector<PointExtremes>& finer = m_levels.back();
+    : points_(points), count_(count), which_(which), sample_(Sample()), levels_(1) {
+    levels_[0].resize(count / kPointBlock);
+    ScanBlocks(points, levels_[0].size(), which, levels_[0].data());
+    while (levels_.back().size() >= kGroup) {
+        const std::vector<PointExtremes>& finer = levels_.back();
         std::vector<PointExtremes> groups(finer.size() / kGroup);
         for (std::size_t i = 0; i < groups.size(); ++i)
             groups[i] = Union(finer.data() + i * kGroup, finer.data() + (i + 1) * kGroup);
-        m_levels.push_back(std::move(groups));
+        levels_.push_back(std::move(groups));
     }
-    m_order = FindOrder();
+    order_ = FindOrder();
 }
 
 // Blocks without a point that is taken, and points behind the last block, which is not full, are in order
@@ -50,9 +50,9 @@ PointPyramid::Order PointPyramid::FindOrder() const {
         before = block;
         any = true;
     };
-    for (const PointExtremes& block : m_levels[0]) take(block);
-    for (std::size_t i = m_levels[0].size() * kPointBlock; i < m_count; ++i)
-        if (m_which.Takes(i)) take({m_points[i].x, m_points[i].x, m_points[i].y, m_points[i].y});
+    for (const PointExtremes& block : levels_[0]) take(block);
+    for (std::size_t i = levels_[0].size() * kPointBlock; i < count_; ++i)
+        if (which_.Takes(i)) take({points_[i].x, points_[i].x, points_[i].y, points_[i].y});
     if (!any || !(rising || falling)) return Order::None;
     return rising ? Order::Rising : Order::Falling;
 }
@@ -60,7 +60,7 @@ PointPyramid::Order PointPyramid::FindOrder() const {
 // The first block that lies behind something; from there on all do, those without a point aside.
 template <class Behind>
 std::size_t PointPyramid::FirstBlock(Behind&& behind) const {
-    const std::vector<PointExtremes>& blocks = m_levels[0];
+    const std::vector<PointExtremes>& blocks = levels_[0];
     std::size_t low = 0, high = blocks.size();
     while (low < high) {
         const std::size_t middle = low + (high - low) / 2;
@@ -75,13 +75,13 @@ std::size_t PointPyramid::FirstBlock(Behind&& behind) const {
 }
 
 PointPyramid::Stretch PointPyramid::Within(std::int64_t left, std::int64_t right) const {
-    const bool rising = m_order == Order::Rising;
+    const bool rising = order_ == Order::Rising;
     const std::size_t begin = FirstBlock(
         [&](const PointExtremes& block) { return rising ? block.maxX >= left : block.minX <= right; });
     const std::size_t end = FirstBlock(
         [&](const PointExtremes& block) { return rising ? block.minX > right : block.maxX < left; });
-    const bool open = end == m_levels[0].size();
-    return {begin * kPointBlock, open ? m_count : end * kPointBlock};
+    const bool open = end == levels_[0].size();
+    return {begin * kPointBlock, open ? count_ : end * kPointBlock};
 }
 
 // Evenly spread, the first and the last point among them. FNV-1a (Fowler, Noll, Vo) over whole values: each
@@ -89,36 +89,36 @@ PointPyramid::Stretch PointPyramid::Within(std::int64_t left, std::int64_t right
 std::uint64_t PointPyramid::Sample() const {
     std::uint64_t hash = 0xcbf29ce484222325;
     const auto take = [&hash](std::uint64_t value) { hash = (hash ^ value) * 0x100000001b3; };
-    const std::size_t step = std::max<std::size_t>(1, m_count / kSampleSize);
+    const std::size_t step = std::max<std::size_t>(1, count_ / kSampleSize);
     const auto takePoint = [&](std::size_t i) {
-        take(std::uint64_t{static_cast<std::uint32_t>(m_points[i].x)} << 32 |
-             static_cast<std::uint32_t>(m_points[i].y));
-        if (m_which.status) take(m_which.status[i]);
+        take(std::uint64_t{static_cast<std::uint32_t>(points_[i].x)} << 32 |
+             static_cast<std::uint32_t>(points_[i].y));
+        if (which_.status) take(which_.status[i]);
     };
-    for (std::size_t i = 0; i < m_count; i += step) takePoint(i);
-    if (m_count > 0) takePoint(m_count - 1);
+    for (std::size_t i = 0; i < count_; i += step) takePoint(i);
+    if (count_ > 0) takePoint(count_ - 1);
     return hash;
 }
 
-bool PointPyramid::Resembles() const { return Sample() == m_sample; }
+bool PointPyramid::Resembles() const { return Sample() == sample_; }
 
 bool PointPyramid::Describes(const CPoint* points, std::size_t count, const StatusFilter& which) const {
-    return points == m_points && count == m_count && which.status == m_which.status &&
-           which.mask == m_which.mask && which.value == m_which.value;
+    return points == points_ && count == count_ && which.status == which_.status &&
+           which.mask == which_.mask && which.value == which_.value;
 }
 
 KeptLine* PointPyramids::Of(const void* series, std::uint64_t changes, const CPoint* points,
                             std::size_t count, const StatusFilter& which) {
-    const auto kept = m_kept.find(series);
-    if (kept != m_kept.end()) {
+    const auto kept = kept_.find(series);
+    if (kept != kept_.end()) {
         const PointPyramid& pyramid = kept->second.pyramid;
         const bool same = kept->second.changes == changes && pyramid.Describes(points, count, which);
         if (same && pyramid.Resembles()) return &kept->second;
-        m_kept.erase(kept);
+        kept_.erase(kept);
     }
     if (count < kWorthKeeping) return nullptr;
     try {
-        return &m_kept.emplace(series, KeptLine{PointPyramid(points, count, which), changes, {}})
+        return &kept_.emplace(series, KeptLine{PointPyramid(points, count, which), changes, {}})
                     .first->second;
     } catch (const std::bad_alloc&) {
         return nullptr;

@@ -30,7 +30,7 @@ class PointPyramid {
 
     // Whether x turns back somewhere between blocks of the points taken.
     enum class Order { None, Rising, Falling };
-    Order XOrder() const { return m_order; }
+    Order XOrder() const { return order_; }
     // The points outside which none that is taken lies within left <= x <= right, a block more or less. Only
     // while x keeps an order.
     struct Stretch {
@@ -55,17 +55,17 @@ class PointPyramid {
     template <class Behind>
     std::size_t FirstBlock(Behind&& behind) const;
 
-    const CPoint* m_points;
-    std::size_t m_count;
-    StatusFilter m_which;
-    std::uint64_t m_sample;
-    std::vector<std::vector<PointExtremes>> m_levels;  // of blocks, of groups of kGroup blocks, and so on
-    Order m_order;
+    const CPoint* points_;
+    std::size_t count_;
+    StatusFilter which_;
+    std::uint64_t sample_;
+    std::vector<std::vector<PointExtremes>> levels_;  // of blocks, of groups of kGroup blocks, and so on
+    Order order_;
 };
 
 template <class Inside>
 void PointPyramid::SkipWhile(Inside&& inside, std::size_t end, RunScan& scan) const {
-    const std::size_t stop = std::min(end, m_count) / kPointBlock;
+    const std::size_t stop = std::min(end, count_) / kPointBlock;
     std::size_t block = scan.next / kPointBlock;
     while (block < stop) {
         const std::size_t skipped = CountInside(inside, block, stop, scan);
@@ -82,7 +82,7 @@ std::size_t PointPyramid::CountInside(Inside& inside, std::size_t block, std::si
     PointExtremes extremes{};
     // From fine to coarse: the coarsest group that begins here and lies inside.
     std::size_t size = 1;
-    for (const std::vector<PointExtremes>& level : m_levels) {
+    for (const std::vector<PointExtremes>& level : levels_) {
         if (block % size != 0 || block + size > stop) break;
         const PointExtremes& group = level[block / size];
         // A group none of whose points is taken lies anywhere.
@@ -113,8 +113,8 @@ class PointPyramids {
     // is short. `series` is an identity only.
     KeptLine* Of(const void* series, std::uint64_t changes, const CPoint* points, std::size_t count,
                  const StatusFilter& which);
-    void Clear() { m_kept.clear(); }
+    void Clear() { kept_.clear(); }
 
   private:
-    std::map<const void*, KeptLine> m_kept;
+    std::map<const void*, KeptLine> kept_;
 };

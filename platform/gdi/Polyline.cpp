@@ -38,15 +38,15 @@ class ReducedPolyline {
   public:
     ReducedPolyline(const Canvas& canvas, const Mapping& mapping, const CPoint* points,
                     const StatusFilter& which, const HairPen& pen, const PointPyramid* pyramid)
-        : m_canvas(canvas),
-          m_mapping(mapping),
-          m_points(points),
-          m_which(which),
-          m_pen(pen),
-          m_pyramid(pyramid),
-          m_axis(mapping.x, canvas.clip.left, canvas.clip.right - 1) {
-        m_columns.reserve(static_cast<std::size_t>(canvas.clip.Width()));
-        for (LONG x = canvas.clip.left; x < canvas.clip.right; ++x) m_columns.push_back(m_axis.LogicalOf(x));
+        : canvas_(canvas),
+          mapping_(mapping),
+          points_(points),
+          which_(which),
+          pen_(pen),
+          pyramid_(pyramid),
+          axis_(mapping.x, canvas.clip.left, canvas.clip.right - 1) {
+        columns_.reserve(static_cast<std::size_t>(canvas.clip.Width()));
+        for (LONG x = canvas.clip.left; x < canvas.clip.right; ++x) columns_.push_back(axis_.LogicalOf(x));
     }
 
     void Draw(std::size_t count) {
@@ -54,10 +54,10 @@ class ReducedPolyline {
         if (last == count) return;
         // The line stops in front of its last pixel, so that pixel's points at the end are no part of a
         // stroke.
-        const CPoint end = m_mapping.ToDevice(m_points[last]);
+        const CPoint end = mapping_.ToDevice(points_[last]);
         std::size_t strokes = last;
         for (std::size_t before = LastTaken(strokes); before != strokes; before = LastTaken(strokes)) {
-            if (!(m_mapping.ToDevice(m_points[before]) == end)) break;
+            if (!(mapping_.ToDevice(points_[before]) == end)) break;
             strokes = before;
         }
         for (std::size_t i = NextTaken(0, strokes); i < strokes;) i = DrawRun(i, strokes);
@@ -66,36 +66,35 @@ class ReducedPolyline {
 
   private:
     std::size_t NextTaken(std::size_t i, std::size_t end) const {
-        while (i < end && !m_which.Takes(i)) ++i;
+        while (i < end && !which_.Takes(i)) ++i;
         return i;
     }
     // The last point taken before `end`; `end` when there is none.
     std::size_t LastTaken(std::size_t end) const {
         for (std::size_t i = end; i-- > 0;)
-            if (m_which.Takes(i)) return i;
+            if (which_.Takes(i)) return i;
         return end;
     }
 
     PixelAxis::Interval Column(std::int32_t x) const {
-        if (x < m_axis.FirstKnown())
-            return {std::numeric_limits<std::int32_t>::min(), m_axis.FirstKnown() - 1};
-        if (x > m_axis.LastKnown()) return {m_axis.LastKnown() + 1, std::numeric_limits<std::int32_t>::max()};
-        return m_columns[static_cast<std::size_t>(m_axis.Pixel(x) - m_canvas.clip.left)];
+        if (x < axis_.FirstKnown()) return {std::numeric_limits<std::int32_t>::min(), axis_.FirstKnown() - 1};
+        if (x > axis_.LastKnown()) return {axis_.LastKnown() + 1, std::numeric_limits<std::int32_t>::max()};
+        return columns_[static_cast<std::size_t>(axis_.Pixel(x) - canvas_.clip.left)];
     }
 
     // Draws the run of points that begins with i, and the segment that leads to it. Returns the first point
     // behind.
     std::size_t DrawRun(std::size_t i, std::size_t end) {
-        const CPoint first = m_points[i];
+        const CPoint first = points_[i];
         const PixelAxis::Interval column = Column(first.x);
         const auto left = static_cast<std::int32_t>(column.first),
                    right = static_cast<std::int32_t>(column.last);
         RunScan scan{i + 1, first.y, first.y};
         while (ProbeInside(end, left, right, scan)) ScanInside(end, left, right, scan);
-        SegmentTo(m_mapping.ToDevice(first));
-        if (m_axis.Knows(first.x)) Stroke(first.x, scan.low, scan.high);
-        m_at = m_mapping.ToDevice(m_points[LastTaken(scan.next)]);
-        m_started = true;
+        SegmentTo(mapping_.ToDevice(first));
+        if (axis_.Knows(first.x)) Stroke(first.x, scan.low, scan.high);
+        at_ = mapping_.ToDevice(points_[LastTaken(scan.next)]);
+        started_ = true;
         return scan.next;
     }
 
@@ -103,8 +102,8 @@ class ReducedPolyline {
     bool ProbeInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const {
         const std::size_t stop = std::min(BlockEnd(scan.next, end), scan.next + kProbe);
         for (; scan.next < stop; ++scan.next) {
-            if (!m_which.Takes(scan.next)) continue;
-            const CPoint p = m_points[scan.next];
+            if (!which_.Takes(scan.next)) continue;
+            const CPoint p = points_[scan.next];
             if (p.x < left || p.x > right) return false;
             scan.low = std::min(scan.low, p.y);
             scan.high = std::max(scan.high, p.y);
@@ -114,42 +113,42 @@ class ReducedPolyline {
 
     // With a pyramid no scan crosses the border of a block, so that the pyramid can take over there.
     std::size_t BlockEnd(std::size_t i, std::size_t end) const {
-        return m_pyramid ? std::min(end, PointPyramid::BlockEnd(i)) : end;
+        return pyramid_ ? std::min(end, PointPyramid::BlockEnd(i)) : end;
     }
 
     void ScanInside(std::size_t end, std::int32_t left, std::int32_t right, RunScan& scan) const {
         const auto inside = [=](std::int32_t least, std::int32_t greatest) {
             return least >= left && greatest <= right;
         };
-        if (m_pyramid && PointPyramid::BeginsBlock(scan.next)) m_pyramid->SkipWhile(inside, end, scan);
-        ScanBlocksInside(m_points, BlockEnd(scan.next, end), m_which, left, right, scan);
+        if (pyramid_ && PointPyramid::BeginsBlock(scan.next)) pyramid_->SkipWhile(inside, end, scan);
+        ScanBlocksInside(points_, BlockEnd(scan.next, end), which_, left, right, scan);
     }
 
     void SegmentTo(CPoint to) {
         std::int64_t phase = 0;
-        if (m_started) DrawHairline(m_canvas, m_at, to, m_pen, phase);
+        if (started_) DrawHairline(canvas_, at_, to, pen_, phase);
     }
 
     void Stroke(std::int32_t x, std::int32_t low, std::int32_t high) const {
-        const std::int32_t a = m_mapping.y.ToDevice(low), b = m_mapping.y.ToDevice(high);
-        const std::int32_t top = std::max(std::min(a, b), m_canvas.clip.top);
-        const std::int32_t bottom = std::min(std::max(a, b), m_canvas.clip.bottom - 1);
+        const std::int32_t a = mapping_.y.ToDevice(low), b = mapping_.y.ToDevice(high);
+        const std::int32_t top = std::max(std::min(a, b), canvas_.clip.top);
+        const std::int32_t bottom = std::min(std::max(a, b), canvas_.clip.bottom - 1);
         if (top > bottom) return;
-        std::uint32_t* pixel = m_canvas.Row(top) + m_axis.Pixel(x);
-        *pixel = m_pen.pixel;
-        for (std::int32_t y = top; y < bottom; ++y) *(pixel += m_canvas.stride) = m_pen.pixel;
+        std::uint32_t* pixel = canvas_.Row(top) + axis_.Pixel(x);
+        *pixel = pen_.pixel;
+        for (std::int32_t y = top; y < bottom; ++y) *(pixel += canvas_.stride) = pen_.pixel;
     }
 
-    const Canvas& m_canvas;
-    const Mapping& m_mapping;
-    const CPoint* m_points;
-    const StatusFilter& m_which;
-    const HairPen& m_pen;
-    const PointPyramid* m_pyramid;
-    PixelAxis m_axis;
-    std::vector<PixelAxis::Interval> m_columns;  // by pixel column from clip.left
-    CPoint m_at;                                 // device; where the line has come to
-    bool m_started = false;
+    const Canvas& canvas_;
+    const Mapping& mapping_;
+    const CPoint* points_;
+    const StatusFilter& which_;
+    const HairPen& pen_;
+    const PointPyramid* pyramid_;
+    PixelAxis axis_;
+    std::vector<PixelAxis::Interval> columns_;  // by pixel column from clip.left
+    CPoint at_;                                 // device; where the line has come to
+    bool started_ = false;
 };
 
 }  // namespace

@@ -13,11 +13,11 @@ class Winding {
   public:
     // Covers the part of the clip rectangle in rows top to bottom.
     Winding(const Canvas& canvas, double top, double bottom)
-        : m_canvas(canvas), m_width(static_cast<std::size_t>(canvas.clip.Width())) {
+        : canvas_(canvas), width_(static_cast<std::size_t>(canvas.clip.Width())) {
         const double low = canvas.clip.top, high = canvas.clip.bottom;
-        m_top = static_cast<std::int32_t>(std::clamp(std::floor(top), low, high));
-        m_bottom = static_cast<std::int32_t>(std::clamp(std::ceil(bottom) + 1.0, low, high));
-        m_changes.resize(static_cast<std::size_t>(m_bottom - m_top) * m_width);
+        top_ = static_cast<std::int32_t>(std::clamp(std::floor(top), low, high));
+        bottom_ = static_cast<std::int32_t>(std::clamp(std::ceil(bottom) + 1.0, low, high));
+        changes_.resize(static_cast<std::size_t>(bottom_ - top_) * width_);
     }
 
     void AddEdge(double x0, double y0, double x1, double y1) {
@@ -27,10 +27,10 @@ class Winding {
             std::swap(x0, x1);
             std::swap(y0, y1);
         }
-        const double first = std::max(std::ceil(y0), double(m_top)),
-                     behind = std::min(std::ceil(y1), double(m_bottom));
+        const double first = std::max(std::ceil(y0), double(top_)),
+                     behind = std::min(std::ceil(y1), double(bottom_));
         const double slope = (x1 - x0) / (y1 - y0);
-        const double left = m_canvas.clip.left, right = m_canvas.clip.right;
+        const double left = canvas_.clip.left, right = canvas_.clip.right;
         for (double y = first; y < behind; y += 1.0) {
             const double x = std::max(std::ceil(x0 + (y - y0) * slope), left);
             if (x < right) At(static_cast<std::int32_t>(x), static_cast<std::int32_t>(y)) += direction;
@@ -40,33 +40,33 @@ class Winding {
     // evenOdd: inside where the count is odd, otherwise where it is not 0.
     void Fill(bool evenOdd, Ink ink) {
         const int mask = evenOdd ? 1 : -1;
-        for (std::int32_t y = m_top; y < m_bottom; ++y) FillRow(y, mask, ink);
+        for (std::int32_t y = top_; y < bottom_; ++y) FillRow(y, mask, ink);
     }
 
   private:
     int& At(std::int32_t x, std::int32_t y) {
-        return m_changes[static_cast<std::size_t>(y - m_top) * m_width +
-                         static_cast<std::size_t>(x - m_canvas.clip.left)];
+        return changes_[static_cast<std::size_t>(y - top_) * width_ +
+                        static_cast<std::size_t>(x - canvas_.clip.left)];
     }
 
     void FillRow(std::int32_t y, int mask, Ink ink) {
-        const LONG left = m_canvas.clip.left, right = m_canvas.clip.right;
+        const LONG left = canvas_.clip.left, right = canvas_.clip.right;
         int count = 0;
         LONG start = left;
         for (LONG x = left; x < right; ++x) {
             const int change = At(x, y);
             if (change == 0) continue;
-            if (count & mask) FillSpan(m_canvas, y, start, x, ink);
+            if (count & mask) FillSpan(canvas_, y, start, x, ink);
             count += change;
             start = x;
         }
-        if (count & mask) FillSpan(m_canvas, y, start, right, ink);
+        if (count & mask) FillSpan(canvas_, y, start, right, ink);
     }
 
-    const Canvas& m_canvas;
-    std::size_t m_width;
-    std::int32_t m_top, m_bottom;
-    std::vector<int> m_changes;  // of the count, from pixel to pixel along the rows
+    const Canvas& canvas_;
+    std::size_t width_;
+    std::int32_t top_, bottom_;
+    std::vector<int> changes_;  // of the count, from pixel to pixel along the rows
 };
 
 struct Extent {
@@ -126,8 +126,8 @@ Span EllipseInside(const CRect& box, std::int64_t y) {
 // 4: a square without corners).
 EllipseSpan EllipseRow(std::int64_t width, std::int64_t height, std::int64_t row) {
     if (row < 0 || row >= height) return {0, -1};
-    const double wide = static_cast<double>(width), high = static_cast<double>(height);
-    const double up = (2.0 * static_cast<double>(row) + 1.0 - high) / (high - 0.5);
+    const double wide = double(width), high = double(height);
+    const double up = (2.0 * double(row) + 1.0 - high) / (high - 0.5);
     const double half = (wide - 0.5) / 2.0 * std::sqrt(std::max(0.0, 1.0 - up * up));
     const double middle = (wide - 1.0) / 2.0;
     return {static_cast<std::int64_t>(std::min(std::ceil(middle - half), std::floor(middle))),

@@ -40,8 +40,8 @@ StrokePlan PlanOf(const SubpixelColumns& columns, const SubpixelRows& rows, cons
 // The logical coordinates from which a stroke can reach the canvas.
 SubpixelColumns::Interval WindowOf(const Canvas& canvas, const StrokePlan& plan) {
     const double reach = std::max(plan.line.Reach(), plan.lone.Reach()) + 1.0, shift = plan.columns.Shift();
-    return plan.columns.LogicalOf(canvas.clip.left * double{kSubpixels} - reach - shift,
-                                  canvas.clip.right * double{kSubpixels} + reach - shift);
+    return plan.columns.LogicalOf(canvas.clip.left * double(kSubpixels) - reach - shift,
+                                  canvas.clip.right * double(kSubpixels) + reach - shift);
 }
 
 // Draws the runs as they are found; those left at the end of a batch begin the next one.

@@ -257,14 +257,14 @@ __attribute__((target("avx2"))) void TipsAvx2(SubpixelGrid& grid, const StrokePl
 
 }  // namespace
 
-RoundTip::RoundTip(double radius) : m_radius(std::max(radius, kSubpixels / 2.0)) {
-    m_reach = static_cast<int>(std::ceil(m_radius));
-    const int columns = 2 * m_reach;
+RoundTip::RoundTip(double radius) : radius_(std::max(radius, kSubpixels / 2.0)) {
+    reach_ = static_cast<int>(std::ceil(radius_));
+    const int columns = 2 * reach_;
     for (int k = 0; k < (columns + kAtOnce - 1) / kAtOnce * kAtOnce; ++k) {
-        const double aside = k + 0.5 - m_reach;
-        const double square = m_radius * m_radius - aside * aside;
-        m_halfHeights.push_back(k < columns && square > 0 ? static_cast<int>(kFine * std::sqrt(square))
-                                                          : kUncovered);
+        const double aside = k + 0.5 - reach_;
+        const double square = radius_ * radius_ - aside * aside;
+        halfHeights_.push_back(k < columns && square > 0 ? static_cast<int>(kFine * std::sqrt(square))
+                                                         : kUncovered);
     }
 }
 

@@ -14,17 +14,17 @@ class RoundTip {
     // In sub-pixels, at least half a pixel.
     explicit RoundTip(double radius);
 
-    double Radius() const { return m_radius; }
+    double Radius() const { return radius_; }
     // The sub-columns that the tip covers at either side of its middle.
-    int Reach() const { return m_reach; }
+    int Reach() const { return reach_; }
     // Half the heights of those columns from the left, in 1/256 of a sub-row, filled up to a multiple of
     // SubpixelGrid::kAtOnce with columns that it does not cover.
-    const int* HalfHeights() const { return m_halfHeights.data(); }
+    const int* HalfHeights() const { return halfHeights_.data(); }
 
   private:
-    double m_radius;
-    int m_reach;
-    std::vector<int> m_halfHeights;
+    double radius_;
+    int reach_;
+    std::vector<int> halfHeights_;
 };
 
 struct StrokePlan {

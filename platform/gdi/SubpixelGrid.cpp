@@ -107,26 +107,26 @@ void SubpixelGrid::Cover(const CRect& pixels) {
     const auto columns = static_cast<std::size_t>(pixels.Width()) * kSubpixels;
     // Not a power of two, or neighbouring sub-columns would push each other out of the cache.
     const std::size_t stride = (static_cast<std::size_t>(pixels.Height()) / kWordRows + 2) * kWordRows;
-    if (columns * stride > m_capacity) {
-        m_capacity = 0;
-        m_bits.reset();
-        m_bits = std::make_unique<std::uint64_t[]>(columns * stride / sizeof(std::uint64_t));
-        m_capacity = columns * stride;
+    if (columns * stride > capacity_) {
+        capacity_ = 0;
+        bits_.reset();
+        bits_ = std::make_unique<std::uint64_t[]>(columns * stride / sizeof(std::uint64_t));
+        capacity_ = columns * stride;
     }
-    m_stride = stride;
-    m_pixels = pixels;
-    m_shares.resize(stride);
-    m_coveredFrom.assign(columns + 2 * kMargin, -kFar);
-    m_coveredTo.assign(columns + 2 * kMargin, kFar);
-    m_touchedFrom.resize(columns);
-    m_touchedTo.resize(columns);
+    stride_ = stride;
+    pixels_ = pixels;
+    shares_.resize(stride);
+    coveredFrom_.assign(columns + 2 * kMargin, -kFar);
+    coveredTo_.assign(columns + 2 * kMargin, kFar);
+    touchedFrom_.resize(columns);
+    touchedTo_.resize(columns);
     for (int column = 0; column < static_cast<int>(columns); ++column) Forget(column);
 }
 
 void SubpixelGrid::Forget(int column) {
     CoveredFrom()[column] = CoveredTo()[column] = 0;
-    m_touchedFrom[static_cast<std::size_t>(column)] = INT_MAX;
-    m_touchedTo[static_cast<std::size_t>(column)] = 0;
+    touchedFrom_[static_cast<std::size_t>(column)] = INT_MAX;
+    touchedTo_[static_cast<std::size_t>(column)] = 0;
 }
 
 // The bytes of a sub-column that a span lies in, and its bits in the first and the last of them.
@@ -135,8 +135,8 @@ struct SubpixelGrid::Span {
     std::uint8_t head, tail;
 
     Span(SubpixelGrid& grid, int column, int from, int to)
-        : first(reinterpret_cast<std::uint8_t*>(grid.m_bits.get()) +
-                static_cast<std::size_t>(column) * grid.m_stride + from / kSubpixels),
+        : first(reinterpret_cast<std::uint8_t*>(grid.bits_.get()) +
+                static_cast<std::size_t>(column) * grid.stride_ + from / kSubpixels),
           last(first + ((to - 1) / kSubpixels - from / kSubpixels)),
           head(static_cast<std::uint8_t>(0xff << from % kSubpixels)),
           tail(static_cast<std::uint8_t>(0xff >> (kSubpixels - 1 - (to - 1) % kSubpixels))) {
@@ -157,8 +157,8 @@ void SubpixelGrid::Settle(int column) {
     const int from = CoveredFrom()[column], to = CoveredTo()[column];
     if (from >= to) return;
     const auto i = static_cast<std::size_t>(column);
-    m_touchedFrom[i] = std::min(m_touchedFrom[i], from);
-    m_touchedTo[i] = std::max(m_touchedTo[i], to);
+    touchedFrom_[i] = std::min(touchedFrom_[i], from);
+    touchedTo_[i] = std::max(touchedTo_[i], to);
     Span(*this, column, from, to).Fill();
 }
 
@@ -172,7 +172,7 @@ void SubpixelGrid::Begin(int column, int from, int to) {
 }
 
 void SubpixelGrid::Blend(const Canvas& canvas, std::uint32_t pixel) {
-    const int width = m_pixels.Width();
+    const int width = pixels_.Width();
     for (int first = 0; first < width; first += kGroup)
         BlendGroup(canvas, pixel, first, std::min(kGroup, width - first));
 }
@@ -181,22 +181,22 @@ void SubpixelGrid::BlendGroup(const Canvas& canvas, std::uint32_t pixel, LONG fi
     int top = INT_MAX, bottom = 0;
     for (int column = first * kSubpixels; column < (first + width) * kSubpixels; ++column) {
         Settle(column);
-        top = std::min(top, m_touchedFrom[static_cast<std::size_t>(column)]);
-        bottom = std::max(bottom, m_touchedTo[static_cast<std::size_t>(column)]);
+        top = std::min(top, touchedFrom_[static_cast<std::size_t>(column)]);
+        bottom = std::max(bottom, touchedTo_[static_cast<std::size_t>(column)]);
         Forget(column);
     }
     if (top >= bottom) return;
     const int firstWord = top / kWordRows, words = (bottom + kWordRows - 1) / kWordRows - firstWord;
     const int y = firstWord * kGroup;
     Group group{};
-    group.stride = m_stride / sizeof(std::uint64_t);
-    group.bits = m_bits.get() + static_cast<std::size_t>(first * kSubpixels) * group.stride + firstWord;
+    group.stride = stride_ / sizeof(std::uint64_t);
+    group.bits = bits_.get() + static_cast<std::size_t>(first * kSubpixels) * group.stride + firstWord;
     group.words = static_cast<std::size_t>(words);
-    group.shares = m_shares.data();
-    group.target = canvas.Row(m_pixels.top + y) + m_pixels.left + first;
+    group.shares = shares_.data();
+    group.target = canvas.Row(pixels_.top + y) + pixels_.left + first;
     group.targetStride = canvas.stride;
     group.width = width;
-    group.height = std::min(m_pixels.Height() - y, words * kGroup);
+    group.height = std::min(pixels_.Height() - y, words * kGroup);
     group.pixel = pixel;
 #ifdef __x86_64__
     if (HasAvx2()) return BlendAvx2(group);

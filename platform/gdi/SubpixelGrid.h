@@ -21,16 +21,16 @@ class SubpixelGrid {
     void Blend(const Canvas& canvas, std::uint32_t pixel);
 
     // The sub-columns and sub-rows of the grid, on the device.
-    int Left() const { return m_pixels.left * kSubpixels; }
-    int Right() const { return m_pixels.right * kSubpixels; }
-    int Top() const { return m_pixels.top * kSubpixels; }
-    int Bottom() const { return m_pixels.bottom * kSubpixels; }
+    int Left() const { return pixels_.left * kSubpixels; }
+    int Right() const { return pixels_.right * kSubpixels; }
+    int Top() const { return pixels_.top * kSubpixels; }
+    int Bottom() const { return pixels_.bottom * kSubpixels; }
 
     // Of each sub-column, counted from the left: the span of sub-rows, counted from the top, that was covered
     // last (none when from == to), with room for kAtOnce more columns at either side that are covered whole.
     // Spans that touch it may widen it; its bits are set when it is over.
-    int* CoveredFrom() { return m_coveredFrom.data() + kMargin; }
-    int* CoveredTo() { return m_coveredTo.data() + kMargin; }
+    int* CoveredFrom() { return coveredFrom_.data() + kMargin; }
+    int* CoveredTo() { return coveredTo_.data() + kMargin; }
     // Begins a span that does not touch the last one.
     void Begin(int column, int from, int to);
 
@@ -42,11 +42,11 @@ class SubpixelGrid {
     void Forget(int column);
     void BlendGroup(const Canvas& canvas, std::uint32_t pixel, LONG first, int width);
 
-    CRect m_pixels;
-    std::size_t m_stride = 0;  // bytes of a sub-column
-    std::size_t m_capacity = 0;
-    std::unique_ptr<std::uint64_t[]> m_bits;
-    std::vector<int> m_coveredFrom, m_coveredTo;
-    std::vector<int> m_touchedFrom, m_touchedTo;  // all that was covered lies between
-    std::vector<std::uint64_t> m_shares;          // of eight pixel columns, one byte for a pixel
+    CRect pixels_;
+    std::size_t stride_ = 0;  // bytes of a sub-column
+    std::size_t capacity_ = 0;
+    std::unique_ptr<std::uint64_t[]> bits_;
+    std::vector<int> coveredFrom_, coveredTo_;
+    std::vector<int> touchedFrom_, touchedTo_;  // all that was covered lies between
+    std::vector<std::uint64_t> shares_;         // of eight pixel columns, one byte for a pixel
 };

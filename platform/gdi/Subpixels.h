@@ -18,17 +18,17 @@ class SubpixelColumns {
 
     // The line of the lattice that a coordinate belongs to: a whole number, never turning back.
     double Column(std::int32_t logical) const {
-        auto column = static_cast<double>(logical);
+        auto column = double(logical);
         ToColumns(column);
         return column;
     }
     // Makes columns of coordinates: of one double or of a vector of them.
     template <class Real>
     void ToColumns(Real& logical) const {
-        logical = m_slope * (logical - m_reference) + kRound - kRound;
+        logical = slope_ * (logical - reference_) + kRound - kRound;
     }
     // What to add to a column for its position on the device.
-    double Shift() const { return m_shift; }
+    double Shift() const { return shift_; }
 
     // The logical coordinates in the columns first to last; none when left > right.
     struct Interval {
@@ -36,10 +36,10 @@ class SubpixelColumns {
     };
     Interval LogicalOf(double first, double last) const;
 
-    bool IsRising() const { return m_slope > 0; }
+    bool IsRising() const { return slope_ > 0; }
     // Whether points that share a column here share one there.
     bool HasLatticeOf(const SubpixelColumns& other) const {
-        return m_slope == other.m_slope && m_reference == other.m_reference;
+        return slope_ == other.slope_ && reference_ == other.reference_;
     }
 
   private:
@@ -49,22 +49,20 @@ class SubpixelColumns {
     bool Reaches(std::int64_t logical, double column) const;
     std::int64_t Border(double column) const;
 
-    double m_slope;
-    double m_reference;
-    double m_shift;
+    double slope_;
+    double reference_;
+    double shift_;
 };
 
 class SubpixelRows {
   public:
     explicit SubpixelRows(const AxisMapping& mapping);
 
-    double At(std::int32_t logical) const {
-        return m_slope * (static_cast<double>(logical) - m_origin) + m_shift;
-    }
-    bool IsRising() const { return m_slope > 0; }
+    double At(std::int32_t logical) const { return slope_ * (double(logical) - origin_) + shift_; }
+    bool IsRising() const { return slope_ > 0; }
 
   private:
-    double m_slope;
-    double m_origin;
-    double m_shift;
+    double slope_;
+    double origin_;
+    double shift_;
 };

@@ -57,19 +57,19 @@ TextFont::TextFont(const LOGFONT& font, int height) {
     const bool byCell = height > 0;
     const double wanted =
         byCell ? height : (height == 0 ? kDefaultCell : -std::max(height, -kLargestCell) * cell);
-    m_cell = std::clamp(RoundHalfAway(wanted), 1, kLargestCell);
-    m_ascent = RoundHalfAway(m_cell * unit.ascent / cell);
-    const double em = height < 0 && m_cell < kLargestCell ? -double(height) : m_cell / cell;
+    cell_ = std::clamp(RoundHalfAway(wanted), 1, kLargestCell);
+    ascent_ = RoundHalfAway(cell_ * unit.ascent / cell);
+    const double em = height < 0 && cell_ < kLargestCell ? -double(height) : cell_ / cell;
     face.setPixelSize(std::max(1, RoundHalfAway(em)));
-    m_outlines = std::make_shared<const Outlines>(Outlines{face, QFontMetricsF(face)});
+    outlines_ = std::make_shared<const Outlines>(Outlines{face, QFontMetricsF(face)});
 }
 
 int TextFont::Width(std::string_view text) const {
-    return RoundHalfAway(m_outlines->metrics.horizontalAdvance(ToQString(text)));
+    return RoundHalfAway(outlines_->metrics.horizontalAdvance(ToQString(text)));
 }
 
 void TextFont::Draw(QPainter& painter, int left, int baseline, std::string_view text, COLORREF color) const {
-    painter.setFont(m_outlines->font);
+    painter.setFont(outlines_->font);
     painter.setPen(QColor(GetRValue(color), GetGValue(color), GetBValue(color)));
     painter.drawText(QPointF(left, baseline), ToQString(text));
 }
@@ -78,9 +78,9 @@ TextFont TextFontCache::Get(const LOGFONT& font, const AxisMapping& y) {
     const int converted = y.LengthToDevice(font.lfHeight);
     const int least = font.lfHeight < 0 ? -1 : 1;
     const int height = converted != 0 || font.lfHeight == 0 ? converted : least;
-    if (m_last && height == m_height && std::memcmp(&font, &m_font, sizeof font) == 0) return *m_last;
-    m_last = std::make_shared<const TextFont>(font, height);
-    m_font = font;
-    m_height = height;
-    return *m_last;
+    if (last_ && height == height_ && std::memcmp(&font, &font_, sizeof font) == 0) return *last_;
+    last_ = std::make_shared<const TextFont>(font, height);
+    font_ = font;
+    height_ = height;
+    return *last_;
 }

@@ -18,18 +18,18 @@ class TextFont {
     // height: device units, positive for the cell, negative for the em.
     TextFont(const LOGFONT& font, int height);
 
-    int Cell() const { return m_cell; }
+    int Cell() const { return cell_; }
     // From the cell's top to the base line.
-    int Ascent() const { return m_ascent; }
+    int Ascent() const { return ascent_; }
     int Width(std::string_view text) const;
     // Left end and base line, device units.
     void Draw(QPainter& painter, int left, int baseline, std::string_view text, COLORREF color) const;
 
   private:
     struct Outlines;
-    std::shared_ptr<const Outlines> m_outlines;
-    int m_cell;
-    int m_ascent;
+    std::shared_ptr<const Outlines> outlines_;
+    int cell_;
+    int ascent_;
 };
 
 // The font used last, which nearly always is the next one too.
@@ -38,7 +38,7 @@ class TextFontCache {
     TextFont Get(const LOGFONT& font, const AxisMapping& y);
 
   private:
-    LOGFONT m_font{};
-    int m_height = 0;
-    std::shared_ptr<const TextFont> m_last;
+    LOGFONT font_{};
+    int height_ = 0;
+    std::shared_ptr<const TextFont> last_;
 };

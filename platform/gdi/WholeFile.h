@@ -17,5 +17,5 @@ class WholeFile {
 
   private:
     struct Devices;
-    std::unique_ptr<Devices> m_devices;
+    std::unique_ptr<Devices> devices_;
 };

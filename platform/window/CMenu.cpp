@@ -43,27 +43,27 @@ void FillMenu(QMenu& menu, std::span<const MenuResource> rows, CCmdTarget& targe
 }  // namespace
 
 BOOL CMenu::LoadMenu(UINT resourceId) {
-    m_rows = FindMenuResource(resourceId);
-    m_popups.clear();
-    return !m_rows.empty();
+    rows_ = FindMenuResource(resourceId);
+    popups_.clear();
+    return !rows_.empty();
 }
 
 CMenu* CMenu::GetSubMenu(int position) {
-    std::span<const MenuResource> rows = m_rows;
+    std::span<const MenuResource> rows = rows_;
     for (; position > 0 && !rows.empty(); --position) rows = rows.subspan(RowsOfFirst(rows));
     if (position < 0 || rows.empty() || rows.front().kind != Kind::Popup) return nullptr;
     auto popup = std::make_unique<CMenu>();
-    popup->m_rows = rows.subspan(1, RowsOfFirst(rows) - 1);
-    m_popups.push_back(std::move(popup));
-    return m_popups.back().get();
+    popup->rows_ = rows.subspan(1, RowsOfFirst(rows) - 1);
+    popups_.push_back(std::move(popup));
+    return popups_.back().get();
 }
 
 BOOL CMenu::TrackPopupMenu(UINT, int x, int y, CWnd* target) {
-    if (m_rows.empty() || !target || !target->GetSafeHwnd()) return FALSE;
+    if (rows_.empty() || !target || !target->GetSafeHwnd()) return FALSE;
     const QPointer<QWidget> widget = target->GetSafeHwnd();
     NativeWindow* native = NativeWindow::Of(widget);
     QMenu menu;
-    FillMenu(menu, m_rows, *target);
+    FillMenu(menu, rows_, *target);
     const double scale = native->Scale();
     const QAction* chosen = menu.exec(QPoint(RoundHalfAway(x / scale), RoundHalfAway(y / scale)));
     if (!chosen || !widget) return TRUE;

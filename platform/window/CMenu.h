@@ -26,6 +26,6 @@ class CMenu {
     BOOL TrackPopupMenu(UINT flags, int x, int y, CWnd* target);
 
   private:
-    std::span<const MenuResource> m_rows;
-    std::vector<std::unique_ptr<CMenu>> m_popups;
+    std::span<const MenuResource> rows_;
+    std::vector<std::unique_ptr<CMenu>> popups_;
 };

@@ -17,33 +17,33 @@ namespace {
 class MessageBarWidget : public QFrame, public NativeWindow {
   public:
     explicit MessageBarWidget(CWnd* owner)
-        : NativeWindow(owner), m_text(new QLabel), m_row(new QHBoxLayout(this)) {
+        : NativeWindow(owner), text_(new QLabel), row_(new QHBoxLayout(this)) {
         setFrameShape(QFrame::StyledPanel);
         setAutoFillBackground(true);
         setBackgroundRole(QPalette::ToolTipBase);
         setForegroundRole(QPalette::ToolTipText);
-        m_text->setForegroundRole(QPalette::ToolTipText);
-        m_text->setTextFormat(Qt::PlainText);
-        m_text->setWordWrap(true);
-        m_row->setContentsMargins(6, 2, 6, 2);
-        m_row->addWidget(m_text, 1);
+        text_->setForegroundRole(QPalette::ToolTipText);
+        text_->setTextFormat(Qt::PlainText);
+        text_->setWordWrap(true);
+        row_->setContentsMargins(6, 2, 6, 2);
+        row_->addWidget(text_, 1);
     }
     ~MessageBarWidget() override { Sever(); }
 
     QWidget* Widget() override { return this; }
     void ApplyStyle(DWORD) override {}
-    QLabel& Text() { return *m_text; }
+    QLabel& Text() { return *text_; }
     void AddButton(QAction* action) {
         auto* button = new QToolButton;
         button->setDefaultAction(action);
         button->setToolButtonStyle(Qt::ToolButtonTextOnly);
         button->setFocusPolicy(Qt::TabFocus);
-        m_row->addWidget(button);
+        row_->addWidget(button);
     }
 
   private:
-    QLabel* m_text;
-    QHBoxLayout* m_row;
+    QLabel* text_;
+    QHBoxLayout* row_;
 };
 
 MessageBarWidget* BarOf(const CMessageBar& bar) { return dynamic_cast<MessageBarWidget*>(bar.GetSafeHwnd()); }

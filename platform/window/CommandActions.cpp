@@ -53,23 +53,23 @@ void ListWindows(QMenu& menu, QAction* mark, NativeWindow& frame) {
 
 class MenuBuilder {
   public:
-    MenuBuilder(NativeWindow& frame, std::span<const MenuResource> rows) : m_frame(frame), m_rows(rows) {}
+    MenuBuilder(NativeWindow& frame, std::span<const MenuResource> rows) : frame_(frame), rows_(rows) {}
 
     void FillBar(QMenuBar& bar) {
-        for (; m_next < m_rows.size(); ++m_next)
-            if (m_rows[m_next].kind == MenuResource::Kind::Popup) FillPopup(*bar.addMenu(Text()));
+        for (; next_ < rows_.size(); ++next_)
+            if (rows_[next_].kind == MenuResource::Kind::Popup) FillPopup(*bar.addMenu(Text()));
     }
 
   private:
-    QString Text() const { return QString::fromUtf8(m_rows[m_next].text); }
+    QString Text() const { return QString::fromUtf8(rows_[next_].text); }
 
     // From the row of the popup to the row that ends it.
     void FillPopup(QMenu& menu) {
-        NativeWindow& frame = m_frame;
+        NativeWindow& frame = frame_;
         QObject::connect(&menu, &QMenu::aboutToShow, frame.Widget(),
                          [&menu, &frame] { frame.Tell([&menu](CWnd* w) { OpenMenu(menu, *w); }); });
-        for (++m_next; m_next < m_rows.size(); ++m_next) {
-            const MenuResource& row = m_rows[m_next];
+        for (++next_; next_ < rows_.size(); ++next_) {
+            const MenuResource& row = rows_[next_];
             if (row.kind == MenuResource::Kind::End) return;
             if (row.kind == MenuResource::Kind::Popup) FillPopup(*menu.addMenu(Text()));
             if (row.kind == MenuResource::Kind::Item) menu.addAction(SharedAction(frame, row.id));
@@ -79,15 +79,15 @@ class MenuBuilder {
     }
 
     void AddWindowList(QMenu& menu) {
-        NativeWindow& frame = m_frame;
+        NativeWindow& frame = frame_;
         QAction* mark = menu.addSeparator();
         QObject::connect(&menu, &QMenu::aboutToShow, frame.Widget(),
                          [&menu, mark, &frame] { ListWindows(menu, mark, frame); });
     }
 
-    NativeWindow& m_frame;
-    std::span<const MenuResource> m_rows;
-    std::size_t m_next = 0;
+    NativeWindow& frame_;
+    std::span<const MenuResource> rows_;
+    std::size_t next_ = 0;
 };
 
 template <class Action>

@@ -49,7 +49,7 @@ class Framed : public Base, public NativeWindow {
 
     QWidget* Widget() override { return this; }
     void ApplyStyle(DWORD style) override;
-    CRect NormalRect() override { return m_normal; }
+    CRect NormalRect() override { return normal_; }
     void SetNormalRect(const CRect& rect) override;
 
   protected:
@@ -76,27 +76,27 @@ class Framed : public Base, public NativeWindow {
     void Follow();
 
     // Both forms, because a rectangle set in pixels must be read back the same where the scale is a fraction.
-    CRect m_normal;
-    QRect m_normalInUnits;
-    bool m_restoring = false;
+    CRect normal_;
+    QRect normalInUnits_;
+    bool restoring_ = false;
 };
 
 template <class Base>
 void Framed<Base>::Follow() {
     const QRect now = this->geometry();
-    if (m_restoring || this->isMinimized() || this->isMaximized() || now == m_normalInUnits) return;
-    m_normalInUnits = now;
-    m_normal = PixelsOf(now);
+    if (restoring_ || this->isMinimized() || this->isMaximized() || now == normalInUnits_) return;
+    normalInUnits_ = now;
+    normal_ = PixelsOf(now);
 }
 
 template <class Base>
 void Framed<Base>::SetNormalRect(const CRect& rect) {
-    m_restoring = true;
+    restoring_ = true;
     if (this->isMinimized() || this->isMaximized()) this->showNormal();
     this->setGeometry(UnitsOf(rect));
-    m_restoring = false;
-    m_normal = rect;
-    m_normalInUnits = this->geometry();
+    restoring_ = false;
+    normal_ = rect;
+    normalInUnits_ = this->geometry();
 }
 
 template <class Base>
@@ -155,61 +155,60 @@ class FrameWidget : public Framed<QMainWindow> {
 
 class ChildFrameWidget : public Framed<QMdiSubWindow> {
   public:
-    explicit ChildFrameWidget(CWnd* owner) : Framed(owner), m_body(new QMainWindow) {
-        m_body->setWindowFlags(Qt::Widget);
-        setWidget(m_body);
+    explicit ChildFrameWidget(CWnd* owner) : Framed(owner), body_(new QMainWindow) {
+        body_->setWindowFlags(Qt::Widget);
+        setWidget(body_);
         // The toolkit gives the system menu every shortcut for closing; Ctrl+W is the program's to give.
         for (QAction* action : systemMenu()->actions())
             if (!action->shortcut().isEmpty()) action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4));
     }
 
-    QMainWindow* Body() override { return m_body; }
-    void Adopt(QWidget* child, UINT id) override { AdoptInMainWindow(*m_body, child, id); }
+    QMainWindow* Body() override { return body_; }
+    void Adopt(QWidget* child, UINT id) override { AdoptInMainWindow(*body_, child, id); }
     // So that another child frame becomes the active one.
     void Retire() override {
         if (mdiArea()) mdiArea()->removeSubWindow(this);
     }
 
   private:
-    QMainWindow* m_body;
+    QMainWindow* body_;
 };
 
 class MdiFrameWidget : public FrameWidget {
   public:
-    explicit MdiFrameWidget(CWnd* owner) : FrameWidget(owner), m_area(new QMdiArea) {
-        m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-        m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    explicit MdiFrameWidget(CWnd* owner) : FrameWidget(owner), area_(new QMdiArea) {
+        area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         // Closing a child frame leads back to the one used before it.
-        m_area->setActivationOrder(QMdiArea::ActivationHistoryOrder);
-        setCentralWidget(m_area);
-        connect(m_area, &QMdiArea::subWindowActivated, this,
-                [this] { Activated(m_area->currentSubWindow()); });
+        area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+        setCentralWidget(area_);
+        connect(area_, &QMdiArea::subWindowActivated, this, [this] { Activated(area_->currentSubWindow()); });
     }
     ~MdiFrameWidget() override {
         // The area outlives this part of the object and would still report.
-        m_area->disconnect(this);
+        area_->disconnect(this);
     }
 
-    QMdiArea* MdiArea() override { return m_area; }
+    QMdiArea* MdiArea() override { return area_; }
     void Adopt(QWidget* child, UINT id) override {
         if (!qobject_cast<QMdiSubWindow*>(child)) return FrameWidget::Adopt(child, id);
-        const QSize area = m_area->viewport()->size();
-        m_area->addSubWindow(child);
+        const QSize area = area_->viewport()->size();
+        area_->addSubWindow(child);
         child->resize(area * 2 / 3);
     }
 
   private:
     void Activated(QMdiSubWindow* now) {
-        if (now == m_active) return;
-        const QPointer<QMdiSubWindow> before = std::exchange(m_active, now);
+        if (now == active_) return;
+        const QPointer<QMdiSubWindow> before = std::exchange(active_, now);
         if (NativeWindow* native = Of(before))
             native->Tell([](CWnd* w) { WindowEvents::FrameActivated(w, false); });
-        if (NativeWindow* native = Of(m_active))
+        if (NativeWindow* native = Of(active_))
             native->Tell([](CWnd* w) { WindowEvents::FrameActivated(w, true); });
     }
 
-    QMdiArea* m_area;
-    QPointer<QMdiSubWindow> m_active;
+    QMdiArea* area_;
+    QPointer<QMdiSubWindow> active_;
 };
 
 }  // namespace

@@ -28,8 +28,8 @@ class PathIcon : public QIconEngine {
     QIconEngine* clone() const override { return new PathIcon(*this); }
 
   private:
-    QPainterPath m_lines;
-    QPainterPath m_solid;
+    QPainterPath lines_;
+    QPainterPath solid_;
 };
 
 PathIcon::PathIcon(const std::string& path) {
@@ -40,15 +40,15 @@ PathIcon::PathIcon(const std::string& path) {
     double radius = 0;
     while (steps >> step) {
         if (step == 'Z') {
-            m_lines.closeSubpath();
+            lines_.closeSubpath();
             continue;
         }
         if (!(steps >> x >> y)) return;
-        if (step == 'M') m_lines.moveTo(x, y);
-        if (step == 'L') m_lines.lineTo(x, y);
+        if (step == 'M') lines_.moveTo(x, y);
+        if (step == 'L') lines_.lineTo(x, y);
         if (step != 'O' && step != 'F') continue;
         if (!(steps >> radius)) return;
-        (step == 'O' ? m_lines : m_solid).addEllipse(QPointF(x, y), radius, radius);
+        (step == 'O' ? lines_ : solid_).addEllipse(QPointF(x, y), radius, radius);
     }
 }
 
@@ -60,8 +60,8 @@ void PathIcon::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIc
     painter->translate(rect.topLeft());
     painter->scale(rect.width() / kGrid, rect.height() / kGrid);
     painter->setPen(QPen(color, kStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->drawPath(m_lines);
-    painter->fillPath(m_solid, color);
+    painter->drawPath(lines_);
+    painter->fillPath(solid_, color);
     painter->restore();
 }
 
@@ -83,13 +83,13 @@ class KeptTitleBarIcons : public QProxyStyle {
                                 which == SP_TitleBarMaxButton || which == SP_TitleBarNormalButton ||
                                 which == SP_TitleBarCloseButton;
         if (!ofTitleBar) return QProxyStyle::standardIcon(which, option, widget);
-        QIcon& icon = m_icons[which];
+        QIcon& icon = icons_[which];
         if (icon.isNull()) icon = QProxyStyle::standardIcon(which, option, widget);
         return icon;
     }
 
   private:
-    mutable std::map<StandardPixmap, QIcon> m_icons;
+    mutable std::map<StandardPixmap, QIcon> icons_;
 };
 
 }  // namespace

@@ -54,7 +54,7 @@ void NativeWindow::SetText(const QString& text) {
 
 void NativeWindow::Show(int how) {
     // A window that ended while it was being placed stays hidden.
-    if (!m_owner) return;
+    if (!owner_) return;
     QWidget* widget = Widget();
     switch (how) {
         case SW_HIDE:
@@ -78,21 +78,21 @@ void NativeWindow::Show(int how) {
 }
 
 void NativeWindow::Sever() {
-    if (!m_owner || m_ending) return;
+    if (!owner_ || ending_) return;
     const HandlingScope scope;
-    m_ending = true;
-    Guarded([this] { WindowEvents::Destroy(m_owner); });
+    ending_ = true;
+    Guarded([this] { WindowEvents::Destroy(owner_); });
     // A handler may destroy other windows meanwhile.
     std::vector<QPointer<QWidget>> inside;
     for (QWidget* child : Widget()->findChildren<QWidget*>()) inside.emplace_back(child);
     for (const QPointer<QWidget>& widget : inside)
         if (NativeWindow* native = Of(widget)) native->Sever();
     // A handler may have destroyed the owner itself.
-    if (CWnd* const owner = std::exchange(m_owner, nullptr)) WindowEvents::Gone(owner);
+    if (CWnd* const owner = std::exchange(owner_, nullptr)) WindowEvents::Gone(owner);
 }
 
 void NativeWindow::Destroy() {
-    if (m_ending) return;
+    if (ending_) return;
     QWidget* const widget = Widget();
     {
         const HandlingScope scope;
@@ -105,5 +105,5 @@ void NativeWindow::Destroy() {
 
 void NativeWindow::LoseOwner() {
     if (LetOwnerGo()) return;
-    m_ending ? (void)(m_owner = nullptr) : Destroy();
+    ending_ ? (void)(owner_ = nullptr) : Destroy();
 }

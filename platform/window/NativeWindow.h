@@ -21,12 +21,12 @@ class QString;
 // handled.
 class NativeWindow {
   public:
-    explicit NativeWindow(CWnd* owner) : m_owner(owner) {}
+    explicit NativeWindow(CWnd* owner) : owner_(owner) {}
     virtual ~NativeWindow() = default;
     // Null for null and for widgets that are no window of the framework.
     static NativeWindow* Of(QWidget* widget);
 
-    CWnd* Owner() const { return m_owner; }
+    CWnd* Owner() const { return owner_; }
     virtual QWidget* Widget() = 0;
     // The widget whose pixels are the client area.
     virtual QWidget* Client() { return Widget(); }
@@ -70,9 +70,9 @@ class NativeWindow {
     // Runs a handler of the owner unless the window has ended. Nothing is thrown on into the toolkit.
     template <class Handler>
     void Tell(Handler handler) {
-        if (!m_owner) return;
+        if (!owner_) return;
         const HandlingScope scope;
-        Guarded([&] { handler(m_owner); });
+        Guarded([&] { handler(owner_); });
     }
 
     template <class Action>
@@ -87,11 +87,11 @@ class NativeWindow {
     }
 
   protected:
-    CWnd* ReleaseOwner() { return std::exchange(m_owner, nullptr); }
+    CWnd* ReleaseOwner() { return std::exchange(owner_, nullptr); }
 
   private:
-    CWnd* m_owner;
-    bool m_ending = false;
+    CWnd* owner_;
+    bool ending_ = false;
 };
 
 NativeWindow* NewViewWidget(CWnd* owner);

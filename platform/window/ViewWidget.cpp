@@ -47,7 +47,7 @@ class ViewWidget : public QAbstractScrollArea, public NativeWindow {
 
     QWidget* Widget() override { return this; }
     QWidget* Client() override { return viewport(); }
-    CBitmapEx* Picture() override { return &m_picture; }
+    CBitmapEx* Picture() override { return &picture_; }
     void ApplyStyle(DWORD style) override;
     void Invalidate(bool erase) override;
     void PaintNow() override;
@@ -77,12 +77,12 @@ class ViewWidget : public QAbstractScrollArea, public NativeWindow {
     void Scrolled(int bar, QScrollBar* native, int action);
     void LetGo(int key);
 
-    CBitmapEx m_picture{4, 32, 256};
-    bool m_outOfDate = true;
-    bool m_erase = true;
-    int m_wheel = 0;
+    CBitmapEx picture_{4, 32, 256};
+    bool outOfDate_ = true;
+    bool erase_ = true;
+    int wheel_ = 0;
     // Keys held down, each with the timer that a release starts and a repeated press stops.
-    std::map<int, std::unique_ptr<QTimer>> m_held;
+    std::map<int, std::unique_ptr<QTimer>> held_;
 };
 
 ViewWidget::ViewWidget(CWnd* owner) : NativeWindow(owner) {
@@ -111,13 +111,13 @@ CPoint ViewWidget::PixelOf(QPointF position) {
 }
 
 void ViewWidget::Invalidate(bool erase) {
-    m_outOfDate = true;
-    m_erase |= erase;
+    outOfDate_ = true;
+    erase_ |= erase;
     viewport()->update();
 }
 
 void ViewWidget::PaintNow() {
-    if (!isVisible() || !m_outOfDate) return;
+    if (!isVisible() || !outOfDate_) return;
     Redraw();
     viewport()->repaint();
 }
@@ -126,9 +126,9 @@ void ViewWidget::PaintNow() {
 bool ViewWidget::FitPicture() {
     const int width = RoundHalfAway(viewport()->width() * Scale());
     const int height = RoundHalfAway(viewport()->height() * Scale());
-    m_picture.SetDotsPerInch(RoundHalfAway(kDotsPerInch * Scale()));
-    if (width < 1 || height < 1 || !m_picture.ReSize(nullptr, width, height)) return false;
-    m_outOfDate = m_erase = true;
+    picture_.SetDotsPerInch(RoundHalfAway(kDotsPerInch * Scale()));
+    if (width < 1 || height < 1 || !picture_.ReSize(nullptr, width, height)) return false;
+    outOfDate_ = erase_ = true;
     return true;
 }
 
@@ -140,13 +140,13 @@ void ViewWidget::resizeEvent(QResizeEvent*) {
 }
 
 void ViewWidget::Redraw() {
-    if (!m_outOfDate || !Owner()) return;
-    m_outOfDate = false;
-    if (m_erase) {
-        CDC dc(m_picture);
-        dc.FillSolidRect(CRect(0, 0, m_picture.GetWidth(), m_picture.GetHeight()),
+    if (!outOfDate_ || !Owner()) return;
+    outOfDate_ = false;
+    if (erase_) {
+        CDC dc(picture_);
+        dc.FillSolidRect(CRect(0, 0, picture_.GetWidth(), picture_.GetHeight()),
                          WindowEvents::Background(Owner()));
-        m_erase = false;
+        erase_ = false;
     }
     Tell([](CWnd* w) { WindowEvents::Paint(w); });
 }
@@ -155,12 +155,12 @@ void ViewWidget::paintEvent(QPaintEvent*) {
     // The scale may have changed without a resize, on the way to another screen.
     if (FitPicture())
         Tell([this](CWnd* w) {
-            WindowEvents::Size(w, SIZE_RESTORED, m_picture.GetWidth(), m_picture.GetHeight());
+            WindowEvents::Size(w, SIZE_RESTORED, picture_.GetWidth(), picture_.GetHeight());
         });
     Redraw();
-    if (!m_picture.GetBits()) return;
-    QImage shown(static_cast<const uchar*>(m_picture.GetBits()), m_picture.GetWidth(), m_picture.GetHeight(),
-                 m_picture.GetWidth() * 4, QImage::Format_RGB32);
+    if (!picture_.GetBits()) return;
+    QImage shown(static_cast<const uchar*>(picture_.GetBits()), picture_.GetWidth(), picture_.GetHeight(),
+                 picture_.GetWidth() * 4, QImage::Format_RGB32);
     shown.setDevicePixelRatio(Scale());
     QPainter(viewport()).drawImage(0, 0, shown);
 }
@@ -220,12 +220,12 @@ void ViewWidget::wheelEvent(QWheelEvent* event) {
     }
     const int turned = event->angleDelta().y();
     // Fine wheels and touch pads turn in small steps: they count when they make a notch together.
-    if (turned != 0) m_wheel = (m_wheel < 0) == (turned < 0) ? m_wheel + turned : turned;
+    if (turned != 0) wheel_ = (wheel_ < 0) == (turned < 0) ? wheel_ + turned : turned;
     const UINT flags = FlagsOf(event->buttons(), event->modifiers());
     const CPoint client = PixelOf(event->position());
-    while (std::abs(m_wheel) >= WHEEL_DELTA) {
-        const short notch = m_wheel > 0 ? WHEEL_DELTA : -WHEEL_DELTA;
-        m_wheel -= notch;
+    while (std::abs(wheel_) >= WHEEL_DELTA) {
+        const short notch = wheel_ > 0 ? WHEEL_DELTA : -WHEEL_DELTA;
+        wheel_ -= notch;
         Tell([=](CWnd* w) {
             CPoint screen = client;
             w->ClientToScreen(&screen);
@@ -247,7 +247,7 @@ void ViewWidget::contextMenuEvent(QContextMenuEvent* event) {
 
 void ViewWidget::keyPressEvent(QKeyEvent* event) {
     const UINT key = VirtualKeyOf(event->key());
-    std::unique_ptr<QTimer>& release = m_held[event->key()];
+    std::unique_ptr<QTimer>& release = held_[event->key()];
     if (!release) {
         release = std::make_unique<QTimer>();
         release->setSingleShot(true);
@@ -260,16 +260,16 @@ void ViewWidget::keyPressEvent(QKeyEvent* event) {
 }
 
 void ViewWidget::keyReleaseEvent(QKeyEvent* event) {
-    const auto held = m_held.find(event->key());
-    if (!event->isAutoRepeat() && held != m_held.end()) held->second->start(kReleaseDelayMs);
+    const auto held = held_.find(event->key());
+    if (!event->isAutoRepeat() && held != held_.end()) held->second->start(kReleaseDelayMs);
 }
 
 void ViewWidget::LetGo(int key) {
-    const auto held = m_held.find(key);
-    if (held == m_held.end()) return;
+    const auto held = held_.find(key);
+    if (held == held_.end()) return;
     // The timer may be the sender of the signal being handled.
     held->second.release()->deleteLater();
-    m_held.erase(held);
+    held_.erase(held);
     if (const UINT code = VirtualKeyOf(key)) Tell([=](CWnd* w) { WindowEvents::KeyUp(w, code); });
 }
 
@@ -280,7 +280,7 @@ void ViewWidget::focusInEvent(QFocusEvent* event) {
 
 void ViewWidget::focusOutEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusOutEvent(event);
-    while (!m_held.empty()) LetGo(m_held.begin()->first);
+    while (!held_.empty()) LetGo(held_.begin()->first);
     Tell([](CWnd* w) { WindowEvents::FocusLost(w); });
 }
 
