@@ -277,6 +277,34 @@ TEST_F(SeriesViewTest, APanNeedsNoFullRedrawAndShowsTheSame) {
     EXPECT_TRUE(view.Picture() == moved);
 }
 
+TEST_F(SeriesViewTest, FewSamplesAreDotsUnlessTheyAreDeleted) {
+    SeriesFile file = Read("x,y,z\n0,0,10\n1,0,0\n2,10,0\n3,0,0\n4,0,10\n");
+    OpenSeriesView view(file);
+    const auto above = [&] {
+        view.Draw({600, 400});
+        const CRect plot = view.Panels()[0].plot;
+        const int middle = (plot.left + plot.right) / 2;
+        return view.Pixels({middle - 20, plot.top, middle + 20, (plot.top + plot.bottom) / 2},
+                           static_cast<COLORREF>(SeriesColor(0)));
+    };
+    EXPECT_GT(above(), 20);
+    // Another series keeps the axis as high.
+    file.series[0].source->GetStatus()[2] |= PS_DELETED;
+    file.series[0].source->NoteChange();
+    view.ShowOnly({0, 1});
+    EXPECT_EQ(above(), 0);
+}
+
+TEST_F(SeriesViewTest, StepsGoThroughAllSeriesBothWays) {
+    SeriesFile file = Read("x,a,b,c\n0,1,2,3\n1,2,3,4\n2,1,1,1\n");
+    OpenSeriesView view(file);
+    for (const auto& [step, shown] :
+         {std::pair{kNextSeries, 1}, {kPreviousSeries, 0}, {kPreviousSeries, 2}, {kNextSeries, 0}}) {
+        view.Command(step);
+        EXPECT_TRUE(view.IsShown(static_cast<std::size_t>(shown))) << step;
+    }
+}
+
 TEST_F(SeriesViewTest, ValuesInViewFillTheAxis) {
     SeriesFile file = Read("x,y\n" + Rows(100, [](int i) { return Number(i) + "," + Number(i); }));
     OpenSeriesView view(file);

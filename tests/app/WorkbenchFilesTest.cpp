@@ -72,6 +72,8 @@ TEST_F(WorkbenchTest, AReloadedFileShowsItsNewRowsInTheSamePart) {
     EXPECT_NEAR(after.x, before.x, (before.y - before.x) / 50);
     EXPECT_NEAR(after.y, before.y, (before.y - before.x) / 50);
     EXPECT_EQ(frame->Documents()[0]->Message(), "");
+    frame->Documents()[0]->Watch(CGraphFrame::Look::AtDisk);
+    EXPECT_EQ(frame->Documents()[0]->Message(), "") << "it was read after its change";
     // A file that can no longer be read leaves its window as it is.
     folder.Write("days.csv", "words\n");
     Key(Qt::Key_F5);

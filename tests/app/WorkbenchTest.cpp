@@ -93,6 +93,11 @@ TEST_F(WorkbenchTest, KeysZoomAndCommandsShowTheirState) {
     EXPECT_EQ(Pane(kZoomPane), "Zoom 1.41 x 1.41");
     Key(Qt::Key_Plus);
     EXPECT_EQ(Pane(kZoomPane), "Zoom 2 x 2");
+    for (const int bar : {SB_HORZ, SB_VERT}) {
+        SCROLLINFO info;
+        ASSERT_TRUE(frame->ActiveSeriesView()->GetScrollInfo(bar, &info));
+        EXPECT_NEAR(info.nPage / (info.nPage + double(info.nMax - info.nMin)), 0.5, 0.01) << bar;
+    }
     EXPECT_TRUE(State(50005).IsEnabled());
     Key(Qt::Key_Backspace);
     EXPECT_EQ(Pane(kZoomPane), "Zoom 1.41 x 1.41");
@@ -229,6 +234,7 @@ TEST_F(WorkbenchTest, WhatTheUserChoseIsThereNextTime) {
     EXPECT_NE(std::string(State(kRecentFirst).GetText()).find("days.csv"), std::string::npos);
     RunCommand(*frame, kRecentFirst);
     Settle();
+    EXPECT_EQ(RecentFiles().size(), 1u) << "each file once";
     EXPECT_NE(State(kGrid).IsChecked(), grid);
     EXPECT_NE(State(kLegend).IsChecked(), legend);
     Key(Qt::Key_G);

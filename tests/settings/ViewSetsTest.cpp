@@ -60,6 +60,29 @@ TEST_F(ViewSets, SeriesWithoutARecordAreDrawnLikeTheDefault) {
     EXPECT_EQ(manager.GetProperty("Tide").getDrawStyle(), 1);
 }
 
+TEST_F(ViewSets, ARecordKeepsEachOfItsValuesUnderItsName) {
+    KDrawProperty set;
+    set.setColor(1);
+    set.setLineStyle(2);
+    set.setDotSize(3);
+    set.setLegend(4);
+    set.setDrawStyle(5);
+    ASSERT_TRUE(set.exchange(HKEY_CURRENT_USER, "Record", true));
+    CRegKey key;
+    ASSERT_EQ(key.Open(HKEY_CURRENT_USER, "Record"), ERROR_SUCCESS);
+    std::string stored;
+    for (const char* name : {"color", "lineStyle", "dotSize", "legend", "drawStyle"})
+        stored += GetBytes(key, name).c_str();
+    EXPECT_EQ(stored, "12345");
+    KDrawProperty loaded;
+    ASSERT_TRUE(loaded.exchange(HKEY_CURRENT_USER, "Record", false));
+    EXPECT_EQ(loaded.getColor(), 1u);
+    EXPECT_EQ(loaded.getLineStyle(), 2);
+    EXPECT_EQ(loaded.getDotSize(), 3);
+    EXPECT_EQ(loaded.getLegend(), 4);
+    EXPECT_EQ(loaded.getDrawStyle(), 5);
+}
+
 TEST_F(ViewSets, SavingAllForgetsWhatWasInUse) {
     auto& manager = KDrawPropertyManager::Instance();
     manager.GetProperty("a").setLineStyle(3);

@@ -202,9 +202,11 @@ class ExactLabels : public OpenGraphView {
         for (double unit = 1.0; step > 0.0 && unit > step * 1.001 && decimals < 9; unit /= 10.0) ++decimals;
         text.Format("%.*f", decimals, value);
         longest = std::max(longest, text.GetLength());
+        values.push_back(value);
         return text;
     }
     int longest = 0;
+    std::vector<double> values;
 };
 
 TEST_F(GraphViewTest, LabelsMayDependOnTheTickSpacing) {
@@ -220,9 +222,20 @@ TEST_F(GraphViewTest, LabelsMayDependOnTheTickSpacing) {
     ASSERT_TRUE(exact.AddZoom(CZoomInfo(300.0f, 100.0f, 5000, 2500, 0, 0)));
     exact.zoom.FitScrollSizes({{0, 0}, {100000, 50000}});
     exact.longest = 0;
+    exact.values.clear();
+    exact.axes.YAxisPos = 2;
     exact.DrawOn(dc, {600, 400});
     EXPECT_LT(exact.TickSpacingInForce().cx, 0.1);
     EXPECT_EQ(exact.longest, 6) << "100.00 while the room is measured";
+    EXPECT_GE(
+        std::count_if(exact.values.begin(), exact.values.end(), [](double x) { return x > 5 && x < 5.33; }),
+        3)
+        << "where the axis stands, not how far from its start";
+    int right = 0;
+    for (int y = 0; y < 400; ++y)
+        for (int x = exact.tileClip.right + 10; x < 600; ++x)
+            right += dc.GetPixel(x, y) != RGB(255, 255, 255);
+    EXPECT_GT(right, 50) << "labels beside a y axis at the right";
 }
 
 }  // namespace

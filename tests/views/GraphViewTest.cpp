@@ -105,6 +105,12 @@ TEST_F(GraphViewTest, ScrollBarsMoveByATwentiethAPageOrToTheThumb) {
     view->OnVScroll(SB_THUMBPOSITION, static_cast<UINT>(-1234), nullptr);
     EXPECT_EQ(view->zoom.Current().originY, 1234);
     EXPECT_EQ(hints.TakeHints(), "") << "nobody follows y";
+    SCROLLINFO info;
+    ASSERT_TRUE(view->GetScrollInfo(SB_HORZ, &info));
+    EXPECT_EQ(info.nPage, 70711u) << "the thumb is as long as what is in view";
+    EXPECT_EQ(info.nMax - info.nMin, 29289);
+    ASSERT_TRUE(view->GetScrollInfo(SB_VERT, &info));
+    EXPECT_EQ(info.nPage, 35355u);
 }
 
 TEST_F(GraphViewTest, TheWheelKeepsThePointUnderTheMouse) {
@@ -229,9 +235,15 @@ TEST_F(GraphViewTest, TheMiddleButtonPans) {
     RunCommand(*view, 50001);
     Settle();
     const CPoint grabbed = view->StoredAt({300, 200});
+    const int pictures = view->pictures;
     Drag({300, 200}, {340, 160}, Qt::MiddleButton);
     // Two moves, each rounded towards zero.
     ExpectNear(view->StoredAt({340, 160}), grabbed, {3, 3});
+    Settle();
+    EXPECT_GT(view->pictures, pictures) << "and the picture follows";
+    QTest::mouseDClick(ClientOf(*view), Qt::MiddleButton, {}, {300, 200});
+    QTest::mouseRelease(ClientOf(*view), Qt::MiddleButton, {}, {300, 200});
+    EXPECT_EQ(view->zoom.Current().zoomX, 1.0f) << "a double click shows all";
 }
 
 TEST_F(GraphViewTest, TheStatusBarShowsThePositionInUserUnits) {

@@ -191,6 +191,7 @@ TEST_F(MenuTest, MenusShowWhatTheHandlersSayWhenTheyOpen) {
     EXPECT_EQ(view->ranged, kRecent);
     QMenu* windows = Open(1);
     EXPECT_EQ(windows->actions().at(1)->text(), "&1 Run && rest");
+    EXPECT_TRUE(windows->actions().at(1)->isChecked()) << "the active one";
     windows->close();
 }
 

@@ -112,6 +112,12 @@ TEST_F(FrameTest, TheUserGoesFromChildToChild) {
     EXPECT_EQ(place.main->MDIGetActive(), place.child);
     RunCommand(*place.main, ID_NEXT_PANE);
     EXPECT_EQ(place.main->MDIGetActive(), second.GetParentFrame());
+    const CFrameWnd* const third = place.AddChild()->GetParentFrame();
+    place.child->MDIActivate();
+    RunCommand(*place.main, ID_PREV_PANE);
+    EXPECT_EQ(place.main->MDIGetActive(), third) << "the one used before";
+    third->GetSafeHwnd()->close();
+    static_cast<CMDIChildWnd*>(second.GetParentFrame())->MDIActivate();
     place.main->MDITile(MdiTile::Horizontal);
     EXPECT_EQ(place.child->GetSafeHwnd()->width(), second.GetParentFrame()->GetSafeHwnd()->width());
     place.child->MDIActivate();

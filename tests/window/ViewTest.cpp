@@ -196,6 +196,8 @@ TEST_F(ViewTest, ScrollBarsTellWhatTheUserDidAndStayWhereTheHandlerLeavesThem) {
     EXPECT_EQ(place.view->TakeLog(), "h5:-7 h4:-7 h8:0");
     Press(place.view->GetSafeHwnd(), Qt::Key_Right);
     EXPECT_EQ(place.view->TakeLog().substr(0, 9), "key:39 h1");
+    place.view->SetScrollRange(SB_HORZ, 0, 1000);
+    EXPECT_EQ(bar->pageStep(), 100) << "a new range begins with a page of its own";
 }
 
 TEST_F(ViewTest, AViewWithoutScrollBarsHasNoneToRead) {
