@@ -66,12 +66,17 @@ const DialogTable dialog(kDialogId, kDialog);
 
 using P = CAxisProperties;
 constexpr pages::Control<P> kControls[] = {
-    pages::Check(kLinesX, &P::DrawXLines), pages::Check(kLinesY, &P::DrawYLines),
-    pages::Check(kAutoX, &P::XAutoScale),  pages::Check(kAutoY, &P::YAutoScale),
-    pages::Check(kShowX, &P::ShowX),       pages::Check(kShowY, &P::ShowY),
+    pages::Check(kLinesX, &P::DrawXLines),
+    pages::Check(kLinesY, &P::DrawYLines),
+    pages::Check(kAutoX, &P::XAutoScale),
+    pages::Check(kAutoY, &P::YAutoScale),
+    pages::Check(kShowX, &P::ShowX),
+    pages::Check(kShowY, &P::ShowY),
     pages::Check(kPositiveUp, &P::PositiveUp),
-    pages::Radio(kTop, &P::XAxisPos),      pages::Radio(kLeft, &P::YAxisPos),
-    pages::Edit(kUnitX, &P::UnitX),        pages::Edit(kUnitY, &P::UnitY),
+    pages::Radio(kTop, &P::XAxisPos),
+    pages::Radio(kLeft, &P::YAxisPos),
+    pages::Edit(kUnitX, &P::UnitX),
+    pages::Edit(kUnitY, &P::UnitY),
 };
 
 struct Range {
@@ -120,7 +125,8 @@ BOOL CAxisPage::OnSetActive() {
 }
 
 bool CAxisPage::OnControlMsg(UINT id, UINT code) {
-    static constexpr ControlRow<CAxisPage> kClicks[] = {{BN_CLICKED, kAutoX, kAutoY, &CAxisPage::UpdateEnabled}};
+    static constexpr ControlRow<CAxisPage> kClicks[] = {
+        {BN_CLICKED, kAutoX, kAutoY, &CAxisPage::UpdateEnabled}};
     return RouteControl(*this, kClicks, id, code) || TavinPage::OnControlMsg(id, code);
 }
 

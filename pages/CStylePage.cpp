@@ -48,8 +48,7 @@ constexpr pages::Control<P> kControls[] = {
 
 IMPLEMENT_DYNCREATE(CStylePage, TavinPage)
 
-CStylePage::CStylePage(CString key, CStyleProperties* set)
-    : TavinPage(key, set, true, kDialogId, 0) {}
+CStylePage::CStylePage(CString key, CStyleProperties* set) : TavinPage(key, set, true, kDialogId, 0) {}
 
 BOOL CStylePage::OnInitDialog() {
     TavinPage::OnInitDialog();

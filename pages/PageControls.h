@@ -11,8 +11,8 @@
 //       if (properties) ExchangeControls(*exchange, *properties, kControls);
 //   }
 //
-// Rows are exchanged in their order; the first value that is refused ends an exchange and leaves its member as
-// it was. What a row cannot say (a control that depends on another) is code beside the table.
+// Rows are exchanged in their order; the first value that is refused ends an exchange and leaves its member
+// as it was. What a row cannot say (a control that depends on another) is code beside the table.
 #pragma once
 
 #include <cstddef>

@@ -207,6 +207,8 @@ QWidget* NewControl(const ControlResource& row, QWidget* parent) {
 }
 
 void ShowPicture(QWidget& control, unsigned id) {
+    // Pages choose the picture whenever they are painted.
+    if (control.property(kPicture).toUInt() == id) return;
     control.setProperty(kPicture, id);
     control.update();
 }

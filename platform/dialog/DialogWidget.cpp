@@ -28,6 +28,7 @@ class DialogWidget : public QDialog, public NativeWindow {
 
     QWidget* Widget() override { return this; }
     void ApplyStyle(DWORD) override {}
+    void Invalidate(bool) override { update(); }
     // Esc, and Enter where no button has it.
     void reject() override {
         Tell([](CWnd* w) { WindowEvents::Close(w); });
@@ -49,11 +50,17 @@ class PageWidget : public QWidget, public NativeWindow {
 
     QWidget* Widget() override { return this; }
     void ApplyStyle(DWORD) override {}
+    void Invalidate(bool) override { update(); }
     void ControlUsed(QWidget& control, UINT code) override {
         // Choosing an entry of a list changes no setting.
         const bool chooses =
             control.inherits("QAbstractItemView") || code == EN_SETFOCUS || code == EN_KILLFOCUS;
         if (!chooses) Tell([](CWnd* w) { static_cast<CPropertyPage*>(w)->ControlChanged(); });
+    }
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        Tell([](CWnd* w) { WindowEvents::Paint(w); });
     }
 };
 
