@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <limits>
 
+#include "pages/KPointSourceProperties.h"
 #include "platform/window/CDocument.h"
 #include "platform/window/CFrameWnd.h"
 #include "settings/KDrawPropertyManager.h"
+#include "views/KConnectionLineManager.h"
 #include "views/SourceLock.h"
 
 IMPLEMENT_DYNCREATE(CXYGraphView, KViewEx)
@@ -45,6 +47,8 @@ CXYGraphView::CXYGraphView(CString name, bool independent, int menu, unsigned lo
 CXYGraphView::~CXYGraphView() = default;
 
 void CXYGraphView::Init(IPointSource* source) {
+    connectionLines = std::make_unique<KConnectionLineManager::LineProperties>(hiddenSources, shownSources);
+    connectionLines->key = GetKeyName();
     AddOwnModes();
     CXYGraphView::UpdateColors();
     AddSource(source, true);
@@ -72,11 +76,23 @@ void CXYGraphView::AddSource(IPointSource* source, bool shown) {
 }
 
 void CXYGraphView::RemoveSource(IPointSource* source) {
+    connectionLines->RemoveSource(source);
+    TakeOut(source);
+}
+
+void CXYGraphView::TakeOut(IPointSource* source) {
     pyramids.Clear();
     shownSources.remove(source);
     hiddenSources.remove(source);
     if (source && dataHandler && dataHandler->GetPointSource() == source)
         dataHandler->SelectPointSource(PrimarySource());
+}
+
+KPointSourceProperties* CXYGraphView::GetDSProperties() {
+    if (!sourceProperties)
+        sourceProperties = std::make_unique<KPointSourceProperties>(hiddenSources, shownSources,
+                                                                    &KDrawPropertyManager::Instance());
+    return sourceProperties.get();
 }
 
 IPointSource* CXYGraphView::SetPrimaryData(IPointSource* source) {

@@ -8,7 +8,7 @@
 // Without a window: give the view its series, call OnInitialUpdate, then DrawOn.
 //
 // The sources: CXYGraphView (series, pages, caption), ...Layout (mapping, margins), ...Drawing (the picture),
-// ...Axes, ...Legend, ...Zoom, ...Mouse, ...Modes, ...Commands, ...Settings.
+// ...Axes, ...Legend, ...Zoom, ...Mouse, ...Modes, ...Commands, ...Settings (the store), ...Sheet.
 #pragma once
 
 #include <list>
@@ -32,6 +32,12 @@
 #include "views/GraphZoom.h"
 #include "views/KRuler.h"
 #include "views/KViewEx.h"
+
+class CPropertyPage;
+class KPointSourceProperties;
+namespace KConnectionLineManager {
+class LineProperties;
+}
 
 class CXYGraphView : public KViewEx {
     DECLARE_DYNCREATE(CXYGraphView)
@@ -112,6 +118,9 @@ class CXYGraphView : public KViewEx {
     const char* GetViewName() override;
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 
+    // Which series are shown and how each is drawn, over the view's two lists; the view's, made when somebody
+    // first asks.
+    virtual KPointSourceProperties* GetDSProperties();
     virtual int DrawCoordinateSystem(CDC* dc);
     // The distances of the ticks in user units for visible ranges in user units and the smallest size of a
     // label in logical units.
@@ -140,6 +149,10 @@ class CXYGraphView : public KViewEx {
     // Gives the axes that scale themselves the range of the shown series.
     virtual void UpdateAxis();
     virtual void UpdateColors();
+    // The sheet of the view's settings, with more pages of the caller's at its end: IDOK or IDCANCEL, which
+    // leaves axes, colours and tiles as they were. `canApply`: with a button Apply.
+    virtual int EditViewSettings(std::list<CPropertyPage*>& morePages, CString title, bool canApply);
+    virtual int EditViewSettings();
     // Tells the views of a document apart in the hints they send.
     virtual unsigned int GetCookie();
 
@@ -169,6 +182,7 @@ class CXYGraphView : public KViewEx {
     void OnCreateRuler();
     void OnTitleBarOnOff();
     void OnToggleIsoAspect();
+    void OnViewSettings();
     void OnUpdateZoom(CCmdUI* state);
     void OnUpdateToggleLegend(CCmdUI* state);
     void OnUpdateCreateRuler(CCmdUI* state);
@@ -216,8 +230,19 @@ class CXYGraphView : public KViewEx {
 
     CPoint lastMousePosition;
     AxisChangeInfo axisChange;
-    std::list<IAxisChangeListener*> listeners;  // not owned
-    CRect tileClip;                             // of the last tile drawn, device units
+    std::list<IAxisChangeListener*> listeners;                 // not owned
+    CRect tileClip;                                            // of the last tile drawn, device units
+    std::unique_ptr<KPointSourceProperties> sourceProperties;  // null until GetDSProperties
+    std::unique_ptr<KConnectionLineManager::LineProperties> connectionLines;
+    // Which pages of its own the sheet of settings has.
+    enum SettingsPage {
+        PageAxes = 0x01,
+        PageColors = 0x02,
+        PageSources = 0x04,
+        PageLines = 0x10,
+        PageTiles = 0x20
+    };
+    int settingsPages = 63;
     CAxisProperties axes;
     CTiledLayoutProperties tiledLayout;
     CCarthesian coordinates;  // user units to stored units
@@ -257,6 +282,10 @@ class CXYGraphView : public KViewEx {
     StoredRange AxisRange() const;
     TileGrid Tiles() const;
     void TakeUpdate(const CViewUpdate& hint);
+    // Out of both lists, for the moment or for good.
+    void TakeOut(IPointSource* source);
+    struct Settings;
+    void TakeSettings(const Settings& before, bool rangesTouched, bool colorsTouched);
 
     void SetCoordinates();
     CRect PlotOfGesture(const CRect& first) const;
@@ -275,6 +304,7 @@ class CXYGraphView : public KViewEx {
     void DrawYAxis(CDC& dc, const PlotMap& map, const CRect& plot, const std::vector<double>& ticks);
     void DrawXAxis(CDC& dc, const PlotMap& map, const CRect& plot, const std::vector<double>& ticks);
     CString LegendText(IPointSource* source, int i);
+    void DrawConnectionLines(CDC& dc);
     void DrawRulerOverlay(CDC& dc);
 
     class PositionMode;
@@ -290,6 +320,7 @@ class CXYGraphView : public KViewEx {
 
     std::map<int, std::shared_ptr<GraphMouseMode>> modes;
     bool updateMissed = false;
+    bool settingsOpen = false;
     CSizeEx tickSpacing;
     PlotMargins plotMargins;
     CString viewName;  // what GetViewName returned last

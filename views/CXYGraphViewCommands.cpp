@@ -7,6 +7,7 @@ const CommandRow<CXYGraphView> CXYGraphView::kCommands[] = {
     {CmdModeEscape, CmdModeEscape, &CXYGraphView::OnModeEscape},
     {CmdToggleLegend, CmdToggleLegend, &CXYGraphView::OnToggleLegend, &CXYGraphView::OnUpdateToggleLegend},
     {CmdCreateRuler, CmdCreateRuler, &CXYGraphView::OnCreateRuler, &CXYGraphView::OnUpdateCreateRuler},
+    {CmdViewSettings, CmdViewSettings, &CXYGraphView::OnViewSettings},
     {CmdTitleBar, CmdTitleBar, &CXYGraphView::OnTitleBarOnOff, &CXYGraphView::OnUpdateTitleBarOnOff},
     {CmdIsoAspect, CmdIsoAspect, &CXYGraphView::OnToggleIsoAspect, &CXYGraphView::OnUpdateToggleIsoAspect},
 };

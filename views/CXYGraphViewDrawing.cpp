@@ -5,6 +5,7 @@
 #include "platform/gdi/Selected.h"
 #include "settings/KDrawPropertyManager.h"
 #include "views/CXYGraphView.h"
+#include "views/KConnectionLineManager.h"
 #include "views/PixelSpace.h"
 #include "views/SourceLock.h"
 
@@ -104,6 +105,7 @@ int CXYGraphView::DrawAfterBitmap(CDC* dc) {
     const int tiles = Tiles().TileCount();
     for (int tile = 0; tile < tiles; ++tile) {
         SetTiledViewportOrg(dc, firstTile, tile);
+        DrawConnectionLines(*dc);
         if (rulerVisible) DrawRulerOverlay(*dc);
     }
     dc->SetViewportOrg(firstTile.x, firstTile.y);
@@ -112,6 +114,17 @@ int CXYGraphView::DrawAfterBitmap(CDC* dc) {
     // The paint took away what a gesture had inverted: the next move will invert it again.
     gesture.Repainted(*dc, plotArea);
     return 1;
+}
+
+void CXYGraphView::DrawConnectionLines(CDC& dc) {
+    if (connectionLines->lines.empty()) return;
+    const int unclipped = dc.SaveDC();
+    const CRect plot = PlotMap(dc).Area();
+    CRgn region;
+    region.CreateRectRgnIndirect(&plot);
+    dc.SelectClipRgn(&region);
+    connectionLines->Draw(&dc);
+    dc.RestoreDC(unclipped);
 }
 
 void CXYGraphView::DrawRulerOverlay(CDC& dc) {

@@ -1,9 +1,11 @@
 // How the graph view starts, and what it keeps in its settings section.
+#include "pages/KPointSourceProperties.h"
 #include "platform/registry/CWinApp.h"
 #include "platform/registry/RegistryTransaction.h"
 #include "platform/window/CClientDC.h"
 #include "settings/KDrawPropertyManager.h"
 #include "views/CXYGraphView.h"
+#include "views/KConnectionLineManager.h"
 
 namespace {
 
@@ -32,6 +34,13 @@ void CXYGraphView::OnInitialUpdate() {
     if (profile) showLegend = profile->GetProfileInt(GetKeyName(), kShowLegend, showLegend) != 0;
     KViewEx::OnInitialUpdate();
     mouseMode = ShowPosition;
+    if (!GetKeyName().IsEmpty()) {
+        GetDSProperties()->LoadFromRegistry(GetKeyName());
+        // Loading adds.
+        connectionLines->lines.clear();
+        connectionLines->LoadFromRegistry(GetKeyName());
+        pyramids.Clear();
+    }
     SetPrimaryData(PrimarySource());
     UpdateColors();
     UpdateAxis();
@@ -54,6 +63,7 @@ void CXYGraphView::OnActivateView(BOOL activate, CView* activated, CView* deacti
 
 void CXYGraphView::SetKeyName(const CString& name) {
     KViewEx::SetKeyName(name);
+    connectionLines->key = name;
     if (!name.IsEmpty() && GetSafeHwnd()) LoadStdProperties();
 }
 
@@ -74,6 +84,7 @@ bool CXYGraphView::SaveStdProperties() {
     colors.SaveToRegistry(GetKeyName());
     axes.SaveToRegistry(GetKeyName());
     tiledLayout.SaveToRegistry(GetKeyName());
+    GetDSProperties()->SaveToRegistry(GetKeyName());
     KDrawPropertyManager::Instance().Save();
     if (CWinApp* const profile = AfxGetApp()) {
         profile->WriteProfileInt(GetKeyName(), kTitleBarOff, titleBarOff);

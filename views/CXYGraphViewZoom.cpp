@@ -186,7 +186,8 @@ void CXYGraphView::TakeUpdate(const CViewUpdate& hint) {
         type != CViewUpdate::RemoveSource)
         return;
     IPointSource* const source = hint.GetSource();
-    RemoveSource(source);
+    // Shown or hidden it stays the view's, with the lines that end in it.
+    type == CViewUpdate::RemoveSource ? RemoveSource(source) : TakeOut(source);
     if (source && type == CViewUpdate::ShowSource) shownSources.push_back(source);
     if (source && type == CViewUpdate::HideSource) hiddenSources.push_back(source);
     if (type != CViewUpdate::HideSource) PrimaryDataChanged(PrimarySource());

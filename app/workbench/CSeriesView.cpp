@@ -33,6 +33,8 @@ CSeriesView::CSeriesView(SeriesFile& file, const CString& key)
       file_(file) {
     UseDoubleBitmap(true);
     isoAspectAllowed = 1;
+    // The view finds its axes and tiles by itself.
+    settingsPages = PageColors | PageSources | PageLines;
     lineLook = LineLook::Smooth;
     chosenBackground_ = colors.background;
     AddSeriesModes();
@@ -69,10 +71,36 @@ void CSeriesView::OnInitialUpdate() {
     if (CWinApp* const profile = AfxGetApp())
         legendCorner_ = static_cast<LegendCorner>(
             std::clamp(static_cast<int>(profile->GetProfileInt(GetKeyName(), kLegendCorner, 4)), 0, 4));
+    // Just those: the base would leave the first series with them.
+    if (const auto stored = StoredSeries(); !stored.empty()) ShowOnly(stored);
     CXYGraphView::OnInitialUpdate();
     ruler.setType(KRuler::RulerType(0));
     stack_ = {};
     RangesChanged();
+}
+
+std::vector<std::size_t> CSeriesView::StoredSeries() const {
+    if (GetKeyName().IsEmpty()) return {};
+    std::list<IPointSource*> hidden;
+    std::list<IPointSource*> shown;
+    for (const auto& one : file_.series) hidden.push_back(one.source.get());
+    KPointSourceProperties(hidden, shown, nullptr).LoadFromRegistry(GetKeyName());
+    std::vector<std::size_t> stored;
+    for (IPointSource* const source : shown) stored.push_back(IndexOf(source));
+    return stored;
+}
+
+int CSeriesView::EditViewSettings(std::list<CPropertyPage*>& morePages, CString title, bool canApply) {
+    const bool hadWindow = GetSafeHwnd() != nullptr;
+    const ZoomStack shown = stack_;
+    const int result = CXYGraphView::EditViewSettings(morePages, title, canApply);
+    if (hadWindow && !GetSafeHwnd()) return result;
+    stack_ = shown;
+    SetCaption();
+    RangesChanged();
+    Redraw();
+    if (result == IDOK) SaveStdProperties();
+    return result;
 }
 
 void CSeriesView::OnDestroy() {

@@ -65,6 +65,9 @@ class CSeriesView : public CXYGraphView {
     bool SaveStdProperties() override;
     void AllocDataHandler(IPointSource* source) override;
     void OnInitialUpdate() override;
+    using CXYGraphView::EditViewSettings;
+    // What is in view stays, whatever the sheet changes; what the user agreed to is kept at once.
+    int EditViewSettings(std::list<CPropertyPage*>& morePages, CString title, bool canApply) override;
 
   protected:
     void OnPrepareDC(CDC* dc, CPrintInfo* info = nullptr) override;
@@ -120,6 +123,8 @@ class CSeriesView : public CXYGraphView {
 
     // Series and axes.
     std::size_t IndexOf(IPointSource* source) const;
+    // The series that were shown when the file was open last; none when nothing is known of it.
+    std::vector<std::size_t> StoredSeries() const;
     void ArrangeTiles();
     // The lists of shown and hidden series are other ones now.
     void SeriesChosen();

@@ -58,5 +58,6 @@ constexpr UINT kLegend = CmdToggleLegend;
 constexpr UINT kRuler = CmdCreateRuler;
 constexpr UINT kTitleBar = CmdTitleBar;
 constexpr UINT kIsoAspect = CmdIsoAspect;
+constexpr UINT kSettings = CmdViewSettings;
 
 }  // namespace app

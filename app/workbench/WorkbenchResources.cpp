@@ -51,6 +51,7 @@ constexpr CommandResource kCommands[] = {
     {kNextPage, "Ne&xt page\tCtrl+PgDown", "The next page of tiles"},
     {kPreviousPage, "Pre&vious page\tCtrl+PgUp", "The page of tiles before"},
     {kBackground, "Backgrou&nd colour...", "Choose the colour of the background"},
+    {kSettings, "S&ettings...\tCtrl+,", "The settings of this view", "settings"},
 
     {kNextSeries, "&Next series\tN", "Show the next series alone", "next"},
     {kPreviousSeries, "&Previous series\tP", "Show the series before alone", "previous"},
@@ -125,6 +126,7 @@ constexpr MenuResource kMenuBetween[] = {
     MenuItem(kNextPage),
     MenuItem(kPreviousPage),
     MenuItem(kBackground),
+    MenuItem(kSettings),
     MenuSeparator(),
     MenuItem(kTitleBar),
     MenuItem(ID_VIEW_TOOLBAR),
@@ -173,6 +175,7 @@ constexpr MenuResource kContextMenu[] = {
     MenuItem(kLegend),
     MenuItem(kGrid),
     MenuItem(kTitleBar),
+    MenuItem(kSettings),
     MenuSeparator(),
     MenuItem(kNextSeries),
     MenuItem(kPreviousSeries),
@@ -185,10 +188,10 @@ constexpr MenuResource kContextMenu[] = {
     MenuEnd(),
 };
 
-constexpr UINT kToolBar[] = {ID_FILE_OPEN,    kExport,    ID_FILE_PRINT, 0,           CmdZoomAll,
-                             CmdZoomIn,       CmdZoomOut, CmdZoomBack,   CmdZoomMode, 0,
-                             kRuler,          kLegend,    kGrid,         kTiles,      0,
-                             kPreviousSeries, kNextSeries};
+constexpr UINT kToolBar[] = {
+    ID_FILE_OPEN, kExport, ID_FILE_PRINT, 0,       CmdZoomAll, CmdZoomIn, CmdZoomOut, CmdZoomBack,
+    CmdZoomMode,  0,       kRuler,        kLegend, kGrid,      kTiles,    0,          kPreviousSeries,
+    kNextSeries,  0,       kSettings};
 
 constexpr IconResource kIcons[] = {
     {"application", "M 2 2 L 2 14 L 14 14 M 3 11 L 6 6 L 9 9 L 13 3"},
@@ -217,6 +220,9 @@ constexpr IconResource kIcons[] = {
      "M 2 2 L 7 2 L 7 7 L 2 7 Z M 9 2 L 14 2 L 14 7 L 9 7 Z M 2 9 L 7 9 L 7 14 L 2 14 Z M 9 9 L 14 9 L 14 14 "
      "L "
      "9 14 Z"},
+    {"settings",
+     "M 2 4 L 4 4 M 8 4 L 14 4 O 6 4 1.8 M 2 8 L 9 8 M 13 8 L 14 8 O 11 8 1.8 M 2 12 L 3 12 M 7 12 L 14 12 O "
+     "5 12 1.8"},
     {"next", "M 5 3 L 11 8 L 5 13"},
     {"previous", "M 11 3 L 5 8 L 11 13"},
 };

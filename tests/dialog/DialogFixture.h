@@ -13,39 +13,27 @@
 #include "platform/window/Controls.h"
 #include "tests/window/WindowTest.h"
 
-class DialogFixture : public WindowTest {
-  protected:
-    DialogFixture() {
-        boxes = SetMessageBoxHandler([this](const char* text, UINT) {
-            said = text;
-            if (whileAsked) whileAsked();
-            return IDOK;
-        });
-    }
-    ~DialogFixture() override { SetMessageBoxHandler(boxes); }
-
-    // What the user does while the dialog is open; one left open is closed.
-    static int Run(CDialog& dialog, const std::function<void(QDialog&)>& act) {
+// A user before the dialog that opens next.
+struct DialogDriver {
+    // `open` opens a dialog, in which the user does what `act` says; one left open is closed.
+    static void WhileOpen(const std::function<void()>& open, const std::function<void(QDialog&)>& act) {
         bool acted = false;
         QTimer timer;
         timer.setSingleShot(true);
         QObject::connect(&timer, &QTimer::timeout, [&] {
             acted = true;
-            auto* const shown = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            const QPointer<QDialog> shown = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             ASSERT_TRUE(shown);
             // Keys reach the window that is active.
             ASSERT_TRUE(QTest::qWaitForWindowActive(shown));
-            const QPointer<QDialog> still = shown;
             act(*shown);
-            if (still && still->isVisible()) {
-                ADD_FAILURE() << "the dialog stays open";
-                still->done(0);
-            }
+            if (!shown || !shown->isVisible()) return;
+            ADD_FAILURE() << "the dialog stays open";
+            shown->done(0);
         });
         timer.start(0);
-        const int result = dialog.DoModal();
+        open();
         EXPECT_TRUE(acted) << "no dialog was shown";
-        return result;
     }
     template <class Widget>
     static Widget& Control(QWidget& shown, UINT id) {
@@ -58,6 +46,24 @@ class DialogFixture : public WindowTest {
         edit->setFocus();
         QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(edit, text);
+    }
+};
+
+class DialogFixture : public WindowTest, public DialogDriver {
+  protected:
+    DialogFixture() {
+        boxes = SetMessageBoxHandler([this](const char* text, UINT) {
+            said = text;
+            if (whileAsked) whileAsked();
+            return IDOK;
+        });
+    }
+    ~DialogFixture() override { SetMessageBoxHandler(boxes); }
+
+    static int Run(CDialog& dialog, const std::function<void(QDialog&)>& act) {
+        int result = 0;
+        WhileOpen([&] { result = dialog.DoModal(); }, act);
+        return result;
     }
 
     CString said;

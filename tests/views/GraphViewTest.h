@@ -19,6 +19,7 @@ class OpenGraphView : public CXYGraphView {
 
     using CXYGraphView::AddZoom;
     using CXYGraphView::axes;
+    using CXYGraphView::connectionLines;
     using CXYGraphView::coordinates;
     using CXYGraphView::dataHandler;
     using CXYGraphView::hiddenSources;
