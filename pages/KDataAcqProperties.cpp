@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "pages/KDataAcqPage.h"
 #include "platform/registry/CRegKey.h"
 #include "platform/registry/RegistryTransaction.h"
 #include "settings/ApplicationKey.h"
@@ -99,4 +100,35 @@ void KDataAcqProperties::SaveDataAcqSetup(const char*) {
         StoreSources(source.getAdd(), path + kAdd);
         StoreSources(source.getSubtract(), path + kSubtract);
     });
+}
+
+int KDataAcqProperties::EditProperties(std::list<CPropertyPage*>& pages, IPointSource* source) {
+    if (!source || !source->IsKindOf(RUNTIME_CLASS(KDataAcqSource)))
+        return KPointSourceProperties::EditProperties(pages, source);
+    auto& acquired = static_cast<KDataAcqSource&>(*source);
+    KDataAcqPage page;
+    page.inputName = acquired.GetName();
+    page.invertInput = acquired.getInvertY();
+    page.offset = acquired.getFixedOffsetY();
+    page.candidates = *hidden;
+    page.candidates.insert(page.candidates.end(), shown->begin(), shown->end());
+    const Sources before = page.candidates;
+    page.candidates.remove(source);
+    page.addSeries = acquired.getAdd();
+    page.subtractSeries = acquired.getSubtract();
+    pages.push_back(&page);
+    const int agreed = KPointSourceProperties::EditProperties(pages, source);
+    pages.remove(&page);
+    // A series that left the view meanwhile may not exist any more.
+    const auto hasLeft = [&](const IPointSource* one) {
+        return std::find(before.begin(), before.end(), one) != before.end() && !Has(one);
+    };
+    if (!agreed || hasLeft(source)) return agreed;
+    page.addSeries.remove_if(hasLeft);
+    page.subtractSeries.remove_if(hasLeft);
+    acquired.setInvertY(page.invertInput != 0);
+    acquired.setFixedOffsetY(page.offset);
+    acquired.setAdd(page.addSeries);
+    acquired.setSubtract(page.subtractSeries);
+    return agreed;
 }

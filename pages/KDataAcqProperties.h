@@ -16,6 +16,10 @@ class KDataAcqProperties : public KPointSourceProperties {
     void SaveToRegistry(CString section) override;
     void LoadFromRegistry(CString section) override;
 
+    using KPointSourceProperties::EditProperties;
+    // A series of an instrument gets a page for its calculations, behind the others.
+    int EditProperties(std::list<CPropertyPage*>& pages, IPointSource* source) override;
+
   protected:
     CString GetDataAcqKey() const;
     // A series without a stored setup keeps its own. Of one that has, stored values of another kind or length

@@ -27,6 +27,12 @@ class KPointSourceProperties : public TavinProp {
     // Which series are shown. The draw properties are loaded when somebody asks the manager for them.
     void LoadFromRegistry(CString section) override;
 
+    // Whether the series is in one of the lists.
+    bool Has(const IPointSource* source) const;
+    // Lets the user edit how the series is drawn: 1 when he agreed, 0 otherwise and without a manager.
+    virtual int EditProperties(IPointSource* source);
+    // The same in a sheet with further pages, which are the caller's; null ones are passed over.
+    virtual int EditProperties(std::list<CPropertyPage*>& pages, IPointSource* source);
     // Has `to` drawn as `from` is; null series are ignored.
     virtual void CopyProperties(IPointSource* from, IPointSource* to);
     virtual ~KPointSourceProperties() = default;
