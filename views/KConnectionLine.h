@@ -31,6 +31,7 @@ class KConnectionLine {
 
     // None where there is nothing to join: a series is empty, or the end series stops short of the start.
     std::optional<Ends> GetEnds() const;
+    bool Joins(const IPointSource* series) const { return start == series || end == series; }
     // With a round mark of a millimetre's radius at either end.
     void Draw(CDC* dc);
     void Draw(CDC* dc, const Ends& ends);

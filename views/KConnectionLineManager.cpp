@@ -1,11 +1,14 @@
 #include "views/KConnectionLineManager.h"
 
+#include <algorithm>
+
 #include "platform/registry/CRegKey.h"
 #include "platform/registry/CWinApp.h"
 #include "platform/registry/RegistryTransaction.h"
 #include "settings/ApplicationKey.h"
 #include "settings/StoredNames.h"
 #include "sources/IPointSource.h"
+#include "views/KConnectionLinePage.h"
 
 namespace KConnectionLineManager {
 
@@ -88,12 +91,30 @@ IPointSource* LineProperties::FindByName(const CString& name) const {
     return nullptr;
 }
 
+bool LineProperties::Has(const IPointSource* source) const {
+    const auto isIn = [source](const auto* list) {
+        return std::find(list->begin(), list->end(), source) != list->end();
+    };
+    return isIn(hidden) || isIn(shown);
+}
+
+KConnectionLinePage& LineProperties::GetPage() {
+    if (!page) page = std::make_unique<KConnectionLinePage>(key, this);
+    return *page;
+}
+
+void LineProperties::SetKey(const CString& viewKey) {
+    key = viewKey;
+    if (page) page->SetRegKey(key);
+}
+
 void LineProperties::Draw(CDC* dc) {
     for (const auto& line : lines) line->Draw(dc);
 }
 
 void LineProperties::RemoveSource(const IPointSource* source) {
-    lines.remove_if([source](const auto& line) { return line->start == source || line->end == source; });
+    if (page) page->RemoveSource(source);
+    lines.remove_if([source](const auto& line) { return line->Joins(source); });
 }
 
 }  // namespace KConnectionLineManager

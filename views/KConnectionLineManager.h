@@ -8,6 +8,8 @@
 #include "settings/TavinProp.h"
 #include "views/KConnectionLine.h"
 
+class KConnectionLinePage;
+
 namespace KConnectionLineManager {
 
 // Works on the view's two lists of series: a line whose series are not among them is not loaded.
@@ -29,8 +31,15 @@ class LineProperties : public TavinProp {
     std::optional<Lines> StoredLines(const CString& section) const;
 
     void Draw(CDC* dc);
-    // Ends every line from or to the series. For whoever takes it out of the lists.
+    // Ends every line from or to the series, also those that wait on the page. For whoever takes it out of
+    // the lists.
     void RemoveSource(const IPointSource* source);
+    // Whether the series is in one of the lists.
+    bool Has(const IPointSource* source) const;
+
+    // The page that edits the set in the section of the view's key; made when it is first asked for.
+    KConnectionLinePage& GetPage();
+    void SetKey(const CString& viewKey);
 
     Lines lines;
     std::list<IPointSource*>* hidden;
@@ -39,6 +48,8 @@ class LineProperties : public TavinProp {
 
   private:
     IPointSource* FindByName(const CString& name) const;
+
+    std::unique_ptr<KConnectionLinePage> page;
 };
 
 }  // namespace KConnectionLineManager
