@@ -51,7 +51,7 @@ constexpr CommandResource kCommands[] = {
     {kNextPage, "Ne&xt page\tCtrl+PgDown", "The next page of tiles"},
     {kPreviousPage, "Pre&vious page\tCtrl+PgUp", "The page of tiles before"},
     {kBackground, "Backgrou&nd colour...", "Choose the colour of the background"},
-    {kSettings, "S&ettings...\tCtrl+,", "The settings of this view", "settings"},
+    {kSettings, "Settings...\tCtrl+,", "The settings of this view", "settings"},
 
     {kNextSeries, "&Next series\tN", "Show the next series alone", "next"},
     {kPreviousSeries, "&Previous series\tP", "Show the series before alone", "previous"},

@@ -2,11 +2,33 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QEvent>
 
 #include "platform/dialog/CDataExchange.h"
 #include "platform/dialog/DialogResources.h"
 #include "platform/dialog/DialogWidget.h"
 #include "platform/window/NativeWindow.h"
+
+namespace {
+
+// Ends a dialog when the window that asked is gone, though the frame around both stays.
+class ParentWatch : public QObject {
+  public:
+    ParentWatch(const CWnd* parent, CDialog& dialog) : m_parent(parent), m_dialog(dialog) {
+        if (parent && parent->GetSafeHwnd()) parent->GetSafeHwnd()->installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        // A window that ends is hidden until nobody needs it.
+        if (event->type() == QEvent::Hide && !m_parent->GetSafeHwnd()) m_dialog.EndDialog(IDCANCEL);
+        return false;
+    }
+
+  private:
+    const CWnd* const m_parent;
+    CDialog& m_dialog;
+};
+
+}  // namespace
 
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
@@ -25,6 +47,7 @@ int CDialog::DoModal() {
     if (!Create(nullptr, Caption(), WS_CAPTION | WS_SYSMENU, CRect(), nullptr, 0)) return m_result;
     auto* const window = qobject_cast<QDialog*>(GetSafeHwnd());
     if (m_firstControl) GiveFocus();
+    const ParentWatch watch(m_parent, *this);
     if (!m_ended) window->exec();
     DestroyWindow();
     return m_result;

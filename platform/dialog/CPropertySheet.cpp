@@ -135,7 +135,9 @@ void CPropertySheet::BuildTabs() {
     };
     shortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), 1);
     shortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1);
+    // With Shift the key is called another.
     shortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), -1);
+    shortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), -1);
     shortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1);
 }
 

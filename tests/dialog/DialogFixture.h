@@ -1,6 +1,7 @@
 // What the tests of dialogs and sheets share: real ones, driven through their widgets.
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
 #include <QPointer>
@@ -24,7 +25,9 @@ struct DialogDriver {
             acted = true;
             const QPointer<QDialog> shown = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             ASSERT_TRUE(shown);
-            // Keys reach the window that is active.
+            // Keys reach the window that is active; the frame's own activation may still be on its way.
+            QCoreApplication::processEvents();
+            shown->activateWindow();
             ASSERT_TRUE(QTest::qWaitForWindowActive(shown));
             act(*shown);
             if (!shown || !shown->isVisible()) return;
@@ -39,7 +42,14 @@ struct DialogDriver {
     static Widget& Control(QWidget& shown, UINT id) {
         return *qobject_cast<Widget*>(FindControl(shown, id));
     }
-    static void Click(QWidget& shown, UINT id) { QTest::mouseClick(FindControl(shown, id), Qt::LeftButton); }
+    // Buttons with a mark answer on the mark and their text, not on the empty place behind.
+    static void Click(QWidget& shown, UINT id) {
+        QWidget* const control = FindControl(shown, id);
+        const auto* const button = qobject_cast<QAbstractButton*>(control);
+        const bool isMarked = button && button->isCheckable();
+        QTest::mouseClick(control, Qt::LeftButton, {},
+                          isMarked ? QPoint(8, control->height() / 2) : control->rect().center());
+    }
     // Writes over what stands in an edit, key by key.
     static void Type(QWidget& shown, UINT id, const char* text) {
         QWidget* const edit = FindControl(shown, id);

@@ -37,7 +37,7 @@ TEST_F(ViewSettingsTest, WhatEachPageSaysCountsAndIsSavedByItsName) {
         NextPage(shown);
         Type(shown, 4142, "5");
         Click(shown, 4201);
-        QTest::keyClick(shown.focusWidget(), Qt::Key_Return);
+        Click(shown, IDOK);
     });
     SetColorDialogHandler(colors);
     EXPECT_EQ(view->axes.MinX, -2.5);
@@ -103,9 +103,7 @@ TEST_F(ViewSettingsTest, TheViewMayEndWhileItsSheetIsOpen) {
     more.onShown = [&] { view->GetParentFrame()->DestroyWindow(); };
     std::list<CPropertyPage*> pages{&more};
     WhileOpen([&] { EXPECT_EQ(view->EditViewSettings(pages, "Settings", false), IDCANCEL); },
-              [](QDialog& shown) {
-                  QTest::keyClick(&shown, Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
-              });
+              [](QDialog& shown) { QTest::keyClick(&shown, Qt::Key_PageUp, Qt::ControlModifier); });
 }
 
 TEST_F(ViewSettingsTest, ShownSeriesAndConnectionLinesComeBackWithTheView) {
