@@ -148,7 +148,13 @@ QWidget* NewPushButton(const ControlResource& row, const QString& text, QWidget*
 
 QWidget* NewEdit(const ControlResource& row, const QString& text, QWidget* parent) {
     auto* const edit = new QLineEdit(text, parent);
-    edit->setReadOnly((row.flags & kReadOnly) != 0);
+    if (row.flags & kReadOnly) {
+        edit->setReadOnly(true);
+        // Looks like the dialog, not like something to write in.
+        QPalette palette = edit->palette();
+        palette.setBrush(QPalette::Base, palette.window());
+        edit->setPalette(palette);
+    }
     return edit;
 }
 

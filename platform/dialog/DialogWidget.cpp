@@ -97,12 +97,22 @@ QWidget* WidgetOf(const QWidget& dialog, std::size_t row) {
 // How many times its box a control needs.
 double Lack(int needed, double box) { return box > 0 ? std::clamp(needed / box, 1.0, kMostGrowth) : 1.0; }
 
+// What a control needs so that its text is not cut. The toolkit likes push buttons wider than that.
+QSize NeededBy(const QWidget& widget, ControlKind kind) {
+    const QSize liked = widget.sizeHint();
+    if (kind != ControlKind::Button && kind != ControlKind::DefaultButton) return liked;
+    const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+    const QFontMetrics metrics = widget.fontMetrics();
+    const int text = metrics.size(Qt::TextShowMnemonic, button->text()).width() + metrics.height();
+    return {std::min(liked.width(), text), liked.height()};
+}
+
 DialogUnits Grown(const QWidget& dialog, const DialogResource& resource, DialogUnits units) {
     DialogUnits growth{1, 1};
     for (std::size_t i = 0; i < resource.controls.size(); ++i) {
         const ControlResource& row = resource.controls[i];
         const QWidget* const widget = WidgetOf(dialog, i);
-        const QSize needed = widget->sizeHint();
+        const QSize needed = NeededBy(*widget, row.kind);
         if (HasFixedText(row)) growth.x = std::max(growth.x, Lack(needed.width(), row.cx * units.x));
         if (HasFixedHeight(row.kind)) growth.y = std::max(growth.y, Lack(needed.height(), row.cy * units.y));
     }
@@ -184,8 +194,12 @@ void FitControls(QWidget& dialog, const DialogResource& resource) {
         QWidget* const widget = WidgetOf(dialog, i);
         const int height = row.kind == ControlKind::DropList ? widget->sizeHint().height() : down(row.cy);
         widget->setGeometry(across(row.x), down(row.y), across(row.cx), height);
+        if (row.kind != ControlKind::Group) continue;
+        // Templates mean a frame that begins at half the height of its title; the toolkit's begins below it.
+        const int up = std::min(widget->y(), widget->fontMetrics().height() / 2);
+        widget->setGeometry(widget->geometry().adjusted(0, -up, 0, 0));
         // Behind what stands in it.
-        if (row.kind == ControlKind::Group) widget->lower();
+        widget->lower();
     }
     const QSize size(across(resource.cx), down(resource.cy));
     dialog.isWindow() ? dialog.setFixedSize(size) : dialog.setMinimumSize(size);
