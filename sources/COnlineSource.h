@@ -56,6 +56,8 @@ class COnlineSource : public IPointSource {
 
     // The newest sample in real units, offset not included; (0, 0) without any.
     CPointEx GetLatestPoint();
+    // Of the samples that are kept, in stored units.
+    StoredBox GetWindowExtent() const { return extremes.OfWindow(ring); }
     // Empties the series; its memory stays reserved.
     void Clear();
     // Keeps `size` samples from now on, of those there are the oldest ones that fit. False, and nothing

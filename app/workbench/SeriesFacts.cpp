@@ -53,15 +53,44 @@ void SeriesFacts::Refresh(double gapFactor) {
     const bool same = changeCount_ == source.GetChangeCount() && count_ == source.GetCount();
     if (same && gapFactor == gapFactor_) return;
     source.Lock();
-    if (!same) {
-        TakeScales();
-        TakeExtents();
+    if (auto* const live = dynamic_cast<COnlineSource*>(&source)) {
+        Follow(*live, gapFactor > 0);
+    } else {
+        if (!same) {
+            TakeScales();
+            TakeExtents();
+        }
+        TakeBreaks(gapFactor);
     }
-    TakeBreaks(gapFactor);
     changeCount_ = source.GetChangeCount();
     count_ = source.GetCount();
     gapFactor_ = gapFactor;
     source.UnLock();
+}
+
+// Costs what is new. A live line breaks where its session says so: the times of what arrives are too uneven
+// to tell a gap by.
+void SeriesFacts::Follow(COnlineSource& live, bool atGaps) {
+    TakeScales();
+    const std::uint64_t appended = live.GetAppended();
+    const auto count = static_cast<std::uint64_t>(live.GetCount());
+    if (appended < followed_) followed_ = lastFall_ = 0;
+    const CPoint* const points = live.GetData();
+    const std::uint64_t first = appended - count;
+    for (std::uint64_t i = std::max(followed_, first + 1); i < appended; ++i)
+        if (points[i - first].x < points[i - first - 1].x) lastFall_ = i;
+    followed_ = appended;
+    sorted_ = lastFall_ <= first;
+    const StoredBox box = live.GetWindowExtent();
+    x_ = y_ = Range::None();
+    if (box.any) {
+        x_ = {RealX(box.minX), RealX(box.maxX)};
+        y_ = {RealY(box.minY), RealY(box.maxY)};
+    }
+    breaks_.clear();
+    if (!atGaps) return;
+    for (const std::uint64_t number : file_->series[index_].gapNumbers)
+        if (number > first && number < appended) breaks_.push_back(static_cast<int>(number - first));
 }
 
 void SeriesFacts::TakeScales() {

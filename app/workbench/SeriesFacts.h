@@ -23,6 +23,8 @@ class SeriesFacts {
     // times the middle step apart, and where cells are empty; 0: nowhere.
     void Refresh(double gapFactor);
 
+    // Whether x never falls.
+    bool IsSorted() const { return sorted_; }
     // Of the samples that are not deleted; of all when all are.
     const Range& X() const { return x_; }
     const Range& Y() const { return y_; }
@@ -55,6 +57,7 @@ class SeriesFacts {
     std::optional<Near> Nearest(const PixelScale& x, const PixelScale& y, CPoint pixel, int reach) const;
 
   private:
+    void Follow(COnlineSource& live, bool atGaps);
     void TakeScales();
     void TakeExtents();
     void TakeBreaks(double gapFactor);
@@ -70,6 +73,9 @@ class SeriesFacts {
     Range y_ = Range::None();
     unsigned short flags_ = 0;
     std::vector<int> breaks_;
+    // Of a live series: how many samples have been looked at, and the last one whose x is below that before.
+    std::uint64_t followed_ = 0;
+    std::uint64_t lastFall_ = 0;
 };
 
 }  // namespace app

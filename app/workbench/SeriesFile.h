@@ -31,11 +31,13 @@ struct XReading : AxisReading {
 };
 
 struct FileSeries {
-    std::unique_ptr<KPointSource> source;
+    std::unique_ptr<IPointSource> source;
     AxisReading y;
-    int decimals = 0;              // that the file writes its values with
-    std::vector<int> emptyBefore;  // the samples before which rows have no value, ascending
-    int original = -1;             // the series of SeriesFile::original that this one was; -1: none
+    int decimals = 0;                   // that the file writes its values with
+    std::vector<int> emptyBefore = {};  // the samples before which rows have no value, ascending
+    int original = -1;                  // the series of SeriesFile::original that this one was; -1: none
+    // Of a live series emptyBefore as numbers of samples, counted as COnlineSource::GetAppended() does.
+    std::vector<std::uint64_t> gapNumbers = {};
 };
 
 enum class PointOrder { OfX, OfFile };

@@ -13,7 +13,7 @@ namespace {
 class Walk {
   public:
     Walk(const FileSeries& series, const ValuesRange& range) : series_(series) {
-        KPointSource& source = *series.source;
+        IPointSource& source = *series.source;
         scaleX_ = source.GetXScale();
         offset_ = source.GetOffset();
         const CPoint* const begin = source.GetData();
