@@ -26,8 +26,8 @@ ARROWS = {
     "views": {"pages", "editing", "settings", "sources"} | PLATFORM,
     "tavin": {"views", "pages", "selections", "editing", "settings", "sources"} | PLATFORM,
     "app/table": {"tavin"},
-    "app/workbench": {"app/table", "tavin"},
     "app/live": {"app/table", "platform/feeds", "tavin"},
+    "app/workbench": {"app/table", "app/live", "platform/feeds", "tavin"},
     "app/batch": {"app/table", "app/live", "app/workbench", "platform/feeds", "tavin"},
     "app": {"app/batch"},
 }

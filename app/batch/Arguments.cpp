@@ -235,6 +235,14 @@ Taken TakeLength(LiveOptions& options, const std::string& value) {
     return std::nullopt;
 }
 
+Taken TakeWindow(LiveOptions& options, const std::string& value) {
+    const auto seconds = ReadDuration(value);
+    if (!seconds || *seconds <= 0)
+        return UsageError("--window " + value + ": expected a length of time such as 90s, 10min or 1d");
+    options.window = *seconds;
+    return std::nullopt;
+}
+
 const OptionRow<LiveOptions> kLiveRows[] = {
     {{"SOURCE", "", "where lines come from, as told below", Completes::Files, "", kRequired},
      &LiveOptions::sources},
@@ -246,6 +254,9 @@ const OptionRow<LiveOptions> kLiveRows[] = {
     {{"--append", nullptr, "continue a recording that is there already"}, &LiveOptions::append},
     {{"--force", nullptr, "replace a file that is there already"}, &LiveOptions::force},
     {{"--for", "TIME", "end after so long, as 90s, 10min or 1d"}, TakeLength},
+    {{"--window", "TIME", "how much a live window shows; else 1min"}, TakeWindow},
+    {{"--derive", "A-B", "in a window, a channel that is the sum (A+B) or the difference of two; repeatable"},
+     &LiveOptions::derived},
     {{"--stats", nullptr, "tell each second how many rows came, the last values, their age and lost lines"},
      &LiveOptions::stats},
 };

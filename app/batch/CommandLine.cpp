@@ -53,7 +53,7 @@ Result<int> Run(int argc, char** argv) {
     if (name == "info") return Info(arguments.info);
     if (name == "clean") return CleanCommand(arguments, parsed->given);
     if (name == "plot") return Plot(arguments.plot);
-    if (name == "live") return LiveCommand(arguments.live);
+    if (name == "live") return LiveCommand(arguments.live, argc, argv);
     if (name == "print") return PrintText(arguments.printed, commands);
     if (const auto failure = CheckFiles(arguments.files, commands)) return *failure;
     return RunWorkbench(argc, argv, arguments.files);

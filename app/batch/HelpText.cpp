@@ -170,6 +170,9 @@ namespace {
 
 constexpr const char* kBehindForms =
     R"(
+Where there is a display and none of -o, --for and --stats is given, a window shows what comes, in the workbench. It
+follows the newest samples; H holds it, so that it can be zoomed and measured, and lets it catch up again.
+
 Lines are read by the rules for files: delimiter, decimal sign, headings and times are recognised in the first of them
 and can be named with the same options. A row without a time gets that of its arrival; a line may hold one number.
 Lines that cannot be read are counted, and the last of them is told. A connection that is lost is tried again, with
@@ -183,6 +186,7 @@ At qos 1 a broker drops messages for a reader that is slow, unless its max_queue
 Exit codes: 0 done, 1 it could not be recorded, 2 wrong usage, 4 nothing came.
 
 Examples:
+  tavin live tcp://logger:9000 --window 5min --derive inlet-outlet
   tavin live serial:/dev/ttyUSB0?baud=115200 -o run.csv --for 10min --stats
   tavin live tcp://logger:9000 mqtt://broker/plant/+/level -o plant.csv
   instrument | tavin live - -o - | tavin clean - --median 11,0.2 --delete-spikes -o clean.csv)";

@@ -13,6 +13,9 @@
 
 #include "app/live/LiveSource.h"
 #include "app/table/CellNumber.h"
+#include "app/workbench/LiveSession.h"
+#include "app/workbench/Workbench.h"
+#include "tavin/tavin.h"
 
 namespace app {
 
@@ -46,32 +49,18 @@ class EndSignals {
     sigset_t before_{};
 };
 
-// OUT.csv, or OUT-2.csv for the second of several.
-std::string OutputOf(const LiveOptions& options, std::size_t index) {
-    if (options.sources.size() == 1 || options.output == "-") return options.output;
-    const auto slash = options.output.rfind('/');
-    const auto dot = options.output.rfind('.');
-    const bool named = dot != std::string::npos && (slash == std::string::npos || dot > slash + 1) && dot > 0;
-    std::string path = options.output;
-    return path.insert(named ? dot : path.size(), "-" + std::to_string(index + 1));
-}
-
-std::optional<Failure> Open(const LiveOptions& options, Sources& sources) {
+std::optional<Failure> Open(const LiveOptions& options, std::vector<FeedAddress> addresses,
+                            Sources& sources) {
     if (options.append && options.force) return UsageError("--append and --force exclude each other");
     if (options.output == "-" && options.sources.size() > 1)
         return UsageError("-o -: one source alone can be recorded to standard output");
     const auto existing = options.append  ? Existing::Continue
                           : options.force ? Existing::Replace
                                           : Existing::Refuse;
-    std::vector<FeedAddress> addresses;
-    for (const auto& text : options.sources) {
-        std::string fault;
-        if (!ReadFeedAddress(text, addresses.emplace_back(), fault)) return UsageError(fault);
-    }
     for (auto& address : addresses)
         sources.push_back(std::make_unique<LiveSource>(std::move(address), LiveSource::Wishes{options.read}));
     for (std::size_t i = 0; i < sources.size() && !options.output.empty(); ++i) {
-        auto recorder = Recorder::Begin(OutputOf(options, i), existing);
+        auto recorder = Recorder::Begin(RecordingName(options.output, i, sources.size()), existing);
         if (!recorder) return recorder.Error();
         sources[i]->Record(std::move(*recorder));
     }
@@ -142,9 +131,7 @@ class Teller {
             values += (values.empty() ? "" : ", ") +
                       (std::isfinite(state.lastRow[i]) ? ShortNumber(state.lastRow[i]) : std::string("none"));
         if (state.lastArrival > 0) {
-            const auto now = std::chrono::system_clock::now().time_since_epoch();
-            const auto age =
-                std::chrono::duration_cast<std::chrono::microseconds>(now).count() - state.lastArrival;
+            const auto age = LiveSource::Now() - state.lastArrival;
             text += ", last " + values + (values.empty() ? "" : " ") +
                     NumberText(std::max(0.0, double(age) / kSecond), 1) + " s ago";
         }
@@ -172,11 +159,11 @@ bool CannotRecord(const LiveOptions& options, const Sources& sources) {
 
 }  // namespace
 
-Result<int> LiveCommand(const LiveOptions& options) {
+static Result<int> RecordLive(const LiveOptions& options, std::vector<FeedAddress> addresses) {
     const EndSignals signals;
     EnsureFeedToolkit();
     Sources sources;
-    if (const auto failure = Open(options, sources)) return *failure;
+    if (const auto failure = Open(options, std::move(addresses), sources)) return *failure;
     const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(
                                         options.seconds > 0 ? options.seconds : 1e9));
     Teller teller(sources, options.stats);
@@ -206,6 +193,22 @@ Result<int> LiveCommand(const LiveOptions& options) {
     }
     if (refused) return kRefused;
     return rows > 0 ? kDone : kEmpty;
+}
+
+Result<int> LiveCommand(const LiveOptions& options, int argc, char** argv) {
+    std::vector<FeedAddress> addresses;
+    for (const auto& text : options.sources) {
+        std::string fault;
+        if (!ReadFeedAddress(text, addresses.emplace_back(), fault)) return UsageError(fault);
+    }
+    const bool aside = !options.output.empty() || options.seconds > 0 || options.stats;
+    if (aside || !IsDisplayAvailable()) return RecordLive(options, std::move(addresses));
+    LiveWishes wishes;
+    wishes.addresses = std::move(addresses);
+    wishes.read = options.read;
+    wishes.window = options.window;
+    wishes.derived = options.derived;
+    return RunLiveWindow(argc, argv, wishes);
 }
 
 }  // namespace app

@@ -162,6 +162,11 @@ void LiveSource::Take(LiveRows& rows) {
     room_.notify_one();
 }
 
+std::size_t LiveSource::Waiting() const {
+    const std::lock_guard hold(lock_);
+    return waiting_.Count();
+}
+
 LiveState LiveSource::State() const {
     const std::lock_guard hold(lock_);
     return state_;

@@ -43,6 +43,8 @@ class LiveSource : private FeedSink {
     LiveSource& operator=(const LiveSource&) = delete;
 
     const std::string& Name() const { return name_; }
+    // The clock that arrivals are told by.
+    static Microseconds Now();
     // Begins to receive.
     void Start();
     void AskToStop();
@@ -51,6 +53,7 @@ class LiveSource : private FeedSink {
 
     // The rows since the last call; `rows` gives its memory in exchange.
     void Take(LiveRows& rows);
+    std::size_t Waiting() const;
     LiveState State() const;
     // Nothing before the first lines told it.
     std::optional<LineShape> Shape() const;
@@ -70,7 +73,6 @@ class LiveSource : private FeedSink {
     void Heading();
     void RecordRow(std::string_view line, Microseconds arrival);
     bool CanWait() const;
-    static Microseconds Now();
 
     const FeedAddress address_;
     const std::string name_;

@@ -27,6 +27,15 @@ Failure Refused(const std::string& path, const char* what, int error) {
 
 }  // namespace
 
+std::string RecordingName(const std::string& output, std::size_t index, std::size_t sources) {
+    if (sources == 1 || output == "-") return output;
+    const auto slash = output.rfind('/');
+    const auto dot = output.rfind('.');
+    const bool named = dot != std::string::npos && (slash == std::string::npos || dot > slash + 1) && dot > 0;
+    std::string path = output;
+    return path.insert(named ? dot : path.size(), "-" + std::to_string(index + 1));
+}
+
 Result<std::unique_ptr<Recorder>> Recorder::Begin(const std::string& path, Existing existing) {
     std::unique_ptr<Recorder> recorder(new Recorder(path));
     if (const auto failure = recorder->Open(existing)) return *failure;

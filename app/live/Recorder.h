@@ -19,6 +19,9 @@ namespace app {
 // What is done with a file that is there already.
 enum class Existing { Refuse, Continue, Replace };
 
+// The recording of the source of this index: OUT.csv, of several OUT-1.csv, OUT-2.csv ...
+std::string RecordingName(const std::string& output, std::size_t index, std::size_t sources);
+
 class Recorder {
   public:
     using Clock = std::chrono::steady_clock;

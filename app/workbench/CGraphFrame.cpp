@@ -64,9 +64,11 @@ CGraphFrame::CGraphFrame(CSeriesDocument& document, std::unique_ptr<ReadingJob> 
     : document_(document), job_(std::move(job)) {}
 
 BOOL CGraphFrame::OnCreateClient(CREATESTRUCT*, CCreateContext*) {
-    messageBar_.Create(this, kMessageCommands);
+    CreateMessageBar();
     return CreateClient(new CLoadingView(*job_));
 }
+
+void CGraphFrame::CreateMessageBar() { messageBar_.Create(this, kMessageCommands); }
 
 // A view that cannot be created has deleted itself.
 BOOL CGraphFrame::CreateClient(CView* view) {
@@ -101,20 +103,31 @@ std::optional<Failure> CGraphFrame::FinishReading() {
 void CGraphFrame::ShowFile(SeriesFile file) {
     std::optional<ShownPart> before;
     if (view_) before = PartShownBy(*view_, document_.File());
-    // Between its two views the document has none.
+    // The view of the file before goes first.
+    EndClient();
+    document_.SetFile(std::move(file));
+    if (!ReplaceClient(new CSeriesView(document_.File(), document_.ViewKey()))) return;
+    if (before) ShowPart(*view_, document_.File(), *before);
+    OnUpdateFrameTitle();
+}
+
+// Between its two views the document has none.
+void CGraphFrame::EndClient() {
     document_.m_bAutoDelete = FALSE;
     view_ = nullptr;
-    client_->DestroyWindow();
-    document_.SetFile(std::move(file));
-    auto* const view = new CSeriesView(document_.File(), document_.ViewKey());
+    if (client_) client_->DestroyWindow();
+    client_ = nullptr;
+}
+
+bool CGraphFrame::ReplaceClient(CSeriesView* view) {
+    EndClient();
     const BOOL created = CreateClient(view);
     document_.m_bAutoDelete = TRUE;
-    if (!created) return;
+    if (!created) return false;
     view_ = view;
     SetActiveView(view);
     view->OnInitialUpdate();
-    if (before) ShowPart(*view, document_.File(), *before);
-    OnUpdateFrameTitle();
+    return true;
 }
 
 void CGraphFrame::Watch(Look look) {
@@ -130,7 +143,7 @@ bool CGraphFrame::OnCmdMsg(UINT id, CCmdUI* update) {
 void CGraphFrame::OnUpdateNeedsSeries(CCmdUI* state) { state->Enable(view_ != nullptr); }
 
 void CGraphFrame::OnExport() {
-    const std::string& title = document_.File().title;
+    const std::string& title = view_->File().title;
     const std::string name = title.substr(0, title.rfind('.')) + ".png";
     CFileDialog dialog(CFileDialog::Kind::Save, "png", name.c_str(),
                        "Picture (PNG)|*.png|Drawing (SVG)|*.svg|Page (PDF)|*.pdf||", this);
@@ -161,7 +174,7 @@ void CGraphFrame::OnCopyPicture() {
 
 void CGraphFrame::OnCopyValues() {
     const CPointEx range = view_->VisibleX();
-    const ValuesTable table = ValuesText(document_.File(), view_->ShownSeries(), {range.x, range.y});
+    const ValuesTable table = ValuesText(view_->File(), view_->ShownSeries(), {range.x, range.y});
     if (CopyToClipboard(CString(table.text)))
         SetMessageText(
             (Counted(static_cast<std::int64_t>(table.rows), "row") + " of values on the clipboard.").c_str());

@@ -31,18 +31,29 @@ class CGraphFrame : public CMDIChildWnd {
     // What the main window's clock asks for: to show how far the reading is, or to look whether the file has
     // changed on disk, which a bar then says.
     enum class Look { AtReading, AtDisk };
-    void Watch(Look look);
+    virtual void Watch(Look look);
 
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 
   protected:
     BOOL OnCreateClient(CREATESTRUCT* create, CCreateContext* context) override;
 
+    // For frames whose view comes from elsewhere.
+    explicit CGraphFrame(CSeriesDocument& document) : document_(document) {}
+    BOOL CreateClient(CView* view);
+    // Puts the view in the place of the one there is.
+    bool ReplaceClient(CSeriesView* view);
+    CSeriesDocument& Document() { return document_; }
+    CView* Client() { return client_; }
+    void CreateMessageBar();
+    void Tell(const std::string& message) { messageBar_.Tell(CString(message)); }
+    void HideMessage() { messageBar_.Hide(); }
+
   private:
     static const CommandRow<CGraphFrame> kCommands[];
 
-    BOOL CreateClient(CView* view);
     void ShowFile(SeriesFile file);
+    void EndClient();
     void OnExport();
     void OnCopyPicture();
     void OnCopyValues();

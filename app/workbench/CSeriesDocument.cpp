@@ -16,6 +16,12 @@ CSeriesDocument::CSeriesDocument(const ReadOptions& options) : stamp_(FileStamp:
     TakeOverSettings(CString("Views\\" + whole.filename().string()), ViewKey());
 }
 
+CSeriesDocument::CSeriesDocument(const std::string& title) {
+    m_bAutoDelete = TRUE;
+    SetPathName(title.c_str());
+    SetTitle(title.c_str());
+}
+
 CString CSeriesDocument::ViewKey() const {
     // By the whole path: stations have a folder each, with files of the same names. A key's name has no
     // backslashes.

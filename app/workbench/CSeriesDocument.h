@@ -10,6 +10,8 @@ class CSeriesDocument : public CDocument {
   public:
     // Of the file that is being read.
     explicit CSeriesDocument(const ReadOptions& options);
+    // Of what is no file.
+    explicit CSeriesDocument(const std::string& title);
 
     // Empty until it has been read.
     SeriesFile& File() { return file_; }

@@ -87,6 +87,9 @@ class CSeriesView : public CXYGraphView {
     void OnHScroll(UINT code, UINT position, CScrollBar* scrollBar) override;
     void OnVScroll(UINT code, UINT position, CScrollBar* scrollBar) override;
 
+  protected:
+    enum class Keep { Entry, InPlace };
+
   private:
     static const CommandRow<CSeriesView> kCommands[];
     class PointerMode;
@@ -121,6 +124,7 @@ class CSeriesView : public CXYGraphView {
     void OnEscape();
     bool& FlagOf(UINT id);
 
+  protected:
     // Series and axes.
     std::size_t IndexOf(IPointSource* source) const;
     // The series that were shown when the file was open last; none when nothing is known of it.
@@ -138,8 +142,7 @@ class CSeriesView : public CXYGraphView {
     PlotPanel* Panel(std::size_t i) { return i < panels_.size() ? &panels_[i] : nullptr; }
 
     // Zoom: a range that is asked for becomes a new entry of the stack or changes the current one.
-    enum class Keep { Entry, InPlace };
-    void ShowRanges(ShownRanges next, Keep keep);
+    virtual void ShowRanges(ShownRanges next, Keep keep);
     void ZoomAbout(double factor, std::optional<CPoint> pixel);
     void ZoomTo(const PlotPanel& panel, const CRect& pixels);
     void PanBy(CSize pixels, std::size_t panel);

@@ -6,9 +6,11 @@
 #include "app/table/CellNumber.h"
 #include "app/table/InputFile.h"
 #include "app/workbench/CGraphFrame.h"
+#include "app/workbench/CLiveFrame.h"
 #include "app/workbench/CSeriesView.h"
 #include "app/workbench/CStartView.h"
 #include "app/workbench/ImportDialog.h"
+#include "app/workbench/LiveDialogs.h"
 #include "app/workbench/PrintedPage.h"
 #include "app/workbench/RecentFiles.h"
 #include "app/workbench/SampleFile.h"
@@ -41,6 +43,7 @@ std::string MessageForWindow(const Failure& failure) {
 
 const CommandRow<CWorkbenchFrame> CWorkbenchFrame::kCommands[] = {
     {ID_FILE_OPEN, ID_FILE_OPEN, &CWorkbenchFrame::OnFileOpen},
+    {kLiveOpen, kLiveOpen, &CWorkbenchFrame::OnLiveOpen},
     {kReadAgain, kReadAgain, &CWorkbenchFrame::OnReadAgain, &CWorkbenchFrame::OnUpdateNeedsSeries},
     {kReload, kReload, &CWorkbenchFrame::OnReload, &CWorkbenchFrame::OnUpdateNeedsSeries},
     {kOpenSample, kOpenSample, &CWorkbenchFrame::OnOpenSample, &CWorkbenchFrame::OnUpdateOpenSample},
@@ -247,6 +250,25 @@ void CWorkbenchFrame::OnFileOpen() {
     if (!options) return;
     OpenFile(*options);
     ReportFailures();
+}
+
+void CWorkbenchFrame::OnLiveOpen() {
+    if (const auto wishes = AskForLiveSource(this)) OpenLive(*wishes);
+}
+
+CLiveFrame* CWorkbenchFrame::OpenLive(const LiveWishes& wishes) {
+    const bool first = Documents().empty();
+    CloseStartPage();
+    std::string title;
+    for (const FeedAddress& address : wishes.addresses) title += (title.empty() ? "" : ", ") + address.shown;
+    auto* const document = new CSeriesDocument(title);
+    auto* const frame = new CLiveFrame(*document, wishes);
+    CCreateContext context{nullptr, document};
+    if (!frame->LoadFrame(0, WS_OVERLAPPEDWINDOW, this, &context)) return nullptr;
+    frame->SetWindowText(document->GetTitle());
+    if (first) frame->ShowWindow(SW_SHOWMAXIMIZED);
+    frame->InitialUpdateFrame(document, TRUE);
+    return frame;
 }
 
 CGraphFrame* CWorkbenchFrame::ActiveDocument() const {

@@ -12,6 +12,8 @@ namespace app {
 enum StatusPane { kMessagePane = 0, kPositionPane = 1, kZoomPane = 2 };
 
 class CGraphFrame;
+class CLiveFrame;
+struct LiveWishes;
 class CSeriesView;
 
 class CWorkbenchFrame : public CMDIFrameWnd {
@@ -25,6 +27,8 @@ class CWorkbenchFrame : public CMDIFrameWnd {
     // beside the user interface; files that cannot be read are reported in one message. Several windows are
     // laid out together. Without files there is the start page.
     void OpenFiles(const std::vector<std::string>& paths);
+    // A window of what arrives from there.
+    CLiveFrame* OpenLive(const LiveWishes& wishes);
     // The windows of files, in the order of their opening.
     std::vector<CGraphFrame*> Documents() const;
 
@@ -46,6 +50,7 @@ class CWorkbenchFrame : public CMDIFrameWnd {
     static const CommandRow<CWorkbenchFrame> kCommands[];
 
     void OnFileOpen();
+    void OnLiveOpen();
     void OnReadAgain();
     void OnUpdateNeedsView(CCmdUI* state);
     void OnRecent(UINT id);

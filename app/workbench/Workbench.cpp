@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "app/table/Result.h"
+#include "app/workbench/CLiveFrame.h"
 #include "app/workbench/CWorkbenchFrame.h"
 #include "app/workbench/WorkbenchResources.h"
 
@@ -14,17 +15,33 @@ class CWorkbenchApp : public CWindowApp {
   public:
     CWorkbenchApp(int& argc, char** argv) : CWindowApp(argc, argv, "Tavin") {}
 
-    bool Start(const std::vector<std::string>& paths) {
+    // Null: it could not be made.
+    CWorkbenchFrame* Start() {
         auto* const frame = new CWorkbenchFrame;
         m_pMainWnd = frame;
-        if (!frame->CreateWorkbench()) return false;
+        if (!frame->CreateWorkbench()) return nullptr;
         frame->ShowAsBefore();
-        frame->OpenFiles(paths);
-        return true;
+        return frame;
     }
 };
 
 }  // namespace
+
+// Until the user leaves the program that `open` has opened something in.
+template <class Open>
+static int RunProgram(int argc, char** argv, Open&& open) {
+    const WorkbenchResources resources;
+    CWorkbenchApp application(argc, argv);
+    application.SetRegistryKey("Tavin");
+    CWorkbenchFrame* const frame = application.Start();
+    if (!frame) return kRefused;
+    open(*frame);
+    return application.Run();
+}
+
+int RunLiveWindow(int argc, char** argv, const LiveWishes& wishes) {
+    return RunProgram(argc, argv, [&](CWorkbenchFrame& frame) { frame.OpenLive(wishes); });
+}
 
 int RunWorkbench(int argc, char** argv, const std::vector<std::string>& paths) {
     if (!IsDisplayAvailable()) {
@@ -35,10 +52,7 @@ int RunWorkbench(int argc, char** argv, const std::vector<std::string>& paths) {
                      "  tavin clean FILE ... -o OUT     cleans it\n");
         return kRefused;
     }
-    const WorkbenchResources resources;
-    CWorkbenchApp application(argc, argv);
-    application.SetRegistryKey("Tavin");
-    return application.Start(paths) ? application.Run() : kRefused;
+    return RunProgram(argc, argv, [&](CWorkbenchFrame& frame) { frame.OpenFiles(paths); });
 }
 
 }  // namespace app

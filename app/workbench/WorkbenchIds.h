@@ -53,6 +53,18 @@ constexpr UINT kMarks = 33154;
 constexpr UINT kOriginal = 33155;
 constexpr UINT kLastFlag = 33155;
 
+// Live windows.
+constexpr UINT kLiveOpen = 33170;
+constexpr UINT kLiveHold = 33171;
+constexpr UINT kLiveScrolling = 33172;  // in the order of LiveRange
+constexpr UINT kLiveWhole = 33173;
+constexpr UINT kLiveFixed = 33174;
+constexpr UINT kLiveWindow = 33175;
+constexpr UINT kLiveRecord = 33176;
+constexpr UINT kLiveAlarm = 33177;
+constexpr UINT kLiveDerived = 33178;
+constexpr UINT kLiveCorrected = 33179;
+
 constexpr UINT kModeEscape = CmdModeEscape;
 constexpr UINT kLegend = CmdToggleLegend;
 constexpr UINT kRuler = CmdCreateRuler;

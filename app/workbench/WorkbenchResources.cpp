@@ -11,6 +11,8 @@ namespace {
 
 constexpr CommandResource kCommands[] = {
     {ID_FILE_OPEN, "&Open...\tCtrl+O", "Open files of measurements", "open"},
+    {kLiveOpen, "Li&ve...\tCtrl+L",
+     "Show what an instrument sends: serial port, socket, broker, file that grows"},
     {kReadAgain, "&Read again as...\tCtrl+R", "Say how the file is read: delimiter, columns, header"},
     {kReload, "Re&load\tF5", "Read the file again as it is on disk now; what is shown stays in view"},
     {kDismiss, "Dismiss", "Take the message away"},
@@ -65,6 +67,17 @@ constexpr CommandResource kCommands[] = {
     {kMarks, "&Marks of flags\tM", "Show which samples are deleted, rejected or marked as spikes"},
     {kOriginal, "Original &below\tW", "Draw the line as it was, pale, below the cleaned one"},
 
+    {kLiveHold, "&Hold\tH", "Stand still to zoom and measure while receiving goes on; again: catch up"},
+    {kLiveScrolling, "&Scrolling range", "Show the newest samples"},
+    {kLiveWhole, "&Whole range", "Show everything that is kept"},
+    {kLiveFixed, "&Fixed range", "Stay at the range shown, and draw what comes into it"},
+    {kLiveWindow, "&Length of the window...", "How much the scrolling range shows"},
+    {kLiveRecord, "&Record...", "Write what arrives into a CSV file"},
+    {kLiveAlarm, "&Alarm...", "A level that the first axis should not pass"},
+    {kLiveDerived, "Add s&um or difference...", "A channel made of two others"},
+    {kLiveCorrected, "Add &corrected channel...",
+     "A channel with another sign, an offset, and others added or subtracted"},
+
     {ID_VIEW_TOOLBAR, "Sho&w toolbar", "Show or hide the toolbar"},
     {ID_VIEW_STATUS_BAR, "&Status bar", "Show or hide the status bar"},
     {ID_WINDOW_CASCADE, "&Cascade", "Lay the windows out overlapping"},
@@ -77,8 +90,8 @@ constexpr CommandResource kCommands[] = {
 };
 
 constexpr MenuResource kMenuBefore[] = {
-    MenuPopup("&File"), MenuItem(ID_FILE_OPEN),    MenuItem(kReadAgain),
-    MenuItem(kReload),  MenuPopup("Open re&cent"),
+    MenuPopup("&File"),   MenuItem(ID_FILE_OPEN), MenuItem(kLiveOpen),
+    MenuItem(kReadAgain), MenuItem(kReload),      MenuPopup("Open re&cent"),
 };
 constexpr MenuResource kMenuBetween[] = {
     MenuEnd(),
@@ -148,6 +161,19 @@ constexpr MenuResource kMenuBetween[] = {
     MenuSeparator(),
 };
 constexpr MenuResource kMenuAfter[] = {
+    MenuEnd(),
+    MenuPopup("Li&ve"),
+    MenuItem(kLiveHold),
+    MenuItem(kLiveScrolling),
+    MenuItem(kLiveWhole),
+    MenuItem(kLiveFixed),
+    MenuItem(kLiveWindow),
+    MenuSeparator(),
+    MenuItem(kLiveRecord),
+    MenuItem(kLiveAlarm),
+    MenuSeparator(),
+    MenuItem(kLiveDerived),
+    MenuItem(kLiveCorrected),
     MenuEnd(),
     MenuPopup("&Window"),
     MenuItem(ID_WINDOW_CASCADE),
