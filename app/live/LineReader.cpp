@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "app/table/Zone.h"
 #include "platform/feeds/FeedSink.h"
@@ -59,6 +60,7 @@ void LineReader::Wait(std::string_view lines, Microseconds arrival, LiveRows& ro
             ++waitingLines_;
             lines.remove_prefix(end);
         }
+        pieces_.push_back({waiting_.size(), arrival});
         if (waitingLines_ >= kCompany || arrival >= waitingSince_ + kPatience) Guess(arrival, rows);
     }
     if (!lines.empty()) ReadBlock(lines, arrival, rows);
@@ -77,6 +79,7 @@ void LineReader::Guess(Microseconds now, LiveRows& rows) {
         refusedUntil_ = now + kPatience;
         counts_.lost += waitingLines_;
         waiting_.clear();
+        pieces_.clear();
         waitingLines_ = 0;
         return;
     }
@@ -85,10 +88,13 @@ void LineReader::Guess(Microseconds now, LiveRows& rows) {
     std::string lines = std::move(waiting_);
     waiting_.clear();
     waitingLines_ = 0;
-    const std::size_t begin = shape_->shape.layout.dataBegin;
-    const std::size_t size = lines.size();
     lines.append(kPlainReach, '\n');
-    ReadBlock(std::string_view(lines).substr(begin, size - begin), now, rows);
+    for (std::size_t begin = shape_->shape.layout.dataBegin;
+         const Piece& piece : std::exchange(pieces_, {})) {
+        if (piece.end <= begin) continue;
+        ReadBlock(std::string_view(lines).substr(begin, piece.end - begin), piece.arrival, rows);
+        begin = piece.end;
+    }
 }
 
 void LineReader::ReadBlock(std::string_view lines, Microseconds arrival, LiveRows& rows) {
@@ -157,7 +163,11 @@ void LineReader::Finish(LiveRows& rows) {
         putColumn(0, block.xTimes);
     else
         putColumn(0, block.xNumbers);
-    for (std::size_t i = 0; i < block.columns.size(); ++i) putColumn(i + 1, block.columns[i].values);
+    rows.decimals.resize(block.columns.size());
+    for (std::size_t i = 0; i < block.columns.size(); ++i) {
+        putColumn(i + 1, block.columns[i].values);
+        rows.decimals[i] = std::max(rows.decimals[i], block.columns[i].decimals);
+    }
     // What no value is stands for itself in a file's column; here all of it is not-a-number.
     if (block.unreadableCells > 0)
         for (std::size_t i = first; i < rows.cells.size(); ++i)

@@ -19,6 +19,7 @@ namespace app {
 struct LiveRows {
     std::size_t width = 0;  // of a row
     std::vector<double> cells;
+    std::vector<int> decimals = {};  // of each channel, the most that a value so far was written with
     std::size_t Count() const { return width ? cells.size() / width : 0; }
 };
 
@@ -81,6 +82,11 @@ class LineReader {
 
     std::string waiting_;  // lines before their shape is known
     std::size_t waitingLines_ = 0;
+    struct Piece {
+        std::size_t end;
+        Microseconds arrival;
+    };
+    std::vector<Piece> pieces_;  // of them, as they arrived
     Microseconds waitingSince_ = 0;
     Microseconds refusedUntil_ = 0;  // lines that were no table: others are not tried at once
 };

@@ -141,6 +141,7 @@ void LiveSource::HandOver(std::unique_lock<std::mutex>& hold) {
             state_.unshown += fresh_.Count();
         } else {
             waiting_.width = fresh_.width;
+            waiting_.decimals = fresh_.decimals;
             waiting_.cells.insert(waiting_.cells.end(), fresh_.cells.begin(), fresh_.cells.end());
         }
     }

@@ -56,11 +56,11 @@ TEST(LineReader, FindsOutWhatTheLinesHold) {
     } cases[] = {
         {"time,level [m]\n2025-11-24T00:00:00Z,1.5\n2025-11-24T00:00:01Z,2\n",
          "1763942400000000 1.50|1763942401000000 2", "time,level [m]\n"},
-        {"1.5\n2.5\n", "1764000001000000 1.50|1764000001000001 2.50", "time,value\n"},
-        {"level\n1.5\n\n# remark\n2.5\n", "1764000001000000 1.50|1764000001000001 2.50", "time,level\n"},
-        {"1.5;2;on\n2.5;;off\n", "1764000001000000 1.50 2|1764000001000001 2.50 none",
+        {"1.5\n2.5\n", "1764000000000000 1.50|1764000000000001 2.50", "time,value\n"},
+        {"level\n1.5\n\n# remark\n2.5\n", "1764000000000000 1.50|1764000000000001 2.50", "time,level\n"},
+        {"1.5;2;on\n2.5;;off\n", "1764000000000000 1.50 2|1764000000000001 2.50 none",
          "time;channel 1;channel 2;channel 3\n"},
-        {"a [m] b\n1 2\n3 4\n", "1764000001000000 1 2|1764000001000001 3 4", nullptr},
+        {"a [m] b\n1 2\n3 4\n", "1764000000000000 1 2|1764000000000001 3 4", nullptr},
         {"1764000000.5,7\n1764000001.5,8\n", "1764000000500000 7|1764000001500000 8", ""},
         // The twelfth of November is nearer to the twenty-fourth than the eleventh of December.
         {"12/11/2025 08:00,7\n12/11/2025 08:01,8\n", "1762934400000000 7|1762934460000000 8", ""},
@@ -78,7 +78,7 @@ TEST(LineReader, ReadsOneColumnWithDecimalCommas) {
     ReadOptions options;
     options.decimalSign = ',';
     const Reading reading("0,5\n12,25\n", options);
-    EXPECT_EQ(reading.Cells(), "1764000001000000 0.50|1764000001000001 12.25");
+    EXPECT_EQ(reading.Cells(), "1764000000000000 0.50|1764000000000001 12.25");
     EXPECT_EQ(reading.reader.Shape()->Heading(), "time;value\n");
 }
 
