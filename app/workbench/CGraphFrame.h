@@ -32,6 +32,8 @@ class CGraphFrame : public CMDIChildWnd {
     // changed on disk, which a bar then says.
     enum class Look { AtReading, AtDisk };
     virtual void Watch(Look look);
+    // Whether there is a file that could be read again.
+    virtual bool IsOfFile() const { return true; }
 
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 

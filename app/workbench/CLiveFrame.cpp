@@ -57,11 +57,6 @@ CLiveFrame::CLiveFrame(CSeriesDocument& document, const LiveWishes& wishes)
 CLiveView* CLiveFrame::LiveView() const { return static_cast<CLiveView*>(View()); }
 
 bool CLiveFrame::OnCmdMsg(UINT id, CCmdUI* update) {
-    // There is no file that could be read again.
-    if (id == kReadAgain || id == kReload) {
-        if (update) update->Enable(FALSE);
-        return true;
-    }
     return CGraphFrame::OnCmdMsg(id, update) || RouteCommand(*this, kCommands, id, update);
 }
 
@@ -131,7 +126,11 @@ void CLiveFrame::OnDerived() {
 
 void CLiveFrame::OnCorrected() {
     if (const auto corrected = AskForCorrection(*session_, this)) {
-        session_->AddCorrected(corrected->channel, corrected->correction);
+        if (!session_->AddCorrected(corrected->channel, corrected->correction))
+            AfxMessageBox(
+                "Channels with other decimals cannot be added or subtracted here.\n"
+                "Choose channels of the same source.",
+                MB_OK | MB_ICONEXCLAMATION);
         TakeRows();
     }
 }

@@ -19,6 +19,7 @@ class CLiveFrame : public CGraphFrame {
     void TakeRows();
 
     void Watch(Look) override {}
+    bool IsOfFile() const override { return false; }
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
 
   protected:

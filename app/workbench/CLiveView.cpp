@@ -37,6 +37,13 @@ void CLiveView::TakeSeries() {
     UpdatePanels();
 }
 
+// The base zooms to everything, which holds nothing here.
+void CLiveView::OnInitialUpdate() {
+    CSeriesView::OnInitialUpdate();
+    held_ = false;
+    stack_ = {};
+}
+
 void CLiveView::Follow() {
     if (seen_.size() != file_.series.size()) {
         TakeSeries();

@@ -28,6 +28,7 @@ class CLiveView : public CSeriesView {
     CLiveView(LiveSession& session, const CString& key, double window);
 
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
+    void OnInitialUpdate() override;
 
     // Shows what the session has taken since the last call.
     void Follow();

@@ -298,7 +298,10 @@ void CWorkbenchFrame::ReadAnew(CGraphFrame& frame, const ReadOptions& options) {
     ReportFailures();
 }
 
-void CWorkbenchFrame::OnUpdateNeedsSeries(CCmdUI* state) { state->Enable(ActiveDocument() != nullptr); }
+void CWorkbenchFrame::OnUpdateNeedsSeries(CCmdUI* state) {
+    const CGraphFrame* const frame = ActiveDocument();
+    state->Enable(frame && frame->IsOfFile());
+}
 
 void CWorkbenchFrame::OnUpdateNeedsView(CCmdUI* state) { state->Enable(!Documents().empty()); }
 

@@ -13,30 +13,17 @@ namespace {
 constexpr double kFiner = 16;
 constexpr double kMostCount = 2147483647.0;
 
-// Counts per unit: the decimals of the first values, as far as values ten thousand times as large still fit.
-int DecimalsFor(double most, int written) {
-    int decimals = std::clamp(written, 0, 9);
-    while (decimals > -9 && std::max(most, 1e-3) * 1e4 * std::pow(10.0, decimals) > kMostCount) --decimals;
-    return decimals;
-}
-
-// With how many decimals the values of a column are written, judged by themselves.
-int WrittenDecimals(const LiveRows& rows, std::size_t column) {
-    int most = 0;
-    const std::size_t count = std::min<std::size_t>(rows.Count(), 100);
-    for (std::size_t i = 0; i < count; ++i) {
-        const double value = rows.cells[i * rows.width + column];
-        if (std::isfinite(value)) most = std::max(most, DecimalsOf(ShortNumber(value), '.'));
-    }
-    return most;
-}
-
-double MostOf(const LiveRows& rows, std::size_t column) {
-    double most = 0;
-    for (std::size_t i = 0; i < rows.Count(); ++i)
-        if (const double value = std::fabs(rows.cells[i * rows.width + column]); std::isfinite(value))
+// One decimal more than the first values are written with, as far as values ten thousand times as large still
+// fit. The channels of a feed share it, so that their stored values can be combined.
+int DecimalsFor(const LiveRows& rows) {
+    double most = 1e-3;
+    for (std::size_t i = 0; i < rows.cells.size(); ++i)
+        if (const double value = std::fabs(rows.cells[i]); i % rows.width != 0 && std::isfinite(value))
             most = std::max(most, value);
-    return most;
+    const int written = rows.decimals.empty() ? 0 : *std::ranges::max_element(rows.decimals);
+    int decimals = std::clamp(written + 1, 0, 9);
+    while (decimals > -9 && most * 1e4 * std::pow(10.0, decimals) > kMostCount) --decimals;
+    return decimals;
 }
 
 }  // namespace
@@ -112,17 +99,17 @@ void LiveSession::MakeChannels(Received& received, const LiveRows& rows) {
         hasOrigin_ = true;
         MoveOrigin(rows.cells[0]);
     }
+    const int decimals = DecimalsFor(rows);
+    const double scale = std::pow(10.0, decimals);
     for (std::size_t i = 0; i < shape->choice.columns.size(); ++i) {
         const Column& column = shape->choice.columns[i];
         const std::string own =
             column.name == std::to_string(column.field + 1) ? "channel " + column.name : column.name;
-        const int decimals = DecimalsFor(MostOf(rows, i + 1), WrittenDecimals(rows, i + 1));
-        const double scale = std::pow(10.0, decimals);
         auto source =
             std::make_unique<COnlinePublishSource>(CString(FreeName(own)), kCounts, scale, wishes_.capacity,
                                                    "s", CString(column.unit), COnlineSource::Absolute);
         COnlinePublishSource* const published = source.get();
-        received.channels.push_back({published, AddSeries(std::move(source), decimals), scale});
+        received.channels.push_back({published, AddSeries(std::move(source), rows.decimals[i]), scale});
     }
     received.known = true;
     MakeDerived();
@@ -168,13 +155,18 @@ bool LiveSession::AddDerived(operationtype operation, std::size_t a, std::size_t
     derived->AddOperand(second->source, 1);
     // The channels of a row come in their order: the later one has both values of the row.
     if (a != b) (a < b ? first : second)->source->Detach(derived.get());
-    AddSeries(std::move(derived), std::max(0, RoundHalfAway(std::log10(scale))));
+    AddSeries(std::move(derived), std::max(file_.series[a].decimals, file_.series[b].decimals));
     return true;
 }
 
 bool LiveSession::AddCorrected(std::size_t i, const Correction& correction) {
     Channel* const channel = ChannelOf(i);
     if (!channel) return false;
+    // Stored values are combined as they are.
+    const auto sameScale = [&](std::size_t each) { return Series(each).GetYScale() == channel->scale; };
+    if (!std::ranges::all_of(correction.add, sameScale) ||
+        !std::ranges::all_of(correction.subtract, sameScale))
+        return false;
     auto source = std::make_unique<KDataAcqSource>(
         CString(FreeName(std::string(channel->source->GetName()) + " corrected")), kCounts, channel->scale,
         wishes_.capacity, "s", channel->source->GetUnitY(), COnlineSource::Absolute);
@@ -196,6 +188,10 @@ void LiveSession::Append(Received& received, const LiveRows& rows) {
         const std::int32_t x = StoredX(cells[0]);
         for (std::size_t i = 0; i < received.channels.size(); ++i)
             AppendSample(received.channels[i], x, cells[i + 1]);
+        // Behind all of the row: what is added or subtracted is of the same row.
+        for (std::size_t i = 0; i < received.channels.size(); ++i)
+            for (const Corrected& each : received.channels[i].corrected)
+                if (std::isfinite(cells[i + 1])) each.source->AddData(x / kCounts, cells[i + 1]);
         newest_ = std::max(newest_.value_or(x), x);
     }
     rows_ += rows.Count();
@@ -206,13 +202,12 @@ void LiveSession::AppendSample(Channel& channel, std::int32_t x, double value) {
         channel.gap = true;
         return;
     }
-    if (channel.gap) MarkGap(channel.series);
+    if (channel.gap) {
+        MarkGap(channel.series);
+        for (const Corrected& each : channel.corrected) MarkGap(each.series);
+    }
     POINT sample = CPoint(x, RoundHalfAway(value * channel.scale));
     channel.source->AddData(&sample, 1);
-    for (const Corrected& each : channel.corrected) {
-        if (channel.gap) MarkGap(each.series);
-        each.source->AddData(x / kCounts, value);
-    }
     channel.gap = false;
 }
 

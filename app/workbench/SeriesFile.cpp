@@ -95,7 +95,8 @@ void GiveKeys(SeriesFile& file) {
     std::vector<std::string> names;
     for (const FileSeries& one : file.series) names.emplace_back(one.source->GetName());
     const std::vector<std::string> keys = KeysApart(names);
-    for (std::size_t i = 0; i < keys.size(); ++i) file.series[i].source->SetKey(CString(keys[i]));
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        static_cast<KPointSource&>(*file.series[i].source).SetKey(CString(keys[i]));
 }
 
 std::string SummaryOf(const Table& table) {
