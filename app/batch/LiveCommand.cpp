@@ -51,7 +51,6 @@ class EndSignals {
 
 std::optional<Failure> Open(const LiveOptions& options, std::vector<FeedAddress> addresses,
                             Sources& sources) {
-    if (options.append && options.force) return UsageError("--append and --force exclude each other");
     if (options.output == "-" && options.sources.size() > 1)
         return UsageError("-o -: one source alone can be recorded to standard output");
     const auto existing = options.append  ? Existing::Continue
@@ -196,6 +195,9 @@ static Result<int> RecordLive(const LiveOptions& options, std::vector<FeedAddres
 }
 
 Result<int> LiveCommand(const LiveOptions& options, int argc, char** argv) {
+    if (options.append && options.force) return UsageError("--append and --force exclude each other");
+    if ((options.append || options.force) && options.output.empty())
+        return UsageError("--append and --force say what becomes of the file that -o names");
     std::vector<FeedAddress> addresses;
     for (const auto& text : options.sources) {
         std::string fault;

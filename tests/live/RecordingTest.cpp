@@ -193,11 +193,12 @@ TEST(LiveCommand, RecordsEachSourceAndTellsHowItEnded) {
     EXPECT_EQ(std::ranges::count(run.out, '\n'), 3) << run.out;
     const std::size_t files = folder.Count();
     const RefusedRun refusals[] = {
-        {"live - </dev/null", 4, "0 rows"},
+        {"live - --stats </dev/null", 4, "0 rows"},
         {"live a.csv -o out-1.csv --for 1s", 1, "out-1.csv is there already; continue it with --append"},
         {"live a.csv -o none/out.csv --for 1s", 1, "none/out.csv: cannot be opened for writing"},
         {"live b.csv -o out-1.csv --append --for 5s", 1, "other columns"},
         {"live a.csv --append --force", 2, "exclude each other"},
+        {"live a.csv --append", 2, "the file that -o names"},
         {"live a.csv --for soon", 2, "--for soon: expected a length"},
         {"live a.csv b.csv -o -", 2, "one source alone"},
         {"live tcp://x", 2, "a port from 1 to 65535 is expected"},
