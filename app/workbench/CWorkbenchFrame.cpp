@@ -54,8 +54,14 @@ const CommandRow<CWorkbenchFrame> CWorkbenchFrame::kCommands[] = {
     {kShortcuts, kShortcuts, &CWorkbenchFrame::OnShortcuts},
 };
 
+// Of live windows, while another one or none is active.
+const CommandRow<CWorkbenchFrame> CWorkbenchFrame::kLiveCommands[] = {
+    {kLiveHold, kLiveCorrected, &CWorkbenchFrame::OnNoLiveWindow, &CWorkbenchFrame::OnUpdateNoLiveWindow},
+};
+
 bool CWorkbenchFrame::OnCmdMsg(UINT id, CCmdUI* update) {
-    return RouteCommand(*this, kCommands, id, update) || CMDIFrameWnd::OnCmdMsg(id, update);
+    return RouteCommand(*this, kCommands, id, update) || CMDIFrameWnd::OnCmdMsg(id, update) ||
+           RouteCommand(*this, kLiveCommands, id, update);
 }
 
 bool CWorkbenchFrame::CreateWorkbench() {

@@ -48,9 +48,12 @@ class CWorkbenchFrame : public CMDIFrameWnd {
 
   private:
     static const CommandRow<CWorkbenchFrame> kCommands[];
+    static const CommandRow<CWorkbenchFrame> kLiveCommands[];
 
     void OnFileOpen();
     void OnLiveOpen();
+    void OnNoLiveWindow() {}
+    void OnUpdateNoLiveWindow(CCmdUI* state) { state->Enable(FALSE); }
     void OnReadAgain();
     void OnUpdateNeedsView(CCmdUI* state);
     void OnRecent(UINT id);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr CommandResource kCommands[] = {
     {ID_FILE_OPEN, "&Open...\tCtrl+O", "Open files of measurements", "open"},
-    {kLiveOpen, "Li&ve...\tCtrl+L",
+    {kLiveOpen, "L&ive...\tCtrl+L",
      "Show what an instrument sends: serial port, socket, broker, file that grows"},
     {kReadAgain, "&Read again as...\tCtrl+R", "Say how the file is read: delimiter, columns, header"},
     {kReload, "Re&load\tF5", "Read the file again as it is on disk now; what is shown stays in view"},
@@ -162,7 +162,7 @@ constexpr MenuResource kMenuBetween[] = {
 };
 constexpr MenuResource kMenuAfter[] = {
     MenuEnd(),
-    MenuPopup("Li&ve"),
+    MenuPopup("&Live"),
     MenuItem(kLiveHold),
     MenuItem(kLiveScrolling),
     MenuItem(kLiveWhole),
