@@ -133,6 +133,11 @@ bool IPointSource::PrepareForUndo(std::size_t bytes) try {
 
 bool IPointSource::WithdrawSnapshot() { return history && history->Withdraw(); }
 
+std::ostream& IPointSource::LeftSnapshot() {
+    std::iostream* const left = history ? history->LeftStream() : nullptr;
+    return left ? *left : NoStream();
+}
+
 std::size_t IPointSource::GetUndoMemory() const { return history ? history->Memory() : 0; }
 
 // Saves the present state ahead of an undo or a redo; all or nothing.

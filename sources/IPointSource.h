@@ -129,6 +129,10 @@ class IPointSource : public CObject {
     // Takes back a SaveForUndo() whose edit changed nothing, with the redo list that it dropped. False when
     // another snapshot, an undo or a redo has followed.
     bool WithdrawSnapshot();
+    // The stream of the state that the last UndoEdit() or RedoEdit() left, for the caller to append its own
+    // state, as it would behind SaveForUndo(). In its error state when nothing has been left, or another
+    // snapshot has followed.
+    std::ostream& LeftSnapshot();
     // Bytes that the history holds beyond one copy of the arrays.
     std::size_t GetUndoMemory() const;
     // Differs after every change of samples, status words, offset or their number from what it was before,

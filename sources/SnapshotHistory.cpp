@@ -40,6 +40,7 @@ std::iostream& SnapshotHistory::Save(const Arrays& present, bool clearRedo) {
     droppedRedo_.clear();
     if (clearRedo) droppedRedo_.swap(redoStack);
     canWithdraw_ = true;
+    left_ = nullptr;
     auto& stream = static_cast<std::stringstream&>(*undoStack.back().stream);
     stream.clear();
     stream.str({});
@@ -62,6 +63,7 @@ std::iostream& SnapshotHistory::Restore(Stack& from, Snapshot& here, const Array
         for (std::size_t k = 0; k < present.size(); ++k) shadow_[k].CopyTo(present[k], (*step)[k]);
     std::reverse(target.steps.begin(), target.steps.end());
     here.steps = std::move(target.steps);
+    left_ = here.stream.get();
     droppedRedo_.clear();
     canWithdraw_ = false;
     spareStream = std::move(target.stream);

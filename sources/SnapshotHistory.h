@@ -35,6 +35,8 @@ class SnapshotHistory {
     // the newest undone. The stream reads what was added to that one.
     std::iostream& Undo(const Arrays& present) noexcept;
     std::iostream& Redo(const Arrays& present) noexcept;
+    // Of the state that the last Undo() or Redo() left; null when another Save() has followed.
+    std::iostream* LeftStream() const { return left_; }
     // Bytes beyond the whole copy.
     std::size_t Memory() const;
 
@@ -56,5 +58,6 @@ class SnapshotHistory {
     Stack redoStack;
     Stack droppedRedo_;  // by the last Save()
     bool canWithdraw_ = false;
+    std::iostream* left_ = nullptr;              // on one of the stacks
     std::unique_ptr<std::iostream> spareStream;  // of the state last restored; the next Save() reuses it
 };

@@ -87,11 +87,13 @@ class Twins {
             case 7:
                 if (whole_.undo.empty()) break;
                 ASSERT_EQ(ReadAll(series_.UndoEdit()), whole_.Restore(whole_.undo, whole_.redo, twin_));
+                AddToLeft(whole_.redo.back());
                 break;
             case 8:
             case 9:
                 if (whole_.redo.empty()) break;
                 ASSERT_EQ(ReadAll(series_.RedoEdit()), whole_.Restore(whole_.redo, whole_.undo, twin_));
+                AddToLeft(whole_.undo.back());
                 break;
             case 10:
                 ASSERT_EQ(series_.WithdrawSnapshot(), whole_.Withdraw());
@@ -120,6 +122,11 @@ class Twins {
         const bool clearRedo = Below(4) != 0;
         series_.SaveForUndo(clearRedo) << own;
         whole_.Save(twin_, clearRedo, own);
+    }
+    void AddToLeft(WholeCopies::Copy& left) {
+        if (Below(2) == 0) return;
+        left.own = std::string(Below(40), static_cast<char>(random_()));
+        series_.LeftSnapshot() << left.own;
     }
     // An edit, or a host that writes without a snapshot: one point, a run, or points apart from one another.
     void Write() {
