@@ -22,6 +22,10 @@ class CSampleInfoSet {
     void ReGetSample();
     // Moves the copy by `d` from where it was taken.
     void TranslateSample(CPoint d);
+    // Keeps of each run, in every column of the context's pixels, only the first, lowest, highest and last
+    // point: while the sample moves up and down its lines cover the same pixels. Runs that lie in one column
+    // become one stroke. Call it before the sample moves.
+    void Simplify(const CDC& dc);
     // One line per run with the selected pen. Returns 1.
     int DrawSample(CDC* dc);
     // Drops the copy and clears the flags.

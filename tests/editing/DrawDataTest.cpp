@@ -202,4 +202,54 @@ TEST_F(DrawData, ASampleIsOneLineForEachRun) {
     ExpectPixels({{20, 30, kRed}, {80, 30, kRed}, {50, 30, kWhite}});
 }
 
+// Many points to a column of pixels, in runs of all lengths.
+TEST_F(DrawData, ASimplifiedSampleCoversTheSamePixelsWhereverItIsDragged) {
+    std::mt19937 random(3);
+    dc.SetMapMode(MM_ANISOTROPIC);
+    dc.SetWindowExt(10000, -6000);
+    dc.SetViewportExt(100, 60);
+    dc.SetViewportOrg(0, 60);
+    for (int round = 0; round < 60; ++round) {
+        std::vector<CPoint> points;
+        for (int x = 0; x < 10000; x += 1 + static_cast<int>(random() % 40))
+            points.emplace_back(x, static_cast<int>(random() % 6000));
+        FullSource dense(points);
+        data.SelectPointSource(&dense);
+        // Gaps here and there: every run reaches over several columns.
+        std::vector<long> listed;
+        for (long i = 0; i < dense.GetCount(); ++i)
+            if (round == 0 || i % 700 > 20) listed.push_back(i);
+        data.SetSelected(listed.data(), static_cast<int>(listed.size()));
+        CSampleInfoSet whole;
+        whole.SetDataSet(&data);
+        whole.GetSampleInsideRegion();
+        CSampleInfoSet simplified(whole);
+        simplified.Simplify(dc);
+        ASSERT_LE(simplified.GetPointCount(), 4 * 103);
+        for (const int dy : {0, 37, -1234}) {
+            std::vector<COLORREF> drawn[2];
+            for (CSampleInfoSet* sample : {&whole, &simplified}) {
+                Wipe();
+                dc.FillSolidRect({0, 6000, 10000, 0}, kWhite);
+                sample->TranslateSample({0, dy});
+                sample->DrawSample(&dc);
+                drawn[sample == &simplified] = Pixels();
+            }
+            ASSERT_EQ(drawn[0], drawn[1]) << "round " << round << " by " << dy;
+        }
+    }
+    // Runs within a column: one stroke from the lowest to the highest point, none for a single one.
+    FullSource narrow({{0, 0}, {1, 100}, {2, 50}, {3, 900}, {4, 700}, {5, 0}, {6, 3000}});
+    data.SelectPointSource(&narrow);
+    const long apart[] = {0, 1, 3, 4, 6};
+    data.SetSelected(apart, 5);
+    CSampleInfoSet sample;
+    sample.SetDataSet(&data);
+    sample.GetSampleInsideRegion();
+    sample.Simplify(dc);
+    ASSERT_EQ(sample.GetPointCount(), 2);
+    EXPECT_EQ(sample.GetPoints()[0].y, 0);
+    EXPECT_EQ(sample.GetPoints()[1].y, 900);
+}
+
 }  // namespace
