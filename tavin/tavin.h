@@ -92,6 +92,7 @@
 #include "sources/Subject.h"
 #include "views/AxisTicks.h"
 #include "views/CCarthesian.h"
+#include "views/CEditorView.h"
 #include "views/CViewUpdate.h"
 #include "views/CXYGraphView.h"
 #include "views/CZoomInfo.h"

@@ -48,18 +48,22 @@ GraphViewTest::GraphViewTest() : main(new CMDIFrameWnd) {
 
 GraphViewTest::~GraphViewTest() { main->DestroyWindow(); }
 
-OpenGraphView* GraphViewTest::OpenView(CDocument& shown, const std::vector<IPointSource*>& sources,
-                                       const char* key) {
+void GraphViewTest::Open(CXYGraphView* made, CDocument& shown, const std::vector<IPointSource*>& sources) {
     auto* frame = new CMDIChildWnd;
     CCreateContext context;
     context.m_pCurrentDoc = &shown;
     frame->LoadFrame(0, WS_CHILD | WS_OVERLAPPEDWINDOW, main, &context);
-    auto* made = new OpenGraphView(key);
     for (IPointSource* source : sources) made->AddSource(source, true);
     made->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), frame, AFX_IDW_PANE_FIRST, &context);
     frame->MoveWindow(0, 0, 700, 500);
     frame->InitialUpdateFrame(&shown, TRUE);
     Settle();
+}
+
+OpenGraphView* GraphViewTest::OpenView(CDocument& shown, const std::vector<IPointSource*>& sources,
+                                       const char* key) {
+    auto* made = new OpenGraphView(key);
+    Open(made, shown, sources);
     return made;
 }
 

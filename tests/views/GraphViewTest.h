@@ -78,6 +78,8 @@ class GraphViewTest : public WindowTest {
     GraphViewTest();
     ~GraphViewTest() override;
 
+    // Shows the view, with these series, in a child frame.
+    void Open(CXYGraphView* made, CDocument& shown, const std::vector<IPointSource*>& sources);
     OpenGraphView* OpenView(CDocument& document, const std::vector<IPointSource*>& sources, const char* key);
     CString Caption() const;
     CString StatusText() const { return status.GetPaneText(0); }
