@@ -197,8 +197,11 @@ void CSeriesView::KeepAspect(ShownRanges& shown) const {
     const Range x = shown.x.value_or(WholeX());
     const auto known = shown.y.find(axis.key);
     const Range y = known != shown.y.end() ? known->second : axis.whole;
-    const double perX = x.Length() / std::max(1, panel.plot.Width());
-    const double perY = y.Length() / std::max(1, panel.plot.Height());
+    // Panels made anew have no place yet: a lone one comes where the last was.
+    const CRect& plot = panel.plot.IsRectEmpty() ? plotArea : panel.plot;
+    if (plot.IsRectEmpty()) return;
+    const double perX = x.Length() / plot.Width();
+    const double perY = y.Length() / plot.Height();
     if (perX < perY)
         shown.x = x.Scaled(perY / perX, x.Middle());
     else

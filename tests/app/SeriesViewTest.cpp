@@ -315,5 +315,24 @@ TEST_F(SeriesViewTest, ValuesInViewFillTheAxis) {
     EXPECT_NEAR(shown.to, 99 + 2, 0.5);
 }
 
+TEST_F(SeriesViewTest, EqualDistancesShowMoreOfOneAxisAndLoseNothing) {
+    SeriesFile file = Read("x,y\n" + Rows(50, [](int i) { return Number(i) + "," + Number(i % 20); }));
+    OpenSeriesView view(file);
+    view.zoom.isoAspect = 1;
+    for (const CSize area : {CSize(900, 200), CSize(200, 900)}) {
+        view.Draw(area);
+        view.Command(CmdZoomAll);
+        view.Draw(area);
+        const PlotPanel& panel = view.Panels()[0];
+        const Range y = panel.axes[0].shown;
+        EXPECT_LE(view.ShownX().from, 0);
+        EXPECT_GE(view.ShownX().to, 49);
+        EXPECT_LE(y.from, 0);
+        EXPECT_GE(y.to, 19);
+        const double perX = view.ShownX().Length() / panel.plot.Width();
+        EXPECT_NEAR(y.Length() / panel.plot.Height(), perX, perX * 0.25) << area.cx;
+    }
+}
+
 }  // namespace
 }  // namespace app
