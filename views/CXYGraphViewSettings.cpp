@@ -63,7 +63,7 @@ void CXYGraphView::OnActivateView(BOOL activate, CView* activated, CView* deacti
 
 void CXYGraphView::SetKeyName(const CString& name) {
     KViewEx::SetKeyName(name);
-    connectionLines->key = name;
+    connectionLines->SetKey(name);
     if (!name.IsEmpty() && GetSafeHwnd()) LoadStdProperties();
 }
 

@@ -5,8 +5,12 @@
 #include "pages/CAxisPage.h"
 #include "pages/CColorPage.h"
 #include "pages/CTiledLayoutPage.h"
+#include "pages/KPointSourcePage.h"
+#include "pages/KPointSourceProperties.h"
 #include "pages/TavinSheet.h"
 #include "views/CXYGraphView.h"
+#include "views/KConnectionLineManager.h"
+#include "views/KConnectionLinePage.h"
 
 namespace {
 
@@ -49,8 +53,10 @@ int CXYGraphView::EditViewSettings(std::list<CPropertyPage*>& morePages, CString
     CAxisPage axisPage(GetKeyName(), &axes);
     CColorPage colorPage(GetKeyName(), &colors);
     CTiledLayoutPage tilePage(GetKeyName(), &tiledLayout);
+    KPointSourcePage sourcePage(GetKeyName(), GetDSProperties());
     const auto take = [&] {
-        TakeSettings(before, axisPage.GetPageTouched(), colorPage.GetPageTouched());
+        TakeSettings(before, axisPage.GetPageTouched() || sourcePage.GetPageTouched(),
+                     colorPage.GetPageTouched());
         before = current();
     };
     SettingsSheet sheet(title, this, take);
@@ -58,6 +64,8 @@ int CXYGraphView::EditViewSettings(std::list<CPropertyPage*>& morePages, CString
     if (settingsPages & PageAxes) sheet.AddPage(&axisPage);
     if (settingsPages & PageColors) sheet.AddPage(&colorPage);
     if (settingsPages & PageTiles) sheet.AddPage(&tilePage);
+    if (settingsPages & PageSources) sheet.AddPage(&sourcePage);
+    if (settingsPages & PageLines) sheet.AddPage(&connectionLines->GetPage());
     for (CPropertyPage* const more : morePages) sheet.AddPage(more);
 
     const bool hadWindow = GetSafeHwnd() != nullptr;

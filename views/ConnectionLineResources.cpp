@@ -17,9 +17,9 @@ constexpr ControlResource kLine[] = {
     {DropList, kLineTypes, "", 45, 43, 140, 60},
     {Text, 0, "&Style:", 7, 64, 34, 8},
     {DropList, kLineStyles, "", 45, 61, 140, 80},
-    {Text, 0, "&Color:", 7, 82, 34, 8},
-    {Button, kLineColor, "...", 45, 79, 20, 14},
-    {Swatch, kLineSwatch, "", 69, 81, 50, 10},
+    {Text, 0, "Color:", 7, 82, 34, 8},
+    {Button, kLineColor, "...", 45, 79, 50, 14},
+    {Swatch, kLineSwatch, "", 101, 81, 84, 10},
     {DefaultButton, IDOK, "OK", 81, 101, 50, 14},
     {Button, IDCANCEL, "Cancel", 135, 101, 50, 14},
 };

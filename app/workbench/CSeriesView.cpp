@@ -56,15 +56,45 @@ void CSeriesView::UseFile() {
 }
 
 // The same file, read once more; what is shown stays as far as it is still there.
+namespace {
+
+// A connection line without its series.
+struct NamedLine {
+    CString start;
+    CString end;
+    int type;
+    int style;
+    COLORREF color;
+};
+
+}  // namespace
+
 void CSeriesView::TakeFile(SeriesFile again) {
     std::vector<std::size_t> shown;
     for (const std::size_t i : ShownSeries())
         if (i < again.series.size()) shown.push_back(i);
     if (shown.empty()) shown.push_back(0);
+    // The lines end with their series, and come back by the names.
+    std::vector<NamedLine> joined;
+    for (const auto& line : connectionLines->lines)
+        joined.push_back(
+            {line->start->GetName(), line->end->GetName(), line->type, line->style, line->color});
     for (auto& one : file_.series) RemoveSource(one.source.get());
     file_ = std::move(again);
     UseFile();
     ShowOnly(shown);
+    const auto named = [this](const CString& name) -> IPointSource* {
+        for (auto& one : file_.series)
+            if (name == one.source->GetName()) return one.source.get();
+        return nullptr;
+    };
+    for (const NamedLine& line : joined) {
+        IPointSource* const start = named(line.start);
+        IPointSource* const end = named(line.end);
+        if (!start || !end) continue;
+        connectionLines->lines.push_back(
+            std::make_unique<KConnectionLine>(start, end, line.type, line.style, line.color));
+    }
 }
 
 void CSeriesView::OnInitialUpdate() {
@@ -95,12 +125,19 @@ int CSeriesView::EditViewSettings(std::list<CPropertyPage*>& morePages, CString 
     const ZoomStack shown = stack_;
     const int result = CXYGraphView::EditViewSettings(morePages, title, canApply);
     if (hadWindow && !GetSafeHwnd()) return result;
+    KeepOneShown();
     stack_ = shown;
     SetCaption();
     RangesChanged();
     Redraw();
     if (result == IDOK) SaveStdProperties();
     return result;
+}
+
+void CSeriesView::KeepOneShown() {
+    if (!shownSources.empty() || hiddenSources.empty()) return;
+    shownSources.splice(shownSources.end(), hiddenSources, hiddenSources.begin());
+    PrimaryDataChanged(PrimarySource());
 }
 
 void CSeriesView::OnDestroy() {
@@ -113,6 +150,7 @@ bool CSeriesView::SaveStdProperties() {
     const COLORREF shown = std::exchange(colors.background, chosenBackground_);
     const bool saved = CXYGraphView::SaveStdProperties();
     colors.background = shown;
+    connectionLines->SaveToRegistry(GetKeyName());
     if (CWinApp* const profile = AfxGetApp())
         profile->WriteProfileInt(GetKeyName(), kLegendCorner, static_cast<int>(legendCorner_));
     return saved;

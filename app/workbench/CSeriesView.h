@@ -119,6 +119,7 @@ class CSeriesView : public CXYGraphView {
     void OnUpdateFlag(CCmdUI* state);
     void OnBackground();
     void OnSeriesColor();
+    void OnLineProperties();
     void OnZoomCommand(UINT id);
     void OnUpdateZoomCommand(CCmdUI* state);
     void OnEscape();
@@ -130,6 +131,8 @@ class CSeriesView : public CXYGraphView {
     // The series that were shown when the file was open last; none when nothing is known of it.
     std::vector<std::size_t> StoredSeries() const;
     void ArrangeTiles();
+    // A plot of nothing has no axes.
+    void KeepOneShown();
     // The lists of shown and hidden series are other ones now.
     void SeriesChosen();
     void UseFile();
@@ -167,6 +170,7 @@ class CSeriesView : public CXYGraphView {
     std::vector<LegendLine> LegendOf(const PlotPanel& panel) const;
     void DrawLegendOf(CDC& dc, std::size_t panel);
     LegendCorner EmptiestCorner(const Legend& legend, const PlotPanel& panel, LegendCorner before) const;
+    void DrawConnectionLines(CDC& dc);
     void DrawHover(CDC& dc);
     void DrawRuler(CDC& dc);
     COLORREF ColorOf(std::size_t i) const;

@@ -23,6 +23,7 @@ const CommandRow<CSeriesView> CSeriesView::kCommands[] = {
     {kRulerFree, kRulerCircle, &CSeriesView::OnRulerType, &CSeriesView::OnUpdateRulerType},
     {kBackground, kBackground, &CSeriesView::OnBackground},
     {kSeriesColor, kSeriesColor, &CSeriesView::OnSeriesColor},
+    {kLineProperties, kLineProperties, &CSeriesView::OnLineProperties},
 };
 
 bool CSeriesView::OnCmdMsg(UINT id, CCmdUI* update) {
@@ -176,6 +177,10 @@ void CSeriesView::OnBackground() {
     ChangeBkColor();
     UpdateColors();
     Redraw(TRUE);
+}
+
+void CSeriesView::OnLineProperties() {
+    if (GetDSProperties()->EditProperties(PrimarySource())) Redraw();
 }
 
 void CSeriesView::OnSeriesColor() {

@@ -175,6 +175,7 @@ void CSeriesView::DrawLegendOf(CDC& dc, std::size_t at) {
 }
 
 int CSeriesView::DrawAfterBitmap(CDC* dc) {
+    DrawConnectionLines(*dc);
     if (rulerVisible) DrawRuler(*dc);
     if (DrawsElsewhere()) return 1;
     Mode().DrawOverlay(*dc);
@@ -182,6 +183,34 @@ int CSeriesView::DrawAfterBitmap(CDC* dc) {
     OnPrepareDC(dc);
     gesture.Repainted(*dc, plotArea);
     return 1;
+}
+
+// Each end where its own series stands in the plot.
+void CSeriesView::DrawConnectionLines(CDC& dc) {
+    if (connectionLines->lines.empty()) return;
+    const int saved = dc.SaveDC();
+    for (const PlotPanel& panel : panels_) {
+        const auto place = [&](const IPointSource* source, CPoint& at) {
+            for (const PlotAxis& axis : panel.axes)
+                for (const std::size_t i : axis.series)
+                    if (file_.series[i].source.get() == source) {
+                        MapToPlot(dc, panel, axis, ShownX(), facts_[i]);
+                        dc.LPtoDP(&at);
+                        return true;
+                    }
+            return false;
+        };
+        ClipTo(dc, panel.plot);
+        for (const auto& line : connectionLines->lines) {
+            auto ends = line->GetEnds();
+            if (!ends || !place(line->start, ends->start) || !place(line->end, ends->end)) continue;
+            KConnectionLine seen(*line);
+            seen.SetColor(Theme().OfSeries(line->color));
+            const PixelSpace pixels(dc);
+            seen.Draw(&dc, *ends);
+        }
+    }
+    dc.RestoreDC(saved);
 }
 
 void CSeriesView::DrawRuler(CDC& dc) {

@@ -40,6 +40,7 @@ constexpr UINT kReload = 33128;
 constexpr UINT kDismiss = 33129;
 constexpr UINT kOpenSample = 33130;
 constexpr UINT kPageSetup = 33131;
+constexpr UINT kLineProperties = 33132;
 
 constexpr UINT kFitValues = 33140;
 constexpr UINT kNormalised = 33141;

@@ -64,6 +64,7 @@ constexpr CommandResource kCommands[] = {
     {kDrawLineAndDots, "Line an&d dots", "Draw the shown series as lines with dots"},
     {kDrawDots, "Do&ts", "Draw the shown series as dots"},
     {kSeriesColor, "&Colour...", "Choose the colour of the first series shown"},
+    {kLineProperties, "L&ine properties...", "Choose how the first series shown is drawn"},
     {kMarks, "&Marks of flags\tM", "Show which samples are deleted, rejected or marked as spikes"},
     {kOriginal, "Original &below\tW", "Draw the line as it was, pale, below the cleaned one"},
 
@@ -156,6 +157,7 @@ constexpr MenuResource kMenuBetween[] = {
     MenuItem(kDrawLineAndDots),
     MenuItem(kDrawDots),
     MenuItem(kSeriesColor),
+    MenuItem(kLineProperties),
     MenuItem(kMarks),
     MenuItem(kOriginal),
     MenuSeparator(),

@@ -18,6 +18,7 @@ class OpenSeriesView : public CSeriesView {
 
     using CSeriesView::OnMouseHWheel;
     using CSeriesView::tiled;
+    using CXYGraphView::connectionLines;
     using CXYGraphView::zoom;
 
     void Draw(CSize area) {
@@ -146,6 +147,32 @@ TEST_F(SeriesViewTest, LabelsNeverTouchAndDoNotDependOnTheSizesBefore) {
     for (int side = 100; side < 1060; side += 10) growing.push_back(ticks(side));
     for (int side = 1050; side >= 100; side -= 10, growing.pop_back())
         EXPECT_EQ(ticks(side), growing.back()) << side;
+}
+
+TEST_F(SeriesViewTest, ConnectionLinesJoinSeriesOfAnyScale) {
+    // Read as they stand: x 4 comes last.
+    SeriesFile file = Read("t,a [m],b [K]\n0,1,500\n6,2,100\n4,1.5,300\n", PointOrder::OfFile);
+    OpenSeriesView view(file);
+    const COLORREF violet = RGB(120, 0, 160);
+    const auto source = [&](std::size_t i) { return file.series[i].source.get(); };
+    view.connectionLines->lines.push_back(
+        std::make_unique<KConnectionLine>(source(0), source(1), KConnectionLine::LastToLast, 0, violet));
+    const CSize area(600, 400);
+    const CRect all(0, 0, 600, 400);
+    view.Draw(area);
+    EXPECT_EQ(view.Pixels(all, violet), 0) << "the other end is not in the plot";
+    view.ShowOnly({0, 1});
+    view.Draw(area);
+    // Both axes stand for their series: 1.5 m and 300 K lie in the middle, as does the line of two marks.
+    const CRect& plot = view.Panels().front().plot;
+    const int middle = (plot.top + plot.bottom) / 2;
+    EXPECT_GT(view.Pixels(all, violet), 10);
+    EXPECT_EQ(view.Pixels(CRect(plot.left, middle - 8, plot.right, middle + 8), violet),
+              view.Pixels(all, violet));
+    // The file in another order has other series.
+    view.Command(kFileOrder);
+    ASSERT_EQ(view.connectionLines->lines.size(), 1u);
+    EXPECT_EQ(view.connectionLines->lines.front()->end, source(1));
 }
 
 TEST_F(SeriesViewTest, SettingsOfSeriesAreKeptApart) {

@@ -1,4 +1,6 @@
 // The sheet of a real view's settings, opened and filled in as a user does, and what the store holds then.
+#include <QListWidget>
+
 #include "pages/KPointSourceProperties.h"
 #include "platform/dialog/CPropertyPage.h"
 #include "platform/dialog/CPropertySheet.h"
@@ -65,6 +67,28 @@ TEST_F(ViewSettingsTest, CancelLeavesTheViewAsItWasAndWritesNothing) {
     EXPECT_EQ(view->axes.PositiveUp, 1);
     EXPECT_EQ(view->tiledLayout.NumRows, 2);
     EXPECT_EQ(Stored("MinX"), "none");
+}
+
+TEST_F(ViewSettingsTest, AnotherSeriesBecomesThePrimaryOne) {
+    const auto other = Ramp("other");
+    for (const UINT answer : {IDOK, IDCANCEL}) {
+        view->RemoveSource(other.get());
+        view->RemoveSource(series.get());
+        view->AddSource(series.get(), true);
+        view->AddSource(other.get(), true);
+        Settings([&](QDialog& shown) {
+            for (int page = 0; page < 3; ++page) NextPage(shown);
+            Control<QListWidget>(shown, 4006).item(0)->setSelected(true);
+            Click(shown, 4008);
+            // Pages write when they are left.
+            NextPage(shown);
+            Click(shown, answer);
+        });
+        EXPECT_EQ(view->shownSources, (std::list<IPointSource*>{other.get()}));
+        EXPECT_EQ(view->hiddenSources, (std::list<IPointSource*>{series.get()}));
+        EXPECT_STREQ(view->GetViewName(), "other");
+        EXPECT_EQ(view->dataHandler->GetPointSource(), other.get()) << answer;
+    }
 }
 
 // A page of the host's, which may do anything.
