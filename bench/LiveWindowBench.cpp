@@ -104,7 +104,10 @@ struct Program {
     explicit Program(const LiveWishes& wishes) {
         ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
         ::setenv("TAVIN_REGISTRY", "/dev/null/none", 0);
-        static CWindowApp application("Tavin");
+        static int count = 1;
+        static char name[] = "tavin_bench";
+        static char* names[] = {name, nullptr};
+        static CWindowApp application(count, names, "Tavin");
         static const WorkbenchResources resources;
         application.SetRegistryKey("Tavin");
         SetMessageBoxHandler([](const char*, UINT) { return IDOK; });
