@@ -96,8 +96,8 @@ CScalePage::CScalePage(CString section, CScaleProperties* values)
 
 BOOL CScalePage::OnInitDialog() {
     const BOOL result = TavinPage::OnInitDialog();
-    for (short i = 0; i < GetMethodCount(kScaleGroup); ++i)
-        methodCombo.AddString(GetMethodName(i, kScaleGroup));
+    for (int i = 0; i < GetMethodCount(kScaleGroup); ++i)
+        methodCombo.AddString(GetMethodName(static_cast<short>(i), kScaleGroup));
     UpdateData(FALSE);
     return result;
 }
