@@ -91,6 +91,8 @@ void Draw(const Illustration& what, CDC& dc, CSize size) {
     const auto after = [&](double x) { return what.after(x, before(x)); };
     const COLORREF grey = GetSysColor(COLOR_GRAYTEXT);
     const COLORREF accent = GetSysColor(COLOR_HOTLIGHT);
+    // The gaps of dashes are the ground's.
+    dc.SetBkMode(TRANSPARENT);
     Sketch sketch(dc, size);
     if (what.level) sketch.DrawLevel(*what.level, grey);
     sketch.DrawCurve(before, grey, 0);

@@ -117,6 +117,8 @@ void KPointSourceListBox::DrawItem(DRAWITEMSTRUCT* item) {
         CPen dotted(PS_DOT, 0, GetSysColor(COLOR_WINDOWTEXT));
         const Selected usePen(dc, dotted);
         const SelectedStock hollow(dc, NULL_BRUSH);
+        const int modeBefore = dc.SetBkMode(TRANSPARENT);
         dc.Rectangle(place);
+        dc.SetBkMode(modeBefore);
     }
 }

@@ -18,6 +18,15 @@ void UseColor(IPointSource& source, unsigned long color) {
     if (property.getColor() == manager.GetProperty(nullptr).getColor()) property.setColor(color);
 }
 
+// A connection line without its series.
+struct NamedLine {
+    CString start;
+    CString end;
+    int type;
+    int style;
+    COLORREF color;
+};
+
 std::unique_ptr<AxisReader> ReaderOf(const SeriesFile& file) {
     if (file.x.isTime) return TimeAxis(file.x);
     const bool sorted = !file.xRises && file.order == PointOrder::OfX;
@@ -56,19 +65,6 @@ void CSeriesView::UseFile() {
 }
 
 // The same file, read once more; what is shown stays as far as it is still there.
-namespace {
-
-// A connection line without its series.
-struct NamedLine {
-    CString start;
-    CString end;
-    int type;
-    int style;
-    COLORREF color;
-};
-
-}  // namespace
-
 void CSeriesView::TakeFile(SeriesFile again) {
     std::vector<std::size_t> shown;
     for (const std::size_t i : ShownSeries())
