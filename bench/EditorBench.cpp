@@ -60,12 +60,15 @@ class BenchEditor : public CEditorView {
     // The points in the middle.
     void Select(int count) {
         std::vector<long> indices(static_cast<std::size_t>(count));
-        std::iota(indices.begin(), indices.end(), (kPoints - count) / 2);
+        std::iota(indices.begin(), indices.end(), kPoints / 2 - count / 2);
         GetDataHandler()->SetSelected(indices.data(), count);
     }
     bool IsDeleted() const { return TenMillion().GetStatus()[kPoints / 2] & PS_DELETED; }
     void PrepareDrag(CDC& dc) {
+        // As in a window, whose plot leaves room for labels.
         OnPrepareDC(&dc);
+        dc.SetViewportOrg(100, 700);
+        dc.SetViewportExt(1000, -600);
         sample.SetDataSet(GetDataHandler());
         sample.GetSampleInsideRegion();
         sample.Simplify(dc);
@@ -76,6 +79,7 @@ class BenchEditor : public CEditorView {
         sample.TranslateSample({0, y});
         sample.DrawSample(&dc);
     }
+    int DraggedPoints() const { return sample.GetPointCount(); }
     CBitmapEx& Picture() { return picture_; }
     CPen& Pen() { return dottedPen; }
 
@@ -135,6 +139,7 @@ void MoveADraggedMillion(benchmark::State& state) {
     const SelectedRop2 inXor(dc, R2_XORPEN);
     int y = 0;
     for (auto _ : state) editor.DragTo(dc, y = y > 5000 ? -5000 : y + 100);
+    state.counters["points"] = editor.DraggedPoints();
 }
 BENCHMARK(MoveADraggedMillion)->Unit(benchmark::kMillisecond);
 

@@ -8,7 +8,7 @@
 // DataChanged, which comes after every one of them, undo and redo included.
 //
 // The sources: CEditorView (data set, snapshots, settings, caption), ...Modes (what the mouse does),
-// ...Region (the outline), ...Commands, ...Processing.
+// ...Region (the outline), ...Commands, ...Processing, ...Pages (where the user sets its parameters).
 #pragma once
 
 #include "editing/CBigRegion.h"
@@ -28,12 +28,25 @@ class CEditorView : public CXYGraphView {
         OutlineDrawing = 4,
         RegionDragging = 6,
     };
+    // More pages of the sheet of settings, in the order in which they stand there.
+    enum EditPage {
+        PageTranslate = 0x100,
+        PageScale = 0x200,
+        PageSmooth = 0x400,
+        PageFindSpikes = 0x800,
+        PageMedian = 0x1000,
+    };
 
     CEditorView();
     ~CEditorView() override;
 
     void OnInitialUpdate() override;
     bool OnCmdMsg(UINT id, CCmdUI* update) override;
+    // The sheet of the view's settings with the pages of the processing commands behind those of `pages`,
+    // which keeps them until it ends. 0 when no sheet was shown.
+    using CXYGraphView::EditViewSettings;
+    int EditViewSettings() override;
+    int EditViewSettings(std::list<CPropertyPage*>& pages, CString title);
     // With the place of the current point behind it.
     CString& FormatCaptionStr(CString& text) override;
     // The parameters of the processing commands come first.
@@ -91,6 +104,7 @@ class CEditorView : public CXYGraphView {
     void OnEditRemoveSpikeMarkings();
     void OnEditAutoMoveSpikes() {}
     void OnEditInterpolate();
+    void OnEditProcessing(UINT id);
     void OnEditUndo();
     void OnEditRedo();
     void OnModeEscape();
@@ -121,6 +135,7 @@ class CEditorView : public CXYGraphView {
     class RegionDrag;
     struct Marking;
     struct Processing;
+    struct Pages;
     enum class Scope;
     struct Level {
         float shown;  // real
@@ -144,6 +159,7 @@ class CEditorView : public CXYGraphView {
     void RunMarking(UINT id, int code);
     void Step(bool back);
     static const Processing* FindProcessing(unsigned int id);
+    static EditPage PageOf(unsigned int id);
     int Translate(CXYEditData& data, Scope scope);
     int MoveBy(CXYEditData& data, Scope scope, int distance);
     int SetLevel(CXYEditData& data, Scope scope, long level);

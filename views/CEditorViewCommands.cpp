@@ -9,6 +9,9 @@
 #include "views/CEditorView.h"
 
 const CommandRow<CEditorView> CEditorView::kCommands[] = {
+    {CmdTranslate, CmdSmoothOutside, &CEditorView::OnEditProcessing},
+    {CmdFindSpikes, CmdFindSpikesOutside, &CEditorView::OnEditProcessing},
+    {CmdFindSpikesByMedian, CmdFindSpikesByMedian, &CEditorView::OnEditProcessing},
     {CmdDelete, CmdDeleteOutside, &CEditorView::OnEditDelete},
     {CmdCreateRegion, CmdCreateRegion, &CEditorView::OnEditCreateRegion, &CEditorView::OnUpdateCreateRegion},
     {CmdRemoveRegion, CmdRemoveRegion, &CEditorView::OnEditRemoveRegion, &CEditorView::OnUpdateRemoveRegion},

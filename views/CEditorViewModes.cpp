@@ -260,6 +260,7 @@ class CEditorView::PointMode : public EditGesture {
 
 void CEditorView::Init() {
     CEditorView::UpdateColors();
+    settingsPages |= PageTranslate | PageScale | PageSmooth | PageFindSpikes | PageMedian;
     pointDrag = std::make_shared<PointDrag>(*this);
     outlinePen = std::make_shared<OutlinePen>(*this);
     regionDrag = std::make_shared<RegionDrag>(*this);

@@ -8,22 +8,25 @@ enum class CEditorView::Scope { PointOrAll, Inside, Outside };
 struct CEditorView::Processing {
     UINT first;
     UINT last;
+    EditPage page;
     int (CEditorView::*edit)(CXYEditData& data, Scope scope);
     bool marksOnly;  // finds spikes: no snapshot, but every view shows them
 };
 
 const CEditorView::Processing* CEditorView::FindProcessing(unsigned int id) {
     static constexpr Processing kProcessing[] = {
-        {CmdTranslate, CmdTranslateOutside, &CEditorView::Translate, false},
-        {CmdScale, CmdScaleOutside, &CEditorView::Scale, false},
-        {CmdSmooth, CmdSmoothOutside, &CEditorView::Smooth, false},
-        {CmdFindSpikes, CmdFindSpikesOutside, &CEditorView::FindSpikes, true},
-        {CmdFindSpikesByMedian, CmdFindSpikesByMedian, &CEditorView::FindSpikesByMedian, true},
+        {CmdTranslate, CmdTranslateOutside, PageTranslate, &CEditorView::Translate, false},
+        {CmdScale, CmdScaleOutside, PageScale, &CEditorView::Scale, false},
+        {CmdSmooth, CmdSmoothOutside, PageSmooth, &CEditorView::Smooth, false},
+        {CmdFindSpikes, CmdFindSpikesOutside, PageFindSpikes, &CEditorView::FindSpikes, true},
+        {CmdFindSpikesByMedian, CmdFindSpikesByMedian, PageMedian, &CEditorView::FindSpikesByMedian, true},
     };
     for (const Processing& one : kProcessing)
         if (id >= one.first && id <= one.last) return &one;
     return nullptr;
 }
+
+CEditorView::EditPage CEditorView::PageOf(unsigned int id) { return FindProcessing(id)->page; }
 
 void CEditorView::PrepareProcessing(unsigned int id) {
     smoothProperties.waveLengthUnit = spikeProperties.waveLengthUnit = axes.UnitX;

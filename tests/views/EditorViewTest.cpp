@@ -1,12 +1,15 @@
 // The editor view in a real window, moved by mouse events and commands.
 #include "views/CEditorView.h"
 
+#include <QTabWidget>
 #include <QtTest>
 #include <functional>
 
+#include "platform/dialog/CPropertySheet.h"
 #include "platform/undo/KUndoManager.h"
 #include "platform/window/CommandIds.h"
 #include "platform/window/NativeWindow.h"
+#include "tests/dialog/DialogFixture.h"
 #include "tests/editing/EditingFixture.h"
 #include "tests/gdi/DrawingTest.h"
 #include "tests/views/GraphViewTest.h"
@@ -56,8 +59,10 @@ class PoorSource : public FullSource {
     bool hasMemory = true;
 };
 
-class EditorViewTest : public GraphViewTest {
+class EditorViewTest : public GraphViewTest, public DialogDriver {
   protected:
+    using GraphViewTest::Click;
+
     EditorViewTest()
         : previousManager(kelvo::SetUndoManager(&manager)),
           previousHandler(SetMessageBoxHandler([this](const char* text, UINT) {
@@ -589,6 +594,58 @@ TEST_F(EditorViewTest, SmoothingAndFindingSpikes) {
     EXPECT_EQ(flagged(PS_SPIKE), (std::vector<int>{6, 7})) << "5 lies exactly as far";
     EXPECT_FALSE(edited.CanUndo());
     EXPECT_TRUE(edited.IsModified());
+}
+
+// Each command's own page: cancelled it does nothing, finished it works with what was entered, which is kept.
+TEST_F(EditorViewTest, ProcessingAsksOnItsPageFirst) {
+    const struct {
+        UINT first, last, edit;
+        const char* name;
+        bool detects;
+    } families[] = {{CmdTranslate, CmdTranslateOutside, 4042, "Translate_value", false},
+                    {CmdScale, CmdScaleOutside, 4084, "Scale_value", false},
+                    {CmdSmooth, CmdSmoothOutside, 4087, "SmoothWaveLength", false},
+                    {CmdFindSpikes, CmdFindSpikesOutside, 4000, "SpikeWaveLength", true},
+                    {CmdFindSpikesByMedian, CmdFindSpikesByMedian, 4144, "MedianFilterLength", true}};
+    SelectAround(1, 4);
+    for (const auto& family : families) {
+        for (UINT id = family.first; id <= family.last; ++id) {
+            SCOPED_TRACE(id);
+            const Bytes before = State();
+            const bool hadSnapshot = edited.CanUndo();
+            const auto answer = [&](const char* text, UINT button) {
+                DialogDriver::WhileOpen([&] { EXPECT_TRUE(RunCommand(*editor, id)); },
+                                        [&](QDialog& shown) {
+                                            DialogDriver::Type(shown, family.edit, text);
+                                            DialogDriver::Click(shown, button);
+                                        });
+                Settle();
+            };
+            answer("77", IDCANCEL);
+            EXPECT_EQ(State(), before);
+            EXPECT_EQ(edited.CanUndo(), hadSnapshot);
+            answer("55", ID_WIZFINISH);
+            EXPECT_EQ(application.GetProfileString("EditorViewTest", family.name, "").Left(2), "55");
+            EXPECT_EQ(edited.CanUndo(), !family.detects);
+            if (family.detects) continue;
+            EXPECT_NE(State(), before);
+            EXPECT_TRUE(Run(ID_EDIT_UNDO));
+            EXPECT_EQ(State(), before);
+        }
+    }
+    // All of them behind the pages of the view's settings; cancelled, nothing counts.
+    editor->smoothProperties.waveLength = 3.0f;
+    DialogDriver::WhileOpen([&] { RunCommand(*editor, CmdViewSettings); },
+                            [&](QDialog& shown) {
+                                auto& tabs = Control<QTabWidget>(shown, AFX_IDC_TAB_CONTROL);
+                                const int smoothing = tabs.count() - 3;
+                                EXPECT_GE(smoothing, 5);
+                                tabs.setCurrentIndex(smoothing);
+                                DialogDriver::Type(shown, 4087, "9");
+                                tabs.setCurrentIndex(smoothing + 1);
+                                DialogDriver::Click(shown, IDCANCEL);
+                            });
+    EXPECT_EQ(editor->smoothProperties.waveLength, 3.0f);
 }
 
 TEST_F(EditorViewTest, RejectionsAreClearedWithOneSnapshotAndMarksWithNone) {
